@@ -1,0 +1,14 @@
+#pragma once
+
+#include "vantkit-export.h"
+
+#include <QCheckBox>
+
+/** A check box with the kit's look. Style key "component.checkbox". */
+class VANTKIT_EXPORT VantCheckBox : public QCheckBox
+{
+    Q_OBJECT
+
+public:
+    explicit VantCheckBox(const QString& text, QWidget* parent = nullptr);
+};

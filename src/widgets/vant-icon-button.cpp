@@ -1,0 +1,128 @@
+#include "widgets/vant-icon-button.h"
+
+#include "image-manager/image-manager.h"
+#include "style-manager/style-manager.h"
+#include "utils/dpi-info.h"
+
+#include <QEvent>
+
+VantIconButton::VantIconButton(const QPixmap& pixmap)
+{
+    setDefaultIcon(pixmap);
+    initialize();
+}
+
+VantIconButton::VantIconButton(const QString& imageName)
+{
+    setAllIcon(imageName);
+    initialize();
+}
+
+void VantIconButton::initialize()
+{
+    setToolButtonStyle(Qt::ToolButtonIconOnly);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setStyleSheet(getStyleSheet("component.icon_button", false));
+    setPopupMode(QToolButton::InstantPopup);
+}
+
+void VantIconButton::setDefaultIcon(const QPixmap& pixmap)
+{
+    defaultIcon = QIcon(pixmap);
+    pressIcon = defaultIcon;
+    hoverIcon = defaultIcon;
+    disableIcon = defaultIcon;
+    setIconSizeFrom(pixmap);
+    setIcon(defaultIcon);
+}
+
+void VantIconButton::setPressIcon(const QPixmap& pixmap)
+{
+    pressIcon = QIcon(pixmap);
+}
+
+void VantIconButton::setHoverIcon(const QPixmap& pixmap)
+{
+    hoverIcon = QIcon(pixmap);
+}
+
+void VantIconButton::setDisableIcon(const QPixmap& pixmap)
+{
+    disableIcon = QIcon(pixmap);
+}
+
+void VantIconButton::setAllIcon(const QString& imageName)
+{
+    const QPixmap normal = getGlobalImage(imageName, ImageManager::Normal);
+    defaultIcon = QIcon(normal);
+    hoverIcon = QIcon(getGlobalImage(imageName, ImageManager::Hover));
+    pressIcon = QIcon(getGlobalImage(imageName, ImageManager::Click));
+    disableIcon = QIcon(getGlobalImage(imageName, ImageManager::Disable));
+    setIconSizeFrom(normal);
+    setIcon(defaultIcon);
+}
+
+void VantIconButton::setIconSizeFrom(const QPixmap& pixmap)
+{
+    const double dpr = DPIinfo::getInstance().getDPR();
+    m_iconSize = QSize(qRound(pixmap.width() / dpr), qRound(pixmap.height() / dpr));
+}
+
+void VantIconButton::showIcon(const QIcon& icon)
+{
+    setIcon(icon);
+    setIconSize(m_iconSize);
+}
+
+void VantIconButton::showRestingIcon()
+{
+    showIcon(isEnabled() ? defaultIcon : disableIcon);
+}
+
+// The image is in place before the base class acts, so a slot of the click already sees it.
+
+void VantIconButton::mousePressEvent(QMouseEvent* event)
+{
+    if (isEnabled()) {
+        showIcon(pressIcon);
+    }
+    QToolButton::mousePressEvent(event);
+}
+
+void VantIconButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (isEnabled()) {
+        showIcon(defaultIcon);
+    }
+    QToolButton::mouseReleaseEvent(event);
+}
+
+void VantIconButton::enterEvent(QEvent* event)
+{
+    if (isEnabled()) {
+        showIcon(hoverIcon);
+    }
+    QToolButton::enterEvent(event);
+}
+
+void VantIconButton::leaveEvent(QEvent* event)
+{
+    if (isEnabled() && !hasFocus()) {
+        showIcon(defaultIcon);
+    }
+    QToolButton::leaveEvent(event);
+}
+
+void VantIconButton::showEvent(QShowEvent* event)
+{
+    showRestingIcon();
+    QWidget::showEvent(event);
+}
+
+void VantIconButton::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::EnabledChange) {
+        showRestingIcon();
+    }
+    QToolButton::changeEvent(event);
+}

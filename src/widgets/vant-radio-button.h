@@ -1,0 +1,14 @@
+#pragma once
+
+#include "vantkit-export.h"
+
+#include <QRadioButton>
+
+/** A radio button with the kit's look. Style key "component.radio_button". */
+class VANTKIT_EXPORT VantRadioButton : public QRadioButton
+{
+    Q_OBJECT
+
+public:
+    explicit VantRadioButton(const QString& text, QWidget* parent = nullptr);
+};
