@@ -6,6 +6,19 @@
 
 #include <QEvent>
 
+namespace {
+
+// The disabled image is drawn as it is: without a pixmap for that mode, Qt would grey out what the theme has
+// drawn.
+QIcon iconOf(const QPixmap& pixmap)
+{
+    QIcon icon(pixmap);
+    icon.addPixmap(pixmap, QIcon::Disabled);
+    return icon;
+}
+
+} // namespace
+
 VantIconButton::VantIconButton(const QPixmap& pixmap)
 {
     setDefaultIcon(pixmap);
@@ -28,7 +41,7 @@ void VantIconButton::initialize()
 
 void VantIconButton::setDefaultIcon(const QPixmap& pixmap)
 {
-    defaultIcon = QIcon(pixmap);
+    defaultIcon = iconOf(pixmap);
     pressIcon = defaultIcon;
     hoverIcon = defaultIcon;
     disableIcon = defaultIcon;
@@ -38,26 +51,26 @@ void VantIconButton::setDefaultIcon(const QPixmap& pixmap)
 
 void VantIconButton::setPressIcon(const QPixmap& pixmap)
 {
-    pressIcon = QIcon(pixmap);
+    pressIcon = iconOf(pixmap);
 }
 
 void VantIconButton::setHoverIcon(const QPixmap& pixmap)
 {
-    hoverIcon = QIcon(pixmap);
+    hoverIcon = iconOf(pixmap);
 }
 
 void VantIconButton::setDisableIcon(const QPixmap& pixmap)
 {
-    disableIcon = QIcon(pixmap);
+    disableIcon = iconOf(pixmap);
 }
 
 void VantIconButton::setAllIcon(const QString& imageName)
 {
     const QPixmap normal = getGlobalImage(imageName, ImageManager::Normal);
-    defaultIcon = QIcon(normal);
-    hoverIcon = QIcon(getGlobalImage(imageName, ImageManager::Hover));
-    pressIcon = QIcon(getGlobalImage(imageName, ImageManager::Click));
-    disableIcon = QIcon(getGlobalImage(imageName, ImageManager::Disable));
+    defaultIcon = iconOf(normal);
+    hoverIcon = iconOf(getGlobalImage(imageName, ImageManager::Hover));
+    pressIcon = iconOf(getGlobalImage(imageName, ImageManager::Click));
+    disableIcon = iconOf(getGlobalImage(imageName, ImageManager::Disable));
     setIconSizeFrom(normal);
     setIcon(defaultIcon);
 }
