@@ -4,7 +4,34 @@
 
 #include <QApplication>
 #include <QDesktopWidget>
-#include <QRegExp>
+
+namespace {
+
+int digitsBefore(const QString& text, int end)
+{
+    while (end > 0 && text.at(end - 1).isDigit()) {
+        --end;
+    }
+    return end;
+}
+
+// Where the number begins that ends before @p end, and @p end itself if there is none. What it finds is what
+// the expression (\d+\.?\d*)(px) finds from the left; reading from the unit back costs one pass, however long
+// a run of digits without a unit is.
+int numberBefore(const QString& text, int end)
+{
+    const int fraction = digitsBefore(text, end);
+    if (fraction > 0 && text.at(fraction - 1) == QLatin1Char('.')) {
+        const int point = fraction - 1;
+        const int whole = digitsBefore(text, point);
+        if (whole < point) {
+            return whole;
+        }
+    }
+    return fraction;
+}
+
+} // namespace
 
 DPIinfo& DPIinfo::getInstance()
 {
@@ -29,15 +56,19 @@ double DPIinfo::getDPR()
 
 QString DPIinfo::getScaledStyleSheet(QString text)
 {
-    QRegExp pixelValue(QStringLiteral("(\\d+\\.?\\d*)(px)"));
+    const QLatin1String unit("px");
     QString scaled;
     scaled.reserve(text.size());
     int copied = 0;
-    for (int at = pixelValue.indexIn(text); at != -1; at = pixelValue.indexIn(text, copied)) {
-        const int value = vantkit::internal::cutToInt(pixelValue.cap(1).toDouble() * m_dpi);
-        scaled += text.midRef(copied, at - copied);
-        scaled += QStringLiteral("%1px").arg(value);
-        copied = at + pixelValue.matchedLength();
+    for (int at = text.indexOf(unit); at != -1; at = text.indexOf(unit, at + unit.size())) {
+        const int number = numberBefore(text, at);
+        if (number == at) {
+            continue;
+        }
+        const double value = text.midRef(number, at - number).toDouble() * m_dpi;
+        scaled += text.midRef(copied, number - copied);
+        scaled += QString::number(vantkit::internal::cutToInt(value)) + unit;
+        copied = at + unit.size();
     }
     scaled += text.midRef(copied);
     return scaled;
