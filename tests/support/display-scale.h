@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtGlobal>
+
+/** The display scale that the test was registered for, as the environment gives it and not as the kit reads
+ * it. */
+namespace displayscale {
+
+/** 96, 120, 144 or 192. */
+inline int dpi()
+{
+    return qEnvironmentVariableIntValue("QT_FONT_DPI");
+}
+
+/** The device pixel ratio, 1 or 2. */
+inline int ratio()
+{
+    return qEnvironmentVariableIntValue("QT_SCALE_FACTOR");
+}
+
+/** The one of the values that belongs to the display's DPI. */
+template <typename T>
+T pick(const T& at96, const T& at120, const T& at144, const T& at192)
+{
+    switch (dpi()) {
+    case 96:
+        return at96;
+    case 120:
+        return at120;
+    case 144:
+        return at144;
+    case 192:
+        return at192;
+    default:
+        qFatal("No test is written for %d DPI", dpi());
+    }
+}
+
+} // namespace displayscale

@@ -1,0 +1,99 @@
+#include "support/log-guard.h"
+
+#include <QtTest>
+
+namespace {
+
+LogGuard* watching = nullptr;
+
+const QLatin1String kitCategory("debug.message");
+const QLatin1String platformsOwn("This plugin does not support ");
+
+QString lineOf(const QString& category, const QString& text)
+{
+    return category + QStringLiteral(": ") + text;
+}
+
+bool mustBeExpected(QtMsgType type, const QString& category, const QString& text)
+{
+    const bool grave = type != QtDebugMsg && type != QtInfoMsg;
+    return (grave || category == kitCategory) && !text.startsWith(platformsOwn);
+}
+
+} // namespace
+
+LogGuard::~LogGuard()
+{
+    stop();
+}
+
+void LogGuard::start()
+{
+    Q_ASSERT(!watching);
+    expected.clear();
+    unexpected.clear();
+    watching = this;
+    previous = qInstallMessageHandler(handle);
+}
+
+void LogGuard::stop()
+{
+    if (watching == this) {
+        qInstallMessageHandler(previous);
+        watching = nullptr;
+    }
+}
+
+void LogGuard::finish()
+{
+    stop();
+    const QStringList found = complaints();
+    for (const QString& complaint : found) {
+        QTest::qFail(qUtf8Printable(complaint), __FILE__, __LINE__);
+    }
+}
+
+void LogGuard::expect(const QString& text, int count)
+{
+    expectFrom(kitCategory, text, count);
+}
+
+void LogGuard::expectFrom(const QString& category, const QString& text, int count)
+{
+    const QMutexLocker locker(&mutex);
+    for (int i = 0; i < count; ++i) {
+        expected += lineOf(category, text);
+    }
+}
+
+QStringList LogGuard::complaints()
+{
+    const QMutexLocker locker(&mutex);
+    QStringList found;
+    for (const QString& line : qAsConst(unexpected)) {
+        found += QStringLiteral("Unexpected log line: ") + line;
+    }
+    for (const QString& line : qAsConst(expected)) {
+        found += QStringLiteral("Missing log line: ") + line;
+    }
+    return found;
+}
+
+void LogGuard::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    const QString category = QString::fromUtf8(context.category);
+    if (type == QtFatalMsg || !mustBeExpected(type, category, text)) {
+        watching->previous(type, context, text);
+    } else {
+        watching->take(type, category, text);
+    }
+}
+
+void LogGuard::take(QtMsgType type, const QString& category, const QString& text)
+{
+    const QMutexLocker locker(&mutex);
+    const QString line = lineOf(category, text);
+    if (type != QtWarningMsg || !expected.removeOne(line)) {
+        unexpected += line;
+    }
+}
