@@ -20,7 +20,7 @@ inline int ratio()
 
 /** The one of the values that belongs to the display's DPI. */
 template <typename T>
-T pick(const T& at96, const T& at120, const T& at144, const T& at192)
+T pick(T at96, T at120, T at144, T at192)
 {
     switch (dpi()) {
     case 96:

@@ -16,9 +16,14 @@ ThemeFolder::ThemeFolder()
     }
 }
 
+QString ThemeFolder::resourceFolder() const
+{
+    return folder.filePath(QStringLiteral("resources"));
+}
+
 QString ThemeFolder::path(const QString& name) const
 {
-    return folder.filePath(QStringLiteral("resources/") + name);
+    return resourceFolder() + QLatin1Char('/') + name;
 }
 
 QString ThemeFolder::userFolder() const
@@ -60,7 +65,7 @@ void ThemeFolder::writeList(const QStringList& images, const QStringList& tempor
 
 void ThemeFolder::initializeImages(ImageManager::InitializeType type) const
 {
-    setPaths(path({}), userFolder());
+    setPaths(resourceFolder(), userFolder());
     ImageManager::getInstance().initialize(type);
 }
 

@@ -13,10 +13,11 @@ class ThemeFolder
 public:
     ThemeFolder();
 
-    /** The path of @p name in the folder that the kit reads. */
-    QString path(const QString& name) const;
-
+    QString resourceFolder() const;
     QString userFolder() const;
+
+    /** The path of @p name in the resource folder. */
+    QString path(const QString& name) const;
 
     /** The pixels of the temporary image of @p name; empty if there is none. */
     QSize temporaryImageSize(const QString& name) const;
