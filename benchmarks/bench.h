@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <vector>
+
+/** The kit beside what one would write without it: rows, how they are measured, and what comes out. */
+namespace bench {
+
+/** Nanoseconds of one unit of work, taken one right after the other. */
+struct Times
+{
+    double kit = 0;
+    double alternative = 0;
+};
+
+/** Why nothing can be measured. */
+class Failure : public std::runtime_error
+{
+public:
+    explicit Failure(const QString& reason)
+        : std::runtime_error(reason.toStdString())
+    { }
+};
+
+using Action = std::function<void()>;
+using Measurement = std::function<double()>;
+using Sampler = std::function<Times()>;
+
+struct Row
+{
+    QString name;
+    QString unit; ///< what one time is the time of
+    QString kit;
+    QString alternative;
+    std::optional<double> ceiling; ///< of the ratio; a row without one is reported only
+    int samples = 0;
+    std::function<Sampler()> prepare; ///< sets up what is not timed, and gives what is
+};
+
+struct Result
+{
+    Row row;
+    Times median;
+    double ratio = 0; ///< the median of the ratios of all samples
+    double lowerQuartile = 0;
+    double upperQuartile = 0;
+
+    bool isAboveCeiling() const { return row.ceiling && ratio > *row.ceiling; }
+};
+
+/** What a child process found. The check is the same for two children that did the same work. */
+struct ChildResult
+{
+    double nanoseconds = 0;
+    QString check;
+};
+
+using Child = std::function<ChildResult(const QString& path)>;
+
+/** All rows, and the work that some of them have done in a fresh process. */
+struct Suite
+{
+    std::vector<Row> rows;
+    std::map<QString, Child> children;
+};
+
+/** How long @p action takes, once. */
+double nanosecondsOf(const Action& action);
+
+/** Runs @p action as often as it takes to be measured well, and gives the time of one of its @p units. */
+Measurement repeated(const Action& action, int units = 1);
+
+/** Measures the two in turn, the one first and then the other, so that neither profits from its place. */
+Sampler interleaved(const Measurement& kit, const Measurement& alternative);
+
+/** Fails unless @p same: two sides that do not do the same work have no times to compare. */
+void requireSameWork(bool same);
+
+Result measure(const Row& row);
+
+} // namespace bench

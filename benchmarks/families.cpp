@@ -1,0 +1,17 @@
+#include "families.h"
+
+namespace bench {
+
+Suite wholeSuite()
+{
+    Suite suite;
+    addImageRows(suite);
+    addStyleRows(suite);
+    addWidgetRows(suite);
+#ifdef VANTKIT_BENCH_GALLERY
+    addStartupRows(suite);
+#endif
+    return suite;
+}
+
+} // namespace bench

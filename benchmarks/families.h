@@ -1,0 +1,17 @@
+#pragma once
+
+#include "bench.h"
+
+namespace bench {
+
+void addImageRows(Suite& suite);
+void addStyleRows(Suite& suite);
+void addWidgetRows(Suite& suite);
+#ifdef VANTKIT_BENCH_GALLERY
+void addStartupRows(Suite& suite);
+#endif
+
+/** The rows of all families. */
+Suite wholeSuite();
+
+} // namespace bench
