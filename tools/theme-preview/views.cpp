@@ -1,0 +1,479 @@
+#include "views.h"
+
+#include "sheet.h"
+
+#include <vantkit-qt/vantkit.h>
+
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QHoverEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTableWidget>
+#include <QTextCharFormat>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+const QColor ground(0xF5, 0xF8, 0xFA);
+
+int px(int designPixels)
+{
+    return static_cast<int>(designPixels * DPIinfo::getInstance().getDPI());
+}
+
+QString text(const char* key)
+{
+    return ComponentStrings::getInstance().getString(QLatin1String(key));
+}
+
+QPushButton* styledButton(const char* key, const QString& label, int minimumWidth)
+{
+    auto* button = new QPushButton(label);
+    button->setStyleSheet(getStyleSheet(key, false));
+    button->setFixedHeight(px(28));
+    button->setMinimumWidth(px(minimumWidth));
+    return button;
+}
+
+// The white panel with its shadow, painted as a sheet paints it.
+class Panel : public QFrame
+{
+public:
+    Panel()
+        : shadow(px(22))
+    {
+        setContentsMargins(shadow, shadow, shadow, shadow);
+        setStyleSheet(getStyleSheet("component.message_sheet_other", false));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        const int s = shadow;
+        const int w = width() - 2 * s;
+        const int h = height() - 2 * s;
+        const auto corner = [&](const char* name, int x, int y) {
+            painter.drawPixmap(QRectF(x, y, s, s), getGlobalImage(name, ImageManager::Normal), QRectF());
+        };
+        const auto edge = [&](const char* name, QRect target) {
+            const QPixmap image = getGlobalImage(name, ImageManager::Normal);
+            painter.drawPixmap(QRectF(target),
+                image.scaled(target.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation), QRectF());
+        };
+        corner("bg_tutorial_lt", 0, 0);
+        corner("bg_tutorial_rt", s + w, 0);
+        corner("bg_tutorial_lb", 0, s + h);
+        corner("bg_tutorial_rb", s + w, s + h);
+        edge("bg_tutorial_l", { 0, s, s, h });
+        edge("bg_tutorial_r", { s + w, s, s, h });
+        edge("bg_tutorial_t", { s, 0, w, s });
+        edge("bg_tutorial_b", { s, s + h, w, s });
+        painter.fillRect(QRect(s, s, w, h), Qt::white);
+    }
+
+private:
+    int shadow;
+};
+
+// A sheet lies on the page of its window, dimmed by a faint black.
+QPixmap onMask(QWidget* sheet)
+{
+    return pictureOf(sheet, 24, QColor(226, 228, 230));
+}
+
+QString paragraph(int lineHeight, const QString& words)
+{
+    return DPIinfo::getInstance().getScaledStyleSheet(
+        QStringLiteral("<p style='line-height: %1px;'>%2</p>").arg(lineHeight).arg(words));
+}
+
+void addRow(QTableWidget* table, int row, const QStringList& cells)
+{
+    table->insertRow(row);
+    for (int column = 0; column < cells.size(); ++column) {
+        table->setItem(row, column, new QTableWidgetItem(cells[column]));
+    }
+}
+
+void hover(QAbstractItemView* view, const QModelIndex& index)
+{
+    const QPointF position(view->visualRect(index).center());
+    QHoverEvent event(QEvent::HoverMove, position, QPointF());
+    QCoreApplication::sendEvent(view->viewport(), &event);
+}
+
+// The reshaping that the calendar view does from outside.
+void reshape(QCalendarWidget* calendar)
+{
+    calendar->setFirstDayOfWeek(Qt::Sunday);
+    calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
+    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    QTextCharFormat weekend = calendar->weekdayTextFormat(Qt::Saturday);
+    weekend.setForeground(Qt::black);
+    calendar->setWeekdayTextFormat(Qt::Saturday, weekend);
+    calendar->setWeekdayTextFormat(Qt::Sunday, weekend);
+
+    const auto arrow = [calendar](const char* button, const char* image) {
+        const QPixmap pixmap = getGlobalImage(image, ImageManager::Normal);
+        auto* made = calendar->findChild<QToolButton*>(QLatin1String(button));
+        made->setIcon(pixmap);
+        made->setIconSize(pixmap.size() / DPIinfo::getInstance().getDPR());
+    };
+    arrow("qt_calendar_prevmonth", "bt_pagebar_backend");
+    arrow("qt_calendar_nextmonth", "bt_pagebar_nextend");
+    calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"))->setText(text("month_mar"));
+    calendar->findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))->setAutoFillBackground(false);
+}
+
+QTableWidget* weekdayRow()
+{
+    auto* row = new QTableWidget(1, 7);
+    row->setObjectName(QStringLiteral("qt_calendar_weekdayview"));
+    row->horizontalHeader()->setStyleSheet(getStyleSheet("component.table_header", false));
+    row->setStyleSheet(getStyleSheet("component.table", false));
+    row->setFixedHeight(px(30));
+    row->horizontalHeader()->hide();
+    row->verticalHeader()->hide();
+    const char* const days[] = { "sunday", "monday", "tuesday", "wednesday", "thursday", "friday",
+        "saturday" };
+    for (int column = 0; column < 7; ++column) {
+        auto* item = new QTableWidgetItem(text(days[column]).left(1));
+        item->setTextAlignment(Qt::AlignCenter);
+        row->setItem(0, column, item);
+    }
+    row->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    row->setSelectionMode(QAbstractItemView::NoSelection);
+    row->setFrameStyle(0);
+    row->setShowGrid(false);
+    row->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    return row;
+}
+
+} // namespace
+
+QPixmap tableView()
+{
+    auto* widget = new QWidget;
+    widget->setFixedSize(px(460), px(178));
+    auto* names = new QTableWidget(0, 4, widget);
+    names->hide();
+    names->setHorizontalHeaderLabels(
+        { QStringLiteral("Name"), QStringLiteral("Size"), QStringLiteral("Changed"), {} });
+    auto* header = new QHeaderView(Qt::Horizontal);
+    header->setModel(names->model());
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setStyleSheet(getStyleSheet("component.table_header", false));
+    header->setFixedSize(20000, px(30));
+    auto* area = new QScrollArea;
+    area->setFixedHeight(px(30));
+    area->setWidget(header);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setStyleSheet(QStringLiteral("QScrollArea { border: none; }"));
+
+    auto* table = new QTableWidget(0, 3);
+    const int widths[] = { 220, 90, 138 };
+    for (int column = 0; column < 3; ++column) {
+        header->resizeSection(column, px(widths[column]));
+        table->horizontalHeader()->resizeSection(column, px(widths[column]));
+    }
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->hide();
+    table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->verticalHeader()->setDefaultSectionSize(px(28));
+    table->setStyleSheet(
+        getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
+    table->setShowGrid(false);
+    const QStringList files { QStringLiteral("Annual report.docx"), QStringLiteral("Balance 2017.xlsx"),
+        QStringLiteral("Cover photo.jpg"), QStringLiteral("Invoices.zip"),
+        QStringLiteral("Meeting notes.txt"), QStringLiteral("Presentation.pptx"),
+        QStringLiteral("Scanned contract.pdf") };
+    for (int row = 0; row < files.size(); ++row) {
+        addRow(table, row,
+            { files[row], QStringLiteral("%1 KB").arg(48 + 37 * row),
+                QStringLiteral("2017-03-0%1").arg(row + 1) });
+    }
+    auto* layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(area);
+    layout->addWidget(table);
+    return pictureOf(widget, 12, ground, [table] {
+        table->setFocus();
+        table->setCurrentCell(1, 0);
+        hover(table, table->model()->index(3, 0));
+    });
+}
+
+QPixmap treeView()
+{
+    auto* tree = new QTreeWidget;
+    tree->setStyleSheet(getStyleSheet("theme.tree", false) + getStyleSheet("component.scrollbar", false));
+    tree->setHeaderHidden(true);
+    tree->setFixedSize(px(240), px(170));
+    auto* home = new QTreeWidgetItem(tree, { QStringLiteral("Home") });
+    auto* documents = new QTreeWidgetItem(home, { QStringLiteral("Documents") });
+    new QTreeWidgetItem(documents, { QStringLiteral("Invoices") });
+    new QTreeWidgetItem(documents, { QStringLiteral("Letters") });
+    auto* pictures = new QTreeWidgetItem(home, { QStringLiteral("Pictures") });
+    new QTreeWidgetItem(pictures, { QStringLiteral("2017") });
+    home->setExpanded(true);
+    documents->setExpanded(true);
+    return pictureOf(tree, 12, ground);
+}
+
+QPixmap pagingBar()
+{
+    auto* border = new QWidget;
+    border->setObjectName(QStringLiteral("PAGINGBARBORDER"));
+    border->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
+    border->setFixedSize(px(560), px(29));
+    auto* row = new QHBoxLayout(border);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addSpacing(px(50));
+    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_backend")));
+    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_back")));
+    row->addStretch(0);
+    for (int i = 0; i < 5; ++i) {
+        if (i > 0) {
+            row->addSpacing(px(4));
+        }
+        auto* page = new VantButton(QString::number(i + 4), i == 2 ? 2 : 3);
+        page->setFixedHeight(px(27));
+        page->setMinimumWidth(px(28));
+        row->addWidget(page);
+    }
+    row->addStretch(0);
+    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_next")));
+    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_nextend")));
+    row->addSpacing(px(50));
+    auto* footer = new QLabel(QStringLiteral("128 items"));
+    footer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    footer->setFixedHeight(px(19));
+    footer->setStyleSheet(getStyleSheet("component.paging_bar_label", false));
+    row->addWidget(footer);
+    auto* refresh = new VantIconButton(QStringLiteral("bt_pagebar_refresh"));
+    refresh->setFixedSize(px(24), px(24));
+    row->addWidget(refresh);
+    return pictureOf(border, 12, ground);
+}
+
+QPixmap pathBar()
+{
+    auto* bar = new QTableWidget(1, 0);
+    bar->horizontalHeader()->hide();
+    bar->verticalHeader()->hide();
+    bar->setShowGrid(false);
+    bar->setSelectionMode(QAbstractItemView::NoSelection);
+    bar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    bar->setFocusPolicy(Qt::NoFocus);
+    bar->setFixedSize(px(420), px(28));
+    bar->setStyleSheet(getStyleSheet("component.button_path", false));
+    const auto add = [bar](QPushButton* button) {
+        button->setFlat(true);
+        const int column = bar->columnCount();
+        bar->insertColumn(column);
+        bar->setCellWidget(0, column, button);
+        bar->setColumnWidth(column, button->width());
+    };
+    QPushButton* hovered = nullptr;
+    const QStringList names { QString(), QStringLiteral("Documents"), QStringLiteral("Letters"),
+        QStringLiteral("R&&D"), QStringLiteral("Drafts") };
+    for (const QString& name : names) {
+        auto* button = new QPushButton(name);
+        button->setStyleSheet(getStyleSheet("component.button_path_name_button", false));
+        const int textWidth = button->fontMetrics().horizontalAdvance(name);
+        button->setFixedSize(name.isEmpty() ? px(26) : px(textWidth + 16), px(26));
+        add(button);
+        if (name != names.last()) {
+            auto* arrow = new QPushButton;
+            arrow->setIcon(getGlobalImage("bt_next", ImageManager::Normal));
+            arrow->setStyleSheet(getStyleSheet("component.button_path_arrow", false));
+            arrow->setFixedSize(px(6), px(28));
+            add(arrow);
+            hovered = button;
+        }
+    }
+    auto* folder = new QToolButton(bar);
+    folder->setIcon(getGlobalImage("folder", ImageManager::Normal));
+    folder->setIconSize({ 20, 20 });
+    folder->setStyleSheet(getStyleSheet("component.button_path_change_folder_btn", false));
+    folder->setFixedSize(px(26), px(26));
+    folder->move(px(1), px(1));
+    return pictureOf(bar, 12, ground, [hovered] { hovered->setAttribute(Qt::WA_UnderMouse); });
+}
+
+QPixmap calendarPopup()
+{
+    auto* popup = new QFrame;
+    popup->setFixedSize(px(280), px(260));
+    popup->setObjectName(QStringLiteral("popup"));
+    popup->setStyleSheet(QStringLiteral("#popup { border: 1px solid #C8D2DC; background-color: #FFFFFF; }")
+        + getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
+    auto* calendar = new QCalendarWidget;
+    auto* today = new VantButton(text("today"), 1);
+    today->setFixedHeight(px(24));
+    auto* layout = new QVBoxLayout(popup);
+    layout->addWidget(calendar);
+    layout->addWidget(today, 0, Qt::AlignHCenter);
+    reshape(calendar);
+    qobject_cast<QVBoxLayout*>(calendar->layout())->insertWidget(1, weekdayRow(), 0);
+    calendar->setSelectedDate(QDate(2017, 3, 9));
+    return pictureOf(popup, 12, ground, [calendar] {
+        calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"))
+            ->setText(text("month_mar"));
+    });
+}
+
+QPixmap messageSheet()
+{
+    auto* sheet = new Panel;
+    sheet->setFixedWidth(px(480));
+    auto* icon = new QLabel;
+    icon->setPixmap(getGlobalImage("icon_question", ImageManager::Normal));
+    auto* main = new QLabel(paragraph(24, QStringLiteral("Delete the backup of the ninth of March?")));
+    main->setStyleSheet(getStyleSheet("component.message_sheet_text", false));
+    main->setWordWrap(true);
+    auto* more = new QLabel(paragraph(
+        20, QStringLiteral("Its files cannot be brought back. The backups before and after it stay.")));
+    more->setStyleSheet(getStyleSheet("component.message_sheet_informative_text", false));
+    more->setWordWrap(true);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(0);
+    column->addWidget(main);
+    column->addSpacing(px(6));
+    column->addWidget(more);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(0);
+    row->addWidget(icon, 0, Qt::AlignTop);
+    row->addSpacing(px(20));
+    row->addLayout(column, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(styledButton("component.apply_button", text("ok"), 120));
+    buttons->addWidget(styledButton("component.cancel_button", text("cancel"), 80));
+    auto* outer = new QVBoxLayout(sheet);
+    outer->setContentsMargins(px(20), px(20), px(20), px(10));
+    outer->setSpacing(0);
+    outer->addLayout(row);
+    outer->addSpacing(px(20));
+    outer->addLayout(buttons);
+    return onMask(sheet);
+}
+
+QPixmap inputSheet()
+{
+    auto* sheet = new Panel;
+    sheet->setFixedWidth(px(420));
+    auto* edit = new QLineEdit(QStringLiteral("New folder"));
+    edit->setStyleSheet(getStyleSheet("component.lineedit", false));
+    edit->setFixedHeight(px(28));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Discard);
+    buttons->button(QDialogButtonBox::Ok)->setText(text("ok"));
+    buttons->button(QDialogButtonBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
+    buttons->button(QDialogButtonBox::Discard)->setText(text("cancel"));
+    buttons->button(QDialogButtonBox::Discard)
+        ->setStyleSheet(getStyleSheet("component.cancel_button", false));
+    auto* layout = new QVBoxLayout(sheet);
+    layout->setContentsMargins(px(10), px(10), px(10), px(10));
+    layout->setSpacing(0);
+    layout->addWidget(new QLabel(paragraph(20, QStringLiteral("Name of the folder"))));
+    layout->addSpacing(px(8));
+    layout->addWidget(edit);
+    layout->addSpacing(px(24));
+    layout->addWidget(buttons);
+    return pictureOf(sheet, 24, QColor(226, 228, 230), [edit] {
+        edit->setFocus();
+        edit->selectAll();
+    });
+}
+
+QPixmap messageBox()
+{
+    QMessageBox box;
+    box.setIcon(QMessageBox::Question);
+    box.setText(QStringLiteral("Delete the backup of the ninth of March?"));
+    box.setInformativeText(QStringLiteral("Its files cannot be brought back."));
+    box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+    box.setStyleSheet(getStyleSheet("component.confirm_message_box", false));
+    box.button(QMessageBox::Ok)->setText(text("ok"));
+    box.button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
+    box.button(QMessageBox::Cancel)->setText(text("cancel"));
+    box.button(QMessageBox::Cancel)->setStyleSheet(getStyleSheet("component.cancel_button", false));
+    box.show();
+    return box.grab();
+}
+
+QPixmap menuPopup()
+{
+    VantMenu menu(nullptr);
+    menu.setStyleSheet(getStyleSheet("component.menu", false));
+    menu.addAction(QStringLiteral("Open"));
+    QAction* rename = menu.addAction(QStringLiteral("Rename"));
+    menu.addAction(QStringLiteral("Restore"))->setEnabled(false);
+    menu.addSeparator();
+    QAction* hidden = menu.addAction(QStringLiteral("Show hidden files"));
+    hidden->setCheckable(true);
+    hidden->setChecked(true);
+    menu.addAction(QStringLiteral("Show sizes"))->setCheckable(true);
+    auto* group = new QActionGroup(&menu);
+    QAction* names = group->addAction(menu.addAction(QStringLiteral("By name")));
+    names->setCheckable(true);
+    names->setChecked(true);
+    menu.addSeparator();
+    QMenu* more = menu.addMenu(QStringLiteral("Send to"));
+    more->addAction(QStringLiteral("Archive"));
+    menu.addMenu(QStringLiteral("Share"))->setEnabled(false);
+    menu.show();
+    menu.setActiveAction(rename);
+    return menu.grab();
+}
+
+QPixmap comboPopup()
+{
+    VantComboBox combo(nullptr);
+    for (const char* item : { "Every hour", "Every day", "Every week", "Every month", "Never" }) {
+        combo.addItem(QLatin1String(item));
+    }
+    combo.setCurrentIndex(1);
+    combo.setFixedWidth(px(160));
+    combo.setMaxVisibleItems(4);
+    combo.show();
+    QApplication::setActiveWindow(&combo);
+    combo.showPopup();
+    QCoreApplication::processEvents();
+    const QPixmap field = combo.grab();
+    const QPixmap list = combo.view()->window()->grab();
+    QPixmap both(QSize(field.width(), field.height() + list.height()));
+    both.setDevicePixelRatio(field.devicePixelRatio());
+    both.fill(Qt::white);
+    QPainter painter(&both);
+    painter.drawPixmap(0, 0, field);
+    painter.drawPixmap(QPointF(0, field.height() / field.devicePixelRatio()), list);
+    return both;
+}
+
+QPixmap scrollBars()
+{
+    auto* area = new QScrollArea;
+    area->setStyleSheet(QStringLiteral("QScrollArea { border: 1px solid #C8D2DC; background: #FFFFFF; }")
+        + getStyleSheet("component.scrollbar", false));
+    auto* page = new QWidget;
+    page->setFixedSize(px(400), px(300));
+    page->setStyleSheet(QStringLiteral("background: #FFFFFF;"));
+    area->setWidget(page);
+    area->setFixedSize(px(200), px(120));
+    return pictureOf(area, 12, ground);
+}
