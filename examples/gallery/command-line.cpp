@@ -1,0 +1,161 @@
+#include "command-line.h"
+
+#include "languages.h"
+#include "pages.h"
+#include "theme.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryFile>
+#include <QTextStream>
+
+namespace gallery {
+
+namespace {
+
+const int usageError = 2;
+
+QString oneLine(const QString& text)
+{
+    return text.simplified();
+}
+
+QString quoted(const QString& text)
+{
+    return QLatin1Char('\'') + text + QLatin1Char('\'');
+}
+
+bool isWritableFolder(const QString& folder)
+{
+    return !folder.isEmpty() && QDir().mkpath(folder)
+        && QTemporaryFile(QDir(folder).filePath(QStringLiteral("XXXXXX"))).open();
+}
+
+class Reader
+{
+public:
+    Reader();
+
+    CommandLine read(const QStringList& arguments);
+
+private:
+    Options options() const;
+    QString error(const Options& options) const;
+
+    QCommandLineParser m_parser;
+    QCommandLineOption m_page;
+    QCommandLineOption m_language;
+    QCommandLineOption m_theme;
+    QCommandLineOption m_screenshots;
+    QCommandLineOption m_startupTimes;
+    QCommandLineOption m_help;
+    QCommandLineOption m_version;
+};
+
+Reader::Reader()
+    : m_page(QStringLiteral("page"),
+        QStringLiteral("Open the page <name>: %1.").arg(pageNames().join(QStringLiteral(", "))),
+        QStringLiteral("name"))
+    , m_language(QStringLiteral("lang"),
+          QStringLiteral("Show all texts in the language <code>: %1. Without it, the system's language.")
+              .arg(languageCodes().join(QStringLiteral(", "))),
+          QStringLiteral("code"))
+    , m_theme(QStringLiteral("theme"), QStringLiteral("Take the look from the theme in the folder <dir>."),
+          QStringLiteral("dir"))
+    , m_screenshots(QStringLiteral("screenshots"),
+          QStringLiteral(
+              "Write one PNG per page and state to the folder <dir> and exit. Needs no display; with "
+              "--page, that page alone."),
+          QStringLiteral("dir"))
+    , m_startupTimes(QStringLiteral("startup-times"),
+          QStringLiteral("For developers: write the milliseconds of each phase up to the first paint to "
+                         "standard output, as JSON, and exit."))
+    , m_help({ QStringLiteral("h"), QStringLiteral("help") }, QStringLiteral("Show this help and exit."))
+    , m_version(
+          { QStringLiteral("v"), QStringLiteral("version") }, QStringLiteral("Show the version and exit."))
+{
+    m_parser.setApplicationDescription(
+        QStringLiteral("Shows every widget of vantkit-qt, live and in all its states."));
+    m_parser.addOptions({ m_page, m_language, m_theme, m_screenshots, m_startupTimes, m_help, m_version });
+}
+
+CommandLine Reader::read(const QStringList& arguments)
+{
+    if (!m_parser.parse(arguments)) {
+        return { {}, failure(m_parser.errorText()) };
+    }
+    if (m_parser.isSet(m_help)) {
+        QTextStream(stdout) << m_parser.helpText();
+        return { {}, 0 };
+    }
+    if (m_parser.isSet(m_version)) {
+        QTextStream(stdout) << QCoreApplication::applicationName() << ' '
+                            << QCoreApplication::applicationVersion() << '\n';
+        return { {}, 0 };
+    }
+    const Options read = options();
+    const QString problem = error(read);
+    if (!problem.isEmpty()) {
+        return { {}, failure(problem) };
+    }
+    return { read, {} };
+}
+
+Options Reader::options() const
+{
+    Options options;
+    options.page = m_parser.value(m_page);
+    options.language = m_parser.isSet(m_language) ? m_parser.value(m_language) : systemLanguage();
+    options.themeFolder = m_parser.isSet(m_theme) ? m_parser.value(m_theme) : defaultThemeFolder();
+    options.screenshotsFolder = m_parser.value(m_screenshots);
+    options.startupTimes = m_parser.isSet(m_startupTimes);
+    return options;
+}
+
+QString Reader::error(const Options& options) const
+{
+    if (!m_parser.positionalArguments().isEmpty()) {
+        return QStringLiteral("Unexpected argument %1.")
+            .arg(quoted(m_parser.positionalArguments().constFirst()));
+    }
+    if (m_parser.isSet(m_page) && !pageNames().contains(options.page)) {
+        return QStringLiteral("Unknown page %1. The pages are %2.")
+            .arg(quoted(options.page), pageNames().join(QStringLiteral(", ")));
+    }
+    if (!languageCodes().contains(options.language)) {
+        return QStringLiteral("Unknown language %1. The languages are %2.")
+            .arg(quoted(options.language), languageCodes().join(QStringLiteral(", ")));
+    }
+    if (!isTheme(options.themeFolder)) {
+        return QStringLiteral("No theme in %1: it has no images.json.").arg(quoted(options.themeFolder));
+    }
+    if (m_parser.isSet(m_screenshots) && options.startupTimes) {
+        return QStringLiteral("--screenshots and --startup-times exclude each other.");
+    }
+    if (m_parser.isSet(m_screenshots) && !isWritableFolder(options.screenshotsFolder)) {
+        return QStringLiteral("Cannot write to the folder %1.").arg(quoted(options.screenshotsFolder));
+    }
+    return {};
+}
+
+} // namespace
+
+CommandLine readCommandLine(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("vantkit-qt"));
+    QCoreApplication::setApplicationName(QStringLiteral("gallery"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(GALLERY_VERSION));
+
+    // A passing application without a display decodes the arguments and knows where the program is.
+    const QCoreApplication application(argc, argv);
+    return Reader().read(QCoreApplication::arguments());
+}
+
+int failure(const QString& message)
+{
+    QTextStream(stderr) << "gallery: " << oneLine(message) << '\n';
+    return usageError;
+}
+
+} // namespace gallery

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace gallery {
+
+struct Options
+{
+    QString page;
+    QString language;
+    QString themeFolder;
+    QString screenshotsFolder;
+    bool startupTimes = false;
+
+    bool takesScreenshots() const { return !screenshotsFolder.isEmpty(); }
+};
+
+struct CommandLine
+{
+    Options options;
+    std::optional<int> exitCode; ///< set if the program is to end now: everything is said already
+};
+
+/**
+ * Reads the command line, and answers what it can answer without a display: help, version, and one line on
+ * standard error with exit code 2 for what cannot be used. Called before the QApplication is made.
+ */
+CommandLine readCommandLine(int argc, char** argv);
+
+/** Writes @p message as the one line on standard error and returns the exit code that goes with it. */
+int failure(const QString& message);
+
+} // namespace gallery

@@ -1,0 +1,84 @@
+#include "controls.h"
+
+#include <vantkit-qt/style-manager/style-manager.h>
+#include <vantkit-qt/utils/dpi-info.h>
+#include <vantkit-qt/widgets/vant-button.h>
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+
+namespace gallery {
+
+int px(int designPixels)
+{
+    return static_cast<int>(designPixels * DPIinfo::getInstance().getDPI());
+}
+
+QLabel* styledLabel(const QString& text, const char* key)
+{
+    auto* label = new QLabel(text);
+    label->setStyleSheet(getStyleSheet(key));
+    return label;
+}
+
+QLabel* wrappedLabel(const QString& text, const char* key)
+{
+    QLabel* label = styledLabel(text, key);
+    label->setWordWrap(true);
+    return label;
+}
+
+QFrame* styledFrame(const char* name, const char* key)
+{
+    auto* frame = new QFrame;
+    frame->setObjectName(QLatin1String(name));
+    frame->setStyleSheet(getStyleSheet(key));
+    return frame;
+}
+
+VantButton* button(const QString& text, int kind)
+{
+    auto* button = new VantButton(text, kind);
+    button->setMinimumWidth(px(80));
+    return button;
+}
+
+VantComboBox* comboBox(const QString& name, const QStringList& entries, int width)
+{
+    auto* box = new VantComboBox;
+    box->setAccessibleName(name);
+    box->addItems(entries);
+    box->setFixedWidth(px(width));
+    return box;
+}
+
+QLayout* labelled(const QString& text, QWidget* widget)
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(8));
+    QLabel* label = styledLabel(text, "gallery.text");
+    label->setBuddy(widget);
+    row->addWidget(label);
+    row->addWidget(widget);
+    return row;
+}
+
+void freeze(QAbstractButton* button, Look look)
+{
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setAttribute(Qt::WA_TransparentForMouseEvents);
+    button->setDown(look == Look::Pressed);
+    button->setEnabled(look != Look::Disabled);
+    if (look == Look::Hover) {
+        button->ensurePolished();
+        button->setAttribute(Qt::WA_UnderMouse);
+        QMouseEvent move(QEvent::MouseMove, QPointF(1, 1), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(button, &move);
+    }
+}
+
+} // namespace gallery

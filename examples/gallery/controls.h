@@ -1,0 +1,43 @@
+#pragma once
+
+#include <vantkit-qt/widgets/vant-combo-box.h>
+
+#include <QString>
+
+class QAbstractButton;
+class QFrame;
+class QLabel;
+class QLayout;
+class QWidget;
+class VantButton;
+
+namespace gallery {
+
+/** The length of @p designPixels on this display. */
+int px(int designPixels);
+
+/** A label with the look of the style key @p key. */
+QLabel* styledLabel(const QString& text, const char* key);
+
+/** The same with a text that wraps. */
+QLabel* wrappedLabel(const QString& text, const char* key);
+
+/** A frame with the look of the style key @p key, whose rules go by the object name @p name. */
+QFrame* styledFrame(const char* name, const char* key);
+
+/** A button that does not look lost beside a longer one. */
+VantButton* button(const QString& text, int kind);
+
+/** A combo box with @p entries that is as wide as @p width design pixels, named @p name to those who cannot
+ * see it. */
+VantComboBox* comboBox(const QString& name, const QStringList& entries, int width);
+
+/** @p widget with its label @p text in front of it. */
+QLayout* labelled(const QString& text, QWidget* widget);
+
+enum class Look { Rest, Hover, Pressed, Disabled };
+
+/** Has @p button show one look for good, as a picture of itself that pointer and keyboard pass by. */
+void freeze(QAbstractButton* button, Look look);
+
+} // namespace gallery

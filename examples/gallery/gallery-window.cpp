@@ -1,0 +1,240 @@
+#include "gallery-window.h"
+
+#include "controls.h"
+#include "languages.h"
+#include "page.h"
+#include "texts.h"
+#include "theme.h"
+
+#include <vantkit-qt/vantkit.h>
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace gallery {
+
+namespace {
+
+const int windowWidth = 1100;
+const int windowHeight = 720;
+const int sidebarWidth = 216;
+const int widestPage = 960;
+} // namespace
+
+GalleryWindow::GalleryWindow(const QString& page, const QString& language)
+    : m_index(qMax(0, pageNames().indexOf(page)))
+    , m_language(language)
+{
+    setObjectName(QStringLiteral("window"));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(getStyleSheet("gallery.window"));
+    setWindowIcon(getGlobalImage("app_img"));
+    setMinimumSize(px(720), px(400));
+    resize(px(windowWidth), px(windowHeight));
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    build();
+    m_navigation->setFocus();
+}
+
+// Everything is made anew when the language changes: the kit's widgets take their texts when they are made.
+void GalleryWindow::build()
+{
+    if (m_content) {
+        m_content->hide();
+        m_content->deleteLater(); // one of its widgets may have asked for this
+    }
+    setWindowTitle(text("window.title"));
+    m_content = new QWidget;
+    layout()->addWidget(m_content);
+
+    auto* columns = new QHBoxLayout(m_content);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(0);
+    columns->addWidget(sidebar());
+
+    auto* rows = new QVBoxLayout;
+    rows->setSpacing(0);
+    rows->addWidget(header());
+    rows->addWidget(pageArea(), 1);
+    rows->addWidget(footbar());
+    columns->addLayout(rows, 1);
+
+    openPage();
+}
+
+QWidget* GalleryWindow::sidebar()
+{
+    QFrame* sidebar = styledFrame("sidebar", "gallery.sidebar");
+    sidebar->setFixedWidth(px(sidebarWidth));
+    auto* layout = new QVBoxLayout(sidebar);
+    layout->setContentsMargins(px(12), px(20), px(12), px(16));
+    layout->setSpacing(0);
+
+    auto* brand = new QVBoxLayout;
+    brand->setContentsMargins(px(12), 0, px(12), px(20));
+    brand->setSpacing(0);
+    brand->addWidget(styledLabel(QStringLiteral("vantkit-qt"), "gallery.brand"));
+    brand->addWidget(styledLabel(text("window.subtitle"), "gallery.caption"));
+    layout->addLayout(brand);
+
+    layout->addWidget(navigation(), 1);
+    layout->addWidget(languageSwitch());
+    return sidebar;
+}
+
+QListWidget* GalleryWindow::navigation()
+{
+    m_navigation = new QListWidget;
+    m_navigation->setAccessibleName(text("window.pages"));
+    m_navigation->setStyleSheet(getStyleSheet("gallery.navigation") + getStyleSheet("component.scrollbar"));
+    m_navigation->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_navigation->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    for (const PageInfo& page : pages()) {
+        m_navigation->addItem(text(page.name + QStringLiteral(".title")));
+    }
+    m_navigation->setCurrentRow(m_index);
+    connect(m_navigation, &QListWidget::currentRowChanged, this, &GalleryWindow::showPage);
+    return m_navigation;
+}
+
+QWidget* GalleryWindow::languageSwitch()
+{
+    auto* area = new QWidget;
+    auto* layout = new QVBoxLayout(area);
+    layout->setContentsMargins(px(12), px(12), px(12), 0);
+    layout->setSpacing(px(4));
+
+    m_languages = new VantComboBox;
+    m_languages->setAccessibleName(text("window.language"));
+    for (const Language& language : languages()) {
+        m_languages->addItem(language.name, language.code);
+    }
+    m_languages->setCurrentIndex(m_languages->findData(m_language));
+    connect(m_languages, QOverload<int>::of(&QComboBox::activated), this,
+        [this](int index) { setLanguage(m_languages->itemData(index).toString()); });
+
+    QLabel* label = styledLabel(text("window.language"), "gallery.caption");
+    label->setBuddy(m_languages);
+    layout->addWidget(label);
+    layout->addWidget(m_languages);
+    return area;
+}
+
+QWidget* GalleryWindow::header()
+{
+    QFrame* header = styledFrame("header", "gallery.header");
+    auto* layout = new QHBoxLayout(header);
+    layout->setContentsMargins(px(32), px(20), px(32), px(20));
+    layout->setSpacing(px(24));
+
+    m_title = styledLabel({}, "gallery.page_title");
+    m_caption = wrappedLabel({}, "gallery.page_caption");
+    auto* words = new QVBoxLayout;
+    words->setSpacing(px(4));
+    words->addWidget(m_title);
+    words->addWidget(m_caption);
+    layout->addLayout(words, 1);
+
+    m_enabled = new VantCheckBox(text("window.enabled"));
+    m_enabled->setChecked(true);
+    layout->addWidget(m_enabled);
+    return header;
+}
+
+QWidget* GalleryWindow::pageArea()
+{
+    m_scrollArea = new QScrollArea;
+    m_scrollArea->setFrameShape(QFrame::NoFrame);
+    m_scrollArea->setWidgetResizable(true);
+    m_scrollArea->setFocusPolicy(Qt::NoFocus);
+    m_scrollArea->setStyleSheet(getStyleSheet("gallery.page_area") + getStyleSheet("component.scrollbar"));
+    m_scrollArea->verticalScrollBar()->setSingleStep(px(20));
+    m_scrollArea->horizontalScrollBar()->setSingleStep(px(20));
+    return m_scrollArea;
+}
+
+QWidget* GalleryWindow::footbar()
+{
+    m_report = styledLabel({}, "gallery.caption");
+    m_startAgain = button(text("window.start_again"), 1);
+    connect(m_startAgain, &QPushButton::clicked, this, &GalleryWindow::openPage);
+    m_close = button(text("window.close"), 0);
+    connect(m_close, &QPushButton::clicked, this, &QWidget::close);
+
+    auto* bar = new VantFootbar;
+    bar->pushLeftWidget(m_report);
+    bar->pushRightWidget(m_startAgain);
+    bar->pushRightWidget(m_close);
+    bar->init();
+    bar->setMargins(32, 12, 32, 12);
+    bar->setSpacing(8);
+
+    QFrame* foot = styledFrame("foot", "gallery.foot");
+    auto* layout = new QVBoxLayout(foot);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(bar);
+    return foot;
+}
+
+void GalleryWindow::setLanguage(const QString& code)
+{
+    m_language = code;
+    const QString theme = UIPathManager::getInstance().getPath(QStringLiteral("resource_path"));
+    ComponentStrings::getInstance().installStrings(componentStrings(theme, code));
+    installTexts(code);
+    build();
+    m_languages->setFocus();
+}
+
+void GalleryWindow::showPage(int index)
+{
+    m_index = index;
+    openPage();
+}
+
+void GalleryWindow::openPage()
+{
+    const PageInfo& info = pages().at(m_index);
+    m_title->setText(text(info.name + QStringLiteral(".title")));
+    m_caption->setText(text(info.name + QStringLiteral(".caption")));
+    m_report->setText(text("window.hint"));
+
+    m_page = info.create();
+    m_page->setMaximumWidth(px(widestPage));
+    m_page->setLiveEnabled(m_enabled->isChecked());
+    connect(m_enabled, &QCheckBox::toggled, m_page, &Page::setLiveEnabled);
+    connect(m_page, &Page::happened, m_report, &QLabel::setText);
+    m_scrollArea->setWidget(m_page); // deletes the page before it
+
+    // The page came last to the window; the foot comes last to the keyboard.
+    setTabOrder(previousInFocusChain(), m_startAgain);
+    setTabOrder(m_startAgain, m_close);
+}
+
+void GalleryWindow::growToPage()
+{
+    const int shown = m_scrollArea->viewport()->height();
+    const int needed = m_page->heightForWidth(qMin(m_scrollArea->width(), m_page->maximumWidth()));
+    resize(width(), height() + qMax(0, needed - shown));
+}
+
+void GalleryWindow::enterState(const QString& state)
+{
+    if (state == QLatin1String("disabled")) {
+        m_enabled->setChecked(false);
+    }
+    m_page->enterState(state);
+}
+
+QWidget* GalleryWindow::opener(const QString& state) const
+{
+    return m_page->opener(state);
+}
+
+} // namespace gallery

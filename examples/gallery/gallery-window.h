@@ -1,0 +1,63 @@
+#pragma once
+
+#include "pages.h"
+
+#include <QWidget>
+
+class QLabel;
+class QListWidget;
+class QScrollArea;
+class VantButton;
+class VantCheckBox;
+class VantComboBox;
+
+namespace gallery {
+
+class Page;
+
+/** The window of the gallery: navigation on the left, the page with its header and foot bar on the right. */
+class GalleryWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /** Opens the page of the name @p page, the first one if it is empty. */
+    GalleryWindow(const QString& page, const QString& language);
+
+    /** Makes the window so high that the page shows without scrolling. */
+    void growToPage();
+
+    /** Brings the page into the state @p state, "disabled" on every page or one of its own. */
+    void enterState(const QString& state);
+
+    /** The widget that a popup opens at in @p state, if one does. */
+    QWidget* opener(const QString& state) const;
+
+private:
+    void build();
+    QWidget* sidebar();
+    QListWidget* navigation();
+    QWidget* languageSwitch();
+    QWidget* header();
+    QWidget* pageArea();
+    QWidget* footbar();
+    void setLanguage(const QString& code);
+    void showPage(int index);
+    void openPage();
+
+    int m_index = 0;
+    QString m_language;
+    QWidget* m_content = nullptr;
+    QListWidget* m_navigation = nullptr;
+    VantComboBox* m_languages = nullptr;
+    QLabel* m_title = nullptr;
+    QLabel* m_caption = nullptr;
+    VantCheckBox* m_enabled = nullptr;
+    QScrollArea* m_scrollArea = nullptr;
+    Page* m_page = nullptr;
+    QLabel* m_report = nullptr;
+    VantButton* m_startAgain = nullptr;
+    VantButton* m_close = nullptr;
+};
+
+} // namespace gallery

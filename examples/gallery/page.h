@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace gallery {
+
+/** A page of the gallery: sections below one another, with widgets that the user can play with. */
+class Page : public QWidget
+{
+    Q_OBJECT
+
+public:
+    Page();
+
+    /** Enables or disables the live widgets of the page. */
+    void setLiveEnabled(bool enabled);
+
+    /** Brings the page into one of the states that its row in the table of pages names, for a picture. */
+    virtual void enterState(const QString& state);
+
+    /** The widget that a popup opens at in @p state, if one does. */
+    virtual QWidget* opener(const QString& state) const;
+
+Q_SIGNALS:
+    /** The user did something, told in words. */
+    void happened(const QString& what);
+
+protected:
+    /** Adds a section with the texts `<key>.title` and `<key>.caption`. Its layout takes the content. */
+    QVBoxLayout* addSection(const QString& key);
+
+    /** Has @p widget follow setLiveEnabled(), and returns it. */
+    template <class Widget>
+    Widget* live(Widget* widget)
+    {
+        m_live << widget;
+        return widget;
+    }
+
+private:
+    QVBoxLayout* m_layout;
+    QList<QWidget*> m_live;
+};
+
+} // namespace gallery

@@ -1,0 +1,41 @@
+#include "texts.h"
+
+#include "theme.h"
+
+namespace gallery {
+
+namespace {
+
+QMap<QString, QString>& table()
+{
+    static QMap<QString, QString> texts;
+    return texts;
+}
+
+QMap<QString, QString> textsOf(const QString& language)
+{
+    return readTexts(QStringLiteral(":/gallery/texts/%1.json").arg(language));
+}
+
+} // namespace
+
+void installTexts(const QString& language)
+{
+    table() = textsOf(QStringLiteral("enu"));
+    const QMap<QString, QString> translated = textsOf(language);
+    for (auto entry = translated.begin(); entry != translated.end(); ++entry) {
+        table().insert(entry.key(), entry.value());
+    }
+}
+
+QString text(const char* key)
+{
+    return text(QString::fromUtf8(key));
+}
+
+QString text(const QString& key)
+{
+    return table().value(key, key);
+}
+
+} // namespace gallery

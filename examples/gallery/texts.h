@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace gallery {
+
+/** Makes the language of the code @p language the one of the gallery's own texts; what it lacks stays
+ * English. */
+void installTexts(const QString& language);
+
+/** The gallery's own text of @p key, @p key itself if there is none. */
+QString text(const char* key);
+QString text(const QString& key);
+
+} // namespace gallery
