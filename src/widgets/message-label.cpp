@@ -6,6 +6,8 @@ MessageLabel::MessageLabel(QWidget* parent)
 
 void MessageLabel::resizeEvent(QResizeEvent* /*event*/)
 {
-    // A label without a text has no height for a width and answers with a negative number.
+    // A label counts its minimum height into the height that it needs, so the one fixed before has to go.
+    setMinimumHeight(0);
+    // Without a text it needs no height and answers with a negative number.
     setFixedHeight(qMax(0, heightForWidth(width())));
 }
