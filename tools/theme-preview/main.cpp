@@ -131,6 +131,9 @@ int main(int argc, char* argv[])
     const QDir output(parser.positionalArguments().first());
     const QTemporaryDir userFolder;
     startKit(theme, userFolder.path(), parser.value(languageOption));
+    QFont font = QApplication::font();
+    font.setPixelSize(static_cast<int>(13 * DPIinfo::getInstance().getDPI()));
+    QApplication::setFont(font);
     output.mkpath(QStringLiteral("."));
     for (const auto& [name, picture] : allPictures(theme)) {
         if (!picture.save(output.filePath(QStringLiteral("theme-%1.png").arg(name)))) {

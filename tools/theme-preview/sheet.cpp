@@ -49,14 +49,6 @@ void sendMouse(QWidget* widget, QEvent::Type type, Qt::MouseButton button)
     QCoreApplication::sendEvent(widget, &event);
 }
 
-void enter(QWidget* widget)
-{
-    widget->setAttribute(Qt::WA_UnderMouse);
-    QEvent event(QEvent::Enter);
-    QCoreApplication::sendEvent(widget, &event);
-    sendMouse(widget, QEvent::MouseMove, Qt::NoButton);
-}
-
 void press(QWidget* widget)
 {
     sendMouse(widget, QEvent::MouseButtonPress, Qt::LeftButton);
@@ -70,7 +62,7 @@ void setLook(QWidget* widget, Look look)
         widget->style()->polish(widget);
     }
     if (look == Look::Hover || look == Look::Pressed) {
-        enter(widget);
+        putPointerOn(widget);
     }
     if (look == Look::Pressed) {
         press(widget);
@@ -103,6 +95,14 @@ QSize logicalSize(const QPixmap& pixmap)
 }
 
 } // namespace
+
+void putPointerOn(QWidget* widget)
+{
+    widget->setAttribute(Qt::WA_UnderMouse);
+    QEvent event(QEvent::Enter);
+    QCoreApplication::sendEvent(widget, &event);
+    sendMouse(widget, QEvent::MouseMove, Qt::NoButton);
+}
 
 QPixmap pictureOf(QWidget* widget, int margin, const QColor& ground, const std::function<void()>& prepare)
 {

@@ -32,3 +32,6 @@ QPixmap pictureOf(QWidget* widget, int margin, const QColor& ground, const std::
 
 /** Pictures in rows with a caption below each, as many in a row as @p columns. */
 QPixmap contactSheet(const std::vector<std::pair<QString, QPixmap>>& pictures, int columns);
+
+/** Makes the widget look as if the pointer were over it. */
+void putPointerOn(QWidget* widget);

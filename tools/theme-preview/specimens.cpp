@@ -77,7 +77,7 @@ QWidget* filterBar()
     return bar;
 }
 
-Specimen label(const char* key, const QString& text)
+Specimen label(const char* key, const QString& text, const std::vector<Look>& looks)
 {
     return { QLatin1String(key),
         [key, text] {
@@ -85,7 +85,7 @@ Specimen label(const char* key, const QString& text)
             made->setStyleSheet(getStyleSheet(key, false));
             return made;
         },
-        labelLooks };
+        looks };
 }
 
 } // namespace
@@ -149,12 +149,13 @@ Specimens fieldSpecimens()
 Specimens labelSpecimens()
 {
     return {
-        label("component.label", QStringLiteral("Backed up every day at noon")),
-        label("component.lineedit_label", QStringLiteral("Folder name")),
-        label("component.message_sheet_text", QStringLiteral("Delete this backup?")),
-        label("component.message_sheet_informative_text", QStringLiteral("It cannot be brought back.")),
-        label("component.paging_bar_label", QStringLiteral("128 items")),
-        label("component.paging_bar_rightmost_label", QStringLiteral("128 items")),
+        label("component.label", QStringLiteral("Backed up every day at noon"), labelLooks),
+        label("component.lineedit_label", QStringLiteral("Folder name"), labelLooks),
+        label("component.message_sheet_text", QStringLiteral("Delete this backup?"), { Look::Rest }),
+        label("component.message_sheet_informative_text", QStringLiteral("It cannot be brought back."),
+            { Look::Rest }),
+        label("component.paging_bar_label", QStringLiteral("128 items"), labelLooks),
+        label("component.paging_bar_rightmost_label", QStringLiteral("128 items"), labelLooks),
     };
 }
 

@@ -312,7 +312,12 @@ QPixmap pathBar()
     folder->setStyleSheet(getStyleSheet("component.button_path_change_folder_btn", false));
     folder->setFixedSize(px(26), px(26));
     folder->move(px(1), px(1));
-    return pictureOf(bar, 12, ground, [hovered] { hovered->setAttribute(Qt::WA_UnderMouse); });
+    return pictureOf(bar, 12, ground, [bar, hovered] {
+        for (int column = 1; column < bar->columnCount(); column += 2) {
+            bar->setColumnWidth(column, px(6));
+        }
+        putPointerOn(hovered);
+    });
 }
 
 QPixmap calendarPopup()
@@ -361,6 +366,7 @@ QPixmap messageSheet()
     row->addSpacing(px(20));
     row->addLayout(column, 1);
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(px(8));
     buttons->addStretch(1);
     buttons->addWidget(styledButton("component.apply_button", text("ok"), 120));
     buttons->addWidget(styledButton("component.cancel_button", text("cancel"), 80));
