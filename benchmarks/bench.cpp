@@ -3,13 +3,18 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace bench {
 
 namespace {
 
-// Long enough for the clock, short enough that most samples are not interrupted by other programs.
-constexpr double sampleNanoseconds = 4e6;
+// Long enough for the clock, and much shorter than the time that the system gives a program at once, so that
+// most samples are not interrupted by other programs.
+constexpr double sampleNanoseconds = 3e5;
+
+// How many times the samples of a row are taken while they leave open which side of its ceiling it is on.
+constexpr std::size_t mostRounds = 4;
 
 double nanosecondsOfRuns(const Action& action, int runs)
 {
@@ -21,13 +26,14 @@ double nanosecondsOfRuns(const Action& action, int runs)
     return elapsed.count();
 }
 
+// The best of some attempts: one that was interrupted says nothing of how long the work takes.
 int runsPerSample(const Action& action)
 {
-    int runs = 1;
-    while (nanosecondsOfRuns(action, runs) < sampleNanoseconds / 2) {
-        runs *= 2;
+    double nanoseconds = nanosecondsOfRuns(action, 1);
+    for (int attempt = 0; attempt < 20; ++attempt) {
+        nanoseconds = std::min(nanoseconds, nanosecondsOfRuns(action, 1));
     }
-    return runs;
+    return std::max(1, static_cast<int>(sampleNanoseconds / nanoseconds));
 }
 
 double quantile(std::vector<double> values, double share)
@@ -36,6 +42,25 @@ double quantile(std::vector<double> values, double share)
     const auto nth = values.begin() + at;
     std::nth_element(values.begin(), nth, values.end());
     return *nth;
+}
+
+double median(const std::vector<Times>& times, double Times::*side)
+{
+    std::vector<double> values;
+    values.reserve(times.size());
+    for (const Times& both : times) {
+        values.push_back(both.*side);
+    }
+    return quantile(std::move(values), 0.5);
+}
+
+// Whether the ceiling lies where the true median may lie as well, on the other side of the one found. The
+// true one has the chance of 19 in 20 to be within 1 / sqrt(n) of the middle of the n sorted samples.
+bool isOpen(const Row& row, const std::vector<double>& ratios)
+{
+    const double reach = 1 / std::sqrt(static_cast<double>(ratios.size()));
+    return row.ceiling && *row.ceiling >= quantile(ratios, 0.5 - reach)
+        && *row.ceiling <= quantile(ratios, 0.5 + reach);
 }
 
 } // namespace
@@ -78,18 +103,19 @@ Result measure(const Row& row)
 {
     const Sampler sample = row.prepare();
     sample(); // fills the caches of the machine
-    std::vector<double> kit;
-    std::vector<double> alternative;
+    std::vector<Times> times;
     std::vector<double> ratios;
-    for (int count = 0; count < row.samples; ++count) {
-        const Times times = sample();
-        kit.push_back(times.kit);
-        alternative.push_back(times.alternative);
-        ratios.push_back(times.kit / times.alternative);
+    const auto most = static_cast<std::size_t>(row.samples) * mostRounds;
+    while (ratios.empty() || (isOpen(row, ratios) && ratios.size() < most)) {
+        for (int count = 0; count < row.samples; ++count) {
+            times.push_back(sample());
+            ratios.push_back(times.back().kit / times.back().alternative);
+        }
     }
     Result result;
     result.row = row;
-    result.median = { quantile(kit, 0.5), quantile(alternative, 0.5) };
+    result.samples = static_cast<int>(ratios.size());
+    result.median = { median(times, &Times::kit), median(times, &Times::alternative) };
     result.ratio = quantile(ratios, 0.5);
     result.lowerQuartile = quantile(ratios, 0.25);
     result.upperQuartile = quantile(ratios, 0.75);

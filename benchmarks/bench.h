@@ -39,13 +39,14 @@ struct Row
     QString kit;
     QString alternative;
     std::optional<double> ceiling; ///< of the ratio; a row without one is reported only
-    int samples = 0;
+    int samples = 0; ///< at least; more if they leave open whether the ceiling is kept
     std::function<Sampler()> prepare; ///< sets up what is not timed, and gives what is
 };
 
 struct Result
 {
     Row row;
+    int samples = 0;
     Times median;
     double ratio = 0; ///< the median of the ratios of all samples
     double lowerQuartile = 0;

@@ -110,14 +110,14 @@ QString MadeUpTheme::writeTemplates(const QString& folder, int sections)
                                "QFrame { image: url(TMPIMG_LOC/tmp_bg_%1.png); // the ground\n }\n")
                     .arg(section);
     }
-    const QString file = QStringLiteral("%1/%2.style").arg(folder).arg(sections);
+    QString file = QStringLiteral("%1/%2.style").arg(folder).arg(sections);
     write(file, text.toUtf8());
     return file;
 }
 
 QString MadeUpTheme::writeSection(const QString& folder, const QString& key, const QString& text)
 {
-    const QString file = QStringLiteral("%1/%2.style").arg(folder, key);
+    QString file = QStringLiteral("%1/%2.style").arg(folder, key);
     write(file, QStringLiteral("==%1==\n%2").arg(key, text).toUtf8());
     return file;
 }

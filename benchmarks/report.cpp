@@ -65,7 +65,7 @@ QJsonObject jsonRow(const Result& result)
     return {
         { QStringLiteral("name"), result.row.name },
         { QStringLiteral("unit"), result.row.unit },
-        { QStringLiteral("samples"), result.row.samples },
+        { QStringLiteral("samples"), result.samples },
         { QStringLiteral("kit"), jsonSide(result.row.kit, result.median.kit) },
         { QStringLiteral("alternative"), jsonSide(result.row.alternative, result.median.alternative) },
         { QStringLiteral("ratio"), result.ratio },

@@ -101,10 +101,10 @@ void addStyleRows(Suite& suite)
 
     suite.rows.push_back({ QStringLiteral("styles.scale"), QStringLiteral("one section of 2 KB"),
         QStringLiteral("getStyleSheet(key, false)"), QStringLiteral("a bare QRegExp loop over the same text"),
-        1.2, 101, scaleSection });
+        1.2, 501, scaleSection });
     suite.rows.push_back({ QStringLiteral("styles.scale-share"), QStringLiteral("one section of 2 KB"),
         QStringLiteral("getStyleSheet(key, false)"),
-        QStringLiteral("the setStyleSheet of a shown button that follows"), std::nullopt, 101,
+        QStringLiteral("the setStyleSheet of a shown button that follows"), std::nullopt, 501,
         shareOfSetting });
     suite.rows.push_back({ QStringLiteral("styles.initialize-growth"),
         QStringLiteral("one file of templates"), QStringLiteral("StyleManager::initialize of 5,000 sections"),
