@@ -112,9 +112,10 @@ VantButton* FootbarPage::additionButton(const char* key, int* count)
     VantButton* button = gallery::button(text(key), 1);
     connect(button, &QPushButton::clicked, this, [this, button, count] {
         ++*count;
-        button->setEnabled(*count < mostOnOneSide);
         buildBar();
         chainKeyboard();
+        button->setEnabled(
+            *count < mostOnOneSide); // hands the focus on, if it goes, to the bar that is there
     });
     return button;
 }

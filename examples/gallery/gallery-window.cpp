@@ -153,7 +153,7 @@ QWidget* GalleryWindow::pageArea()
     m_scrollArea->setFrameShape(QFrame::NoFrame);
     m_scrollArea->setWidgetResizable(true);
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
-    m_scrollArea->setStyleSheet(getStyleSheet("gallery.page_area") + getStyleSheet("component.scrollbar"));
+    m_scrollArea->setStyleSheet(getStyleSheet("component.scrollbar") + getStyleSheet("gallery.page_area"));
     m_scrollArea->verticalScrollBar()->setSingleStep(px(20));
     m_scrollArea->horizontalScrollBar()->setSingleStep(px(20));
     return m_scrollArea;

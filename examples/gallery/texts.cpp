@@ -2,6 +2,8 @@
 
 #include "theme.h"
 
+#include <QDebug>
+
 namespace gallery {
 
 namespace {
@@ -35,7 +37,12 @@ QString text(const char* key)
 
 QString text(const QString& key)
 {
-    return table().value(key, key);
+    const auto found = table().constFind(key);
+    if (found == table().constEnd()) {
+        qWarning() << "No text for" << key;
+        return key;
+    }
+    return *found;
 }
 
 } // namespace gallery

@@ -8,7 +8,7 @@ namespace gallery {
  * English. */
 void installTexts(const QString& language);
 
-/** The gallery's own text of @p key, @p key itself if there is none. */
+/** The gallery's own text of @p key; with a warning, @p key itself if there is none. */
 QString text(const char* key);
 QString text(const QString& key);
 
