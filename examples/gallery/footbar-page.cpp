@@ -134,6 +134,7 @@ void FootbarPage::buildBar()
     m_bar->init();
     applyMeasures();
     m_foot->layout()->addWidget(m_bar);
+    m_bar->show(); // at once: the focus may go there next
 }
 
 VantButton* FootbarPage::barButton(const QString& text, int kind)

@@ -157,7 +157,7 @@ void LabelsPage::addMessages()
         words->setSpacing(px(4));
         for (const char* part : { ".text", ".more" }) {
             const bool main = qstrcmp(part, ".text") == 0;
-            auto* label = live(new MessageLabel);
+            auto* label = new MessageLabel;
             label->setWordWrap(true);
             label->setStyleSheet(getStyleSheet(
                 main ? "component.message_sheet_text" : "component.message_sheet_informative_text"));

@@ -8,8 +8,8 @@
 #include <vantkit-qt/vantkit.h>
 
 #include <QApplication>
+#include <QScreen>
 #include <QStandardPaths>
-#include <QStyle>
 #include <QTemporaryDir>
 
 #include <optional>
@@ -60,6 +60,7 @@ int main(int argc, char** argv)
     }
 
     GalleryWindow window(options.page, options.language);
+    window.resize(window.size().boundedTo(window.screen()->availableGeometry().size()));
     if (options.startupTimes) {
         times.reportFirstPaintOf(&window);
     }
