@@ -11,7 +11,6 @@ class ImageCatalogueTest : public GuardedTest
 private Q_SLOTS:
     void states_data();
     void states();
-    void loadsWhen_data();
     void loadsWhen();
     void secondInitialize();
     void temporaryImages();
@@ -30,8 +29,6 @@ namespace {
 const QSize sourceSize(32, 32);
 const QColor stateColors[] { Qt::black, Qt::green, Qt::blue, Qt::red };
 const char* const stateSuffixes[] { "", "_hover", "_click", "_disable" };
-const ImageManager::ImageType everyState[] { ImageManager::Normal, ImageManager::Hover, ImageManager::Click,
-    ImageManager::Disable };
 
 void writeState(const ThemeFolder& theme, const char* name, ImageManager::ImageType state)
 {
@@ -44,87 +41,68 @@ QColor colorOf(const QPixmap& pixmap)
     return pixmap.isNull() ? QColor() : pixmap.toImage().pixelColor(4, 4);
 }
 
-void addLoadTypes()
-{
-    QTest::addColumn<ImageManager::InitializeType>("type");
-    QTest::newRow("eager") << ImageManager::EagerLoad;
-    QTest::newRow("lazy") << ImageManager::LazyLoad;
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(ImageManager::InitializeType)
 
 void ImageCatalogueTest::states_data()
 {
-    addLoadTypes();
+    QTest::addColumn<ImageManager::InitializeType>("type");
+    QTest::addColumn<QByteArray>("files"); // the states that have one
+    for (const char* files : { "0123", "02", "0", "1", "" }) {
+        QTest::addRow("eager, %s", files) << ImageManager::EagerLoad << QByteArray(files);
+        QTest::addRow("lazy, %s", files) << ImageManager::LazyLoad << QByteArray(files);
+    }
 }
 
 void ImageCatalogueTest::states()
 {
     QFETCH(ImageManager::InitializeType, type);
+    QFETCH(QByteArray, files);
     const ThemeFolder theme;
-    theme.writeList({ QStringLiteral("full"), QStringLiteral("two"), QStringLiteral("half"),
-        QStringLiteral("none"), QStringLiteral("full") });
-    for (const auto state : everyState) {
-        writeState(theme, "full", state);
+    theme.writeList({ QStringLiteral("icon"), QStringLiteral("other"), QStringLiteral("icon") });
+    for (const char state : qAsConst(files)) {
+        writeState(theme, "icon", ImageManager::ImageType(state - '0'));
     }
-    writeState(theme, "two", ImageManager::Normal);
-    writeState(theme, "two", ImageManager::Click);
-    writeState(theme, "half", ImageManager::Hover);
     theme.initializeImages(type);
 
-    for (const auto state : everyState) {
-        QCOMPARE(colorOf(getGlobalImage("full", state)), stateColors[state]);
+    const QColor normal = files.startsWith('0') ? stateColors[ImageManager::Normal] : QColor();
+    for (const auto state :
+        { ImageManager::Hover, ImageManager::Normal, ImageManager::Click, ImageManager::Disable }) {
+        const bool hasFile = files.contains(char('0' + state));
+        if (!hasFile) {
+            log.expect(
+                QStringLiteral("Cannot load pixmap \"icon\" with type %1 [use default icon]").arg(state), 2);
+        }
+        QCOMPARE(colorOf(getGlobalImage("icon", state)), hasFile ? stateColors[state] : normal);
+        QCOMPARE(
+            colorOf(getGlobalImage(QStringLiteral("icon"), state)), hasFile ? stateColors[state] : normal);
     }
-    log.expect(QStringLiteral("Cannot load pixmap \"two\" with type 1 [use default icon]"));
-    log.expect(QStringLiteral("Cannot load pixmap \"two\" with type 3 [use default icon]"));
-    QCOMPARE(colorOf(getGlobalImage("two", ImageManager::Hover)), stateColors[ImageManager::Normal]);
-    QCOMPARE(colorOf(getGlobalImage("two")), stateColors[ImageManager::Normal]);
-    QCOMPARE(colorOf(getGlobalImage(QStringLiteral("two"))), stateColors[ImageManager::Normal]);
-    QCOMPARE(colorOf(getGlobalImage("two", ImageManager::Click)), stateColors[ImageManager::Click]);
-    QCOMPARE(colorOf(getGlobalImage("two", ImageManager::Disable)), stateColors[ImageManager::Normal]);
-
-    log.expect(QStringLiteral("Cannot load pixmap \"half\" with type 0 [use default icon]"));
-    QVERIFY(getGlobalImage("half").isNull());
-    QCOMPARE(colorOf(getGlobalImage("half", ImageManager::Hover)), stateColors[ImageManager::Hover]);
-    for (const auto state : everyState) {
-        const QString line = QStringLiteral("Cannot load pixmap \"none\" with type %1 [use default icon]");
-        log.expect(line.arg(state), 2);
-        QVERIFY(getGlobalImage("none", state).isNull());
-        QVERIFY(getGlobalImage(QStringLiteral("none"), state).isNull());
-    }
-
-    log.expect(QStringLiteral("Cannot load pixmap \"Full\""));
-    log.expect(QStringLiteral("Cannot load pixmap \"full_hover\""));
-    QVERIFY(getGlobalImage("Full").isNull());
-    QVERIFY(getGlobalImage("full_hover", ImageManager::Hover).isNull());
-}
-
-void ImageCatalogueTest::loadsWhen_data()
-{
-    addLoadTypes();
+    log.expect(QStringLiteral("Cannot load pixmap \"Icon\""));
+    log.expect(QStringLiteral("Cannot load pixmap \"icon_hover\""));
+    QVERIFY(getGlobalImage("Icon").isNull());
+    QVERIFY(getGlobalImage("icon_hover", ImageManager::Hover).isNull());
 }
 
 void ImageCatalogueTest::loadsWhen()
 {
-    QFETCH(ImageManager::InitializeType, type);
     const ThemeFolder theme;
     theme.writeList({ QStringLiteral("late") });
-    writeState(theme, "late", ImageManager::Normal);
-    writeState(theme, "late", ImageManager::Hover);
-    theme.initializeImages(type);
+    for (const auto type : { ImageManager::EagerLoad, ImageManager::LazyLoad }) {
+        writeState(theme, "late", ImageManager::Normal);
+        writeState(theme, "late", ImageManager::Hover);
+        theme.initializeImages(type);
+        theme.writeImage(QStringLiteral("late"), sourceSize, Qt::yellow);
+        const QColor first =
+            type == ImageManager::EagerLoad ? stateColors[ImageManager::Normal] : QColor(Qt::yellow);
+        QCOMPARE(colorOf(getGlobalImage("late")), first);
 
-    theme.writeImage(QStringLiteral("late"), sourceSize, Qt::yellow);
-    const QColor first =
-        type == ImageManager::EagerLoad ? stateColors[ImageManager::Normal] : QColor(Qt::yellow);
-    QCOMPARE(colorOf(getGlobalImage("late")), first);
-
-    // From here on the files are not looked at again, in any state.
-    theme.writeImage(QStringLiteral("late"), sourceSize, Qt::magenta);
-    theme.writeImage(QStringLiteral("late_hover"), sourceSize, Qt::magenta);
-    QCOMPARE(colorOf(getGlobalImage("late")), first);
-    QCOMPARE(colorOf(getGlobalImage("late", ImageManager::Hover)), stateColors[ImageManager::Hover]);
+        // From here on the files are not looked at again, in any state.
+        theme.writeImage(QStringLiteral("late"), sourceSize, Qt::magenta);
+        theme.writeImage(QStringLiteral("late_hover"), sourceSize, Qt::magenta);
+        QCOMPARE(colorOf(getGlobalImage("late")), first);
+        QCOMPARE(colorOf(getGlobalImage("late", ImageManager::Hover)), stateColors[ImageManager::Hover]);
+    }
 }
 
 void ImageCatalogueTest::secondInitialize()

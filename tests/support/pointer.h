@@ -22,16 +22,40 @@ inline void moveAway()
     QCoreApplication::processEvents();
 }
 
-inline void press(QWidget* widget, Qt::MouseButton button = Qt::LeftButton)
+inline void press(QWidget* widget)
 {
     QWidget* window = widget->window();
-    QTest::mousePress(window->windowHandle(), button, {}, widget->mapTo(window, widget->rect().center()));
+    QTest::mousePress(
+        window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, widget->rect().center()));
 }
 
-inline void release(QWidget* widget, Qt::MouseButton button = Qt::LeftButton)
+inline void release(QWidget* widget)
 {
     QWidget* window = widget->window();
-    QTest::mouseRelease(window->windowHandle(), button, {}, widget->mapTo(window, widget->rect().center()));
+    QTest::mouseRelease(
+        window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, widget->rect().center()));
+}
+
+/** Does to @p widget what @p step says, for rows of steps; false if there is no such step. */
+inline bool act(QWidget* widget, const QByteArray& step)
+{
+    const QHash<QByteArray, std::function<void()>> steps {
+        { "enter", [=] { moveTo(widget); } },
+        { "leave", [] { moveAway(); } },
+        { "press", [=] { press(widget); } },
+        { "release", [=] { release(widget); } },
+        { "focus", [=] { widget->setFocus(); } },
+        { "enable", [=] { widget->setEnabled(true); } },
+        { "disable", [=] { widget->setEnabled(false); } },
+        { "enable-window", [=] { widget->window()->setEnabled(true); } },
+        { "disable-window", [=] { widget->window()->setEnabled(false); } },
+        { "show", [=] { widget->show(); } },
+        { "hide", [=] { widget->hide(); } },
+        { "font", [=] { widget->setFont(QFont(QStringLiteral("sans-serif"), 20)); } },
+        { "delete", [=] { delete widget; } },
+    };
+    steps.value(step, [] {})();
+    return steps.contains(step);
 }
 
 } // namespace pointer

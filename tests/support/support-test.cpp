@@ -2,8 +2,6 @@
 
 #include <vantkit-qt/utils/debug-message.h>
 
-#include <QFontDatabase>
-#include <QLabel>
 #include <QTextLayout>
 #include <QtTest>
 
@@ -15,10 +13,8 @@ class SupportTest : public QObject
 
 private Q_SLOTS:
     void guardComplains();
-    void fontOfFamily_data();
-    void fontOfFamily();
-    void fontOfScript_data();
-    void fontOfScript();
+    void fonts_data();
+    void fonts();
 };
 
 void SupportTest::guardComplains()
@@ -50,49 +46,35 @@ void SupportTest::guardComplains()
         }));
 }
 
-void SupportTest::fontOfFamily_data()
+void SupportTest::fonts_data()
 {
     QTest::addColumn<QString>("family");
-    QTest::newRow("default") << QFont().family();
-    QTest::newRow("generic") << QStringLiteral("sans-serif");
-    QTest::newRow("unknown") << QStringLiteral("Segoe UI");
-    QTest::newRow("monospace") << QStringLiteral("monospace");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("found");
+    const auto row = [](const QString& family, const char* text, const char* found) {
+        QTest::addRow("%s, %s", qUtf8Printable(family), text)
+            << family << QString::fromUtf8(text) << QString::fromUtf8(found);
+    };
+    row(QFont().family(), "Text", "Open Sans");
+    row(QStringLiteral("sans-serif"), "Zażółć gęślą", "Open Sans");
+    row(QStringLiteral("Segoe UI"), "Пятница", "Open Sans");
+    row(QFont().family(), "キャンセル日本語", "Droid Sans Fallback");
+    row(QFont().family(), "確定繁體", "Droid Sans Fallback");
+    row(QFont().family(), "确定简体", "Droid Sans Fallback");
+    row(QFont().family(), "취소확인", "NanumGothic");
 }
 
-void SupportTest::fontOfFamily()
+void SupportTest::fonts()
 {
     QFETCH(QString, family);
-    QLabel label;
-    label.setStyleSheet(QStringLiteral("font-family: \"%1\"").arg(family));
-    label.ensurePolished();
-    QCOMPARE(QFontInfo(label.font()).family(), QStringLiteral("Open Sans"));
-    QCOMPARE(QRawFont::fromFont(label.font()).familyName(), QStringLiteral("Open Sans"));
-}
-
-void SupportTest::fontOfScript_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("family");
-    const QString latin = QStringLiteral("Open Sans");
-    const QString fallback = QStringLiteral("Droid Sans Fallback");
-    QTest::newRow("Polish") << QStringLiteral("Zażółć gęślą") << latin;
-    QTest::newRow("Russian") << QStringLiteral("Пятница") << latin;
-    QTest::newRow("Japanese") << QStringLiteral("キャンセル日本語") << fallback;
-    QTest::newRow("Korean") << QStringLiteral("취소확인") << QStringLiteral("NanumGothic");
-    QTest::newRow("traditional Chinese") << QStringLiteral("確定繁體") << fallback;
-    QTest::newRow("simplified Chinese") << QStringLiteral("确定简体") << fallback;
-}
-
-void SupportTest::fontOfScript()
-{
     QFETCH(QString, text);
-    QTextLayout layout(text, QFont());
+    QTextLayout layout(text, QFont(family));
     layout.beginLayout();
     layout.createLine();
     layout.endLayout();
     const QList<QGlyphRun> runs = layout.glyphRuns();
     QCOMPARE(runs.size(), 1);
-    QTEST(runs.first().rawFont().familyName(), "family");
+    QTEST(runs.first().rawFont().familyName(), "found");
     QVERIFY2(!runs.first().glyphIndexes().contains(0), "a character has no glyph");
 }
 

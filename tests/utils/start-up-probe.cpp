@@ -1,42 +1,53 @@
-// Carries out its arguments in order and prints what each one gives, for the start-up test.
+// Carries out its arguments in order and prints what each one gives, for the start-up test. Its folders and
+// templates lie in the working directory.
 
 #include "support/theme-folder.h"
 
 #include <vantkit-qt/vantkit.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QTextStream>
 
 namespace {
 
-QString carriedOut(const QString& command, const QString& argument)
+void act(const QString& command, const QString& argument)
 {
+    const QString folder = QDir::currentPath();
     if (command == QLatin1String("paths")) {
-        ThemeFolder::setPaths(argument, argument);
+        ThemeFolder::setPaths(folder, folder);
     } else if (command == QLatin1String("user_path")) {
-        UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), argument);
+        UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), folder);
     } else if (command == QLatin1String("images")) {
-        ImageManager::getInstance().initialize(ImageManager::EagerLoad);
-    } else if (command == QLatin1String("image_folder")) {
-        return ImageManager::getInstance().getImageFolder();
-    } else if (command == QLatin1String("temp_image_folder")) {
-        return ImageManager::getInstance().getTempImageFolder();
-    } else if (command == QLatin1String("styles")) {
-        StyleManager::getInstance().initialize(
-            argument.isEmpty() ? std::vector<QString> {} : std::vector<QString> { argument });
-    } else if (command == QLatin1String("path")) {
-        return UIPathManager::getInstance().getPath(argument);
-    } else if (command == QLatin1String("string")) {
-        return ComponentStrings::getInstance().getString(argument);
-    } else if (command == QLatin1String("image")) {
-        return getGlobalImage(argument).isNull() ? QStringLiteral("null") : QStringLiteral("image");
-    } else if (command == QLatin1String("label")) {
-        return VantLabel().styleSheet();
-    } else if (command == QLatin1String("combo_box")) {
-        return VantComboBox().styleSheet();
+        ImageManager::getInstance().initialize();
+    } else if (argument.isEmpty()) {
+        StyleManager::getInstance().initialize({});
     } else {
-        qFatal("No such command: %s", qUtf8Printable(command));
+        StyleManager::getInstance().initialize({ folder + QLatin1Char('/') + argument });
     }
+}
+
+QString resultOf(const QString& command, const QString& argument)
+{
+    if (command == QLatin1String("image_folder")) {
+        return ImageManager::getInstance().getImageFolder();
+    }
+    if (command == QLatin1String("temp_image_folder")) {
+        return ImageManager::getInstance().getTempImageFolder();
+    }
+    if (command == QLatin1String("string")) {
+        return ComponentStrings::getInstance().getString(argument);
+    }
+    if (command == QLatin1String("image")) {
+        return getGlobalImage(argument).isNull() ? QStringLiteral("null") : QStringLiteral("image");
+    }
+    if (command == QLatin1String("label")) {
+        return VantLabel().styleSheet();
+    }
+    if (command == QLatin1String("combo_box")) {
+        return VantComboBox().styleSheet().replace(QLatin1Char('\n'), QLatin1Char('\t'));
+    }
+    act(command, argument);
     return QStringLiteral("done");
 }
 
@@ -44,13 +55,13 @@ QString carriedOut(const QString& command, const QString& argument)
 
 int main(int argc, char** argv)
 {
-    qSetMessagePattern(QStringLiteral("%{category} %{type}: %{message}"));
+    qSetMessagePattern(QStringLiteral("%{message}"));
     const QApplication application(argc, argv);
     QTextStream out(stdout);
     const QStringList arguments = QApplication::arguments().mid(1);
     for (const QString& argument : arguments) {
-        const int colon = argument.indexOf(QLatin1Char(':'));
-        out << carriedOut(argument.left(colon), colon < 0 ? QString() : argument.mid(colon + 1)) << '\n';
+        out << resultOf(argument.section(QLatin1Char(':'), 0, 0), argument.section(QLatin1Char(':'), 1))
+            << '\n';
         out.flush();
     }
     return 0;
