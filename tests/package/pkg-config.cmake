@@ -19,6 +19,6 @@ ask_pkg_config(themes_dir --variable=themesdir)
 get_filename_component(program_dir ${PROGRAM} DIRECTORY)
 file(MAKE_DIRECTORY ${program_dir})
 execute_process(
-    COMMAND ${COMPILER} -std=c++17 -fPIC ${FLAGS} "-DTHEME_FOLDER=\"${themes_dir}/default\"" ${cflags} ${SOURCE}
+    COMMAND ${COMPILER} -std=c++17 -fPIC "-DTHEME_FOLDER=\"${themes_dir}/default\"" ${cflags} ${SOURCE}
         -o ${PROGRAM} ${libs} -Wl,-rpath,${libdir}
     COMMAND_ERROR_IS_FATAL ANY)
