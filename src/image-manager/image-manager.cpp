@@ -141,12 +141,15 @@ void ImageManager::prepareTempImage(const QString& name)
     QFile file(getTempImageFullPath(name));
     const QPixmap source(getImageFullPath(name));
     const QPixmap scaled = source.isNull() ? source : scaledTo(source, displaySize(source.size()));
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Written over the file of the last start and then cut. Files that are emptied first are sent to the disk
+    // one by one by some file systems, and the start of the application waits for that.
+    if (!file.open(QIODevice::ReadWrite)) {
         return;
     }
     if (!scaled.isNull()) {
         scaled.save(&file, "PNG");
     }
+    file.resize(file.pos());
 }
 
 QPixmap ImageManager::getImage(const QString& name, ImageManager::ImageType type)
