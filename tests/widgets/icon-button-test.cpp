@@ -97,7 +97,7 @@ void IconButtonTest::transitions_data()
     // Each step, and after it the state whose image is seen.
     QTest::addColumn<QByteArray>("steps");
     const auto row = [](const char* name, const char* steps) { QTest::newRow(name) << QByteArray(steps); };
-    row("clicked", "enter 1 press 2 release 0 font 0 leave 0 enter 1 leave 0");
+    row("clicked", "enter 1 font 1 press 2 release 0 leave 0 enter 1 leave 0");
     row("released outside", "enter 1 press 2 release-outside 0");
     row("focused", "focus 0 enter 1 leave 1 press 2 release 0 leave 0");
     row("disabled under the pointer", "enter 1 disable 3 leave 3 enter 3 press 3 release 3");

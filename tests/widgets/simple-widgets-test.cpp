@@ -254,6 +254,7 @@ void SimpleWidgetsTest::footbar()
 {
     VantFootbar bar;
     const QList<QWidget*> widgets { fixed(50, 20), fixed(60, 30), fixed(50, 20), fixed(60, 20) };
+    widgets[0]->setMaximumHeight(QWIDGETSIZE_MAX); // the bar does not stretch it either
     bar.setMargins(1, 2, 3, 4); // undone by init
     bar.setSpacing(1);
     bar.pushRightWidget(widgets[2]);
