@@ -2,6 +2,7 @@
 #include "support/theme-folder.h"
 
 #include <QDir>
+#include <QImageReader>
 #include <QtTest>
 
 class ImageCatalogueTest : public GuardedTest
@@ -137,13 +138,19 @@ void ImageCatalogueTest::temporaryImages()
         QVERIFY(QDir(theme.userFolder()).removeRecursively());
     }
 
+    const QString arrow = ImageManager::getInstance().getTempImageFullPath(QStringLiteral("arrowup"));
+    const QString gone = ImageManager::getInstance().getTempImageFullPath(QStringLiteral("gone"));
     theme.initializeImages(ImageManager::LazyLoad);
-    theme.writeImage(QStringLiteral("arrowup"), { 8, 8 });
+    QCOMPARE(QImageReader::imageFormat(arrow), QByteArray("png"));
+    const qint64 size = QFile(arrow).size();
+    // What an earlier start has left is gone, down to the last byte.
+    theme.write(QStringLiteral("../user/data/tmp_images/tmp_arrowup.png"), QByteArray(5000, 'x'));
+    theme.write(QStringLiteral("../user/data/tmp_images/tmp_gone.png"), QByteArray(5000, 'x'));
     theme.initializeImages(ImageManager::LazyLoad);
-    QCOMPARE(theme.temporaryImageSize(QStringLiteral("arrowup")), QSize(2, 2));
-    const QFileInfo gone(ImageManager::getInstance().getTempImageFullPath(QStringLiteral("gone")));
-    QVERIFY(gone.exists());
-    QCOMPARE(gone.size(), 0);
+    QCOMPARE(theme.temporaryImageSize(QStringLiteral("arrowup")), QSize(10, 6));
+    QCOMPARE(QFile(arrow).size(), size);
+    QVERIFY(QFile::exists(gone));
+    QCOMPARE(QFile(gone).size(), 0);
     QCOMPARE(QDir(theme.userFolder() + QStringLiteral("/tmp_images")).entryList(QDir::Files),
         (QStringList { QStringLiteral("tmp_arrow_hover.png"), QStringLiteral("tmp_arrowup.png"),
             QStringLiteral("tmp_gone.png") }));
