@@ -1,0 +1,50 @@
+#include "sheets/vant-countdown-message-box.h"
+
+#include "style-manager/style-manager.h"
+#include "utils/component-strings.h"
+
+#include <QPushButton>
+
+VantCountdownMessageBox::VantCountdownMessageBox(int seconds, QWidget* parent)
+    : QMessageBox(parent)
+    , countdown(seconds)
+{
+    connect(&timer, SIGNAL(timeout()), this, SLOT(slotTick()));
+    timer.setInterval(1000);
+    setStandardButtons(QMessageBox::Ok | QMessageBox::Discard);
+    setStyleSheet(getStyleSheet("component.info_message_box", false));
+    button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
+    QAbstractButton* cancel = button(QMessageBox::Discard);
+    cancel->setStyleSheet(getStyleSheet("component.cancel_button", false));
+    cancel->setText(ComponentStrings::getInstance().getString(QStringLiteral("cancel")));
+    setDefaultButton(QMessageBox::Ok);
+    updateButtonText();
+}
+
+void VantCountdownMessageBox::updateButtonText()
+{
+    if (QAbstractButton* ok = button(QMessageBox::Ok)) {
+        const QString text = ComponentStrings::getInstance().getString(QStringLiteral("ok"));
+        ok->setText(QStringLiteral("%1(%2)").arg(text, QString::number(countdown)));
+    }
+}
+
+void VantCountdownMessageBox::slotTick()
+{
+    --countdown;
+    if (countdown >= 0) {
+        updateButtonText();
+        return;
+    }
+    timer.stop();
+    if (defaultButton()) {
+        defaultButton()->animateClick(100);
+    }
+}
+
+void VantCountdownMessageBox::showEvent(QShowEvent* event)
+{
+    QMessageBox::showEvent(event);
+    slotTick();
+    timer.start();
+}

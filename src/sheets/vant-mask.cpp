@@ -1,0 +1,90 @@
+#include "sheets/vant-mask.h"
+
+#include "sheets/vant-mask_p.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+
+VantMaskPrivate::VantMaskPrivate(VantMask* mask, QObject* parent)
+    : QObject(parent)
+    , q(mask)
+{ }
+
+void VantMaskPrivate::init(QWidget* content)
+{
+    auto* layout = new QHBoxLayout(q);
+    QPalette palette = q->palette();
+    palette.setBrush(QPalette::All, QPalette::Window, QBrush(color, Qt::SolidPattern));
+    q->setPalette(palette);
+    q->setAutoFillBackground(true);
+    layout->addWidget(content);
+    widget = content;
+    q->resize();
+}
+
+VantMask::VantMask(QWidget* widget, QWidget* parent, QColor color)
+    : QFrame(parent)
+    , d(new VantMaskPrivate(this, this))
+{
+    d->color = color;
+    d->init(widget);
+    widget->installEventFilter(this);
+    // A content that is deleted while it shows leaves nothing to close the mask.
+    connect(widget, SIGNAL(destroyed()), this, SLOT(hide()));
+
+    auto* filter = new ParentEventFilterWidget;
+    filter->mask = this;
+    filter->watchedParent = parent;
+    filter->setParent(this);
+    parent->installEventFilter(filter);
+}
+
+VantMask::~VantMask()
+{
+    if (d->widget) {
+        d->widget->disconnect(this);
+    }
+}
+
+QWidget* VantMask::createMask(QWidget* widget, QWidget* parent, QColor color)
+{
+    if (!widget) {
+        return nullptr;
+    }
+    if (!parent) {
+        parent = widget->parentWidget();
+    }
+    if (!parent) {
+        return nullptr;
+    }
+    new VantMask(widget, parent, color); // the parent deletes it
+    return widget;
+}
+
+void VantMask::resize()
+{
+    setFixedSize(window()->size());
+}
+
+bool VantMask::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != d->widget) {
+        return false;
+    }
+    // A content that was moved out of the mask hides on its way, and shows without it.
+    if (event->type() == QEvent::ShowToParent && isAncestorOf(d->widget)) {
+        show();
+        raise();
+    } else if (event->type() == QEvent::HideToParent) {
+        hide();
+    }
+    return false;
+}
+
+bool ParentEventFilterWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == watchedParent && event->type() == QEvent::Resize) {
+        mask->resize();
+    }
+    return false;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+class VantMask;
+
+class VantMaskPrivate : public QObject
+{
+    Q_OBJECT
+
+public:
+    VantMaskPrivate(VantMask* mask, QObject* parent);
+
+    void init(QWidget* widget);
+
+    QColor color { 0, 0, 0, 20 };
+    VantMask* q;
+    QPointer<QWidget> widget;
+};
+
+/** Watches the widget that a mask covers, and gives the mask the size of the window when the widget changes
+ * its own. */
+class ParentEventFilterWidget : public QObject
+{
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    VantMask* mask = nullptr;
+    QWidget* watchedParent = nullptr;
+};

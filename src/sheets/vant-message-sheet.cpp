@@ -1,0 +1,446 @@
+#include "sheets/vant-message-sheet.h"
+
+#include "image-manager/image-manager.h"
+#include "sheets/vant-message-sheet_p.h"
+#include "style-manager/style-manager.h"
+#include "utils/accessible-filter.h"
+#include "utils/component-strings.h"
+#include "utils/design-pixels_p.h"
+#include "widgets/message-label.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMovie>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using vantkit::internal::designPixels;
+
+namespace {
+
+struct TypeTraits
+{
+    const char* icon; // null leaves the icon as it is
+    bool hasOk;
+    bool hasDiscard;
+    const char* okText;
+    const char* styleKey;
+};
+
+TypeTraits traitsOf(VantMessageSheet::MessageType type)
+{
+    const char* const processing = "component.message_sheet_processing";
+    const char* const other = "component.message_sheet_other";
+    switch (type) {
+    case VantMessageSheet::Processing:
+        return { "app_img", false, false, nullptr, processing };
+    case VantMessageSheet::Information:
+        return { "icon_information", true, false, "ok", other };
+    case VantMessageSheet::Warning:
+        return { "icon_warning", true, false, "ok", other };
+    case VantMessageSheet::Question:
+        return { "icon_question", true, true, "ok", other };
+    case VantMessageSheet::Upgrading:
+        return { "icon_information", true, true, "wizard_client_upgrade", other };
+    case VantMessageSheet::WarningQuestion:
+        return { "icon_warning", true, true, "ok", other };
+    case VantMessageSheet::ProcessingMovie:
+        return { nullptr, false, false, nullptr, processing };
+    }
+    return { nullptr, false, false, nullptr, other };
+}
+
+bool takesFocus(const QWidget* widget)
+{
+    return widget->focusPolicy() != Qt::NoFocus;
+}
+
+QString textOr(const QString& text, const char* key)
+{
+    return text.isEmpty() ? ComponentStrings::getInstance().getString(QLatin1String(key)) : text;
+}
+
+} // namespace
+
+DialogButtonBoxStyle::DialogButtonBoxStyle()
+    : QProxyStyle(nullptr)
+{ }
+
+int DialogButtonBoxStyle::styleHint(
+    StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* returnData) const
+{
+    return hint == SH_DialogButtonLayout ? QDialogButtonBox::WinLayout
+                                         : baseStyle()->styleHint(hint, option, widget, returnData);
+}
+
+VantMessageSheetPrivate::VantMessageSheetPrivate(VantMessageSheet* messageSheet, QObject* parent)
+    : ModalSheet(messageSheet, parent)
+    , q(messageSheet)
+    , textLabel(new MessageLabel(q))
+    , iconLabel(new QLabel(q))
+{
+    buttonBox = new QDialogButtonBox(q);
+}
+
+void VantMessageSheetPrivate::initialize()
+{
+    initialize(MsgBoxCustomBtnText());
+}
+
+void VantMessageSheetPrivate::initialize(const MsgBoxCustomBtnText& customBtnText)
+{
+    const TypeTraits traits = traitsOf(type);
+    if (traits.icon) {
+        setIconPixmap(getGlobalImage(traits.icon, ImageManager::Normal));
+    }
+    setStandardButtons((traits.hasOk ? QMessageBox::Ok : QMessageBox::NoButton)
+        | (traits.hasDiscard ? QMessageBox::Discard : QMessageBox::NoButton));
+    QAbstractButton* ok = button(QMessageBox::Ok);
+    if (ok) {
+        dressOkButton(textOr(customBtnText.okText, traits.okText));
+        ok->setFixedHeight(designPixels(28));
+        ok->setMinimumWidth(designPixels(120));
+    }
+    QAbstractButton* discard = button(QMessageBox::Discard);
+    if (discard) {
+        dressDiscardButton(textOr(customBtnText.cancelText, "cancel"));
+        discard->setFixedHeight(designPixels(28));
+        discard->setMinimumWidth(designPixels(80));
+    }
+    q->setStyleSheet(getStyleSheet(traits.styleKey, false));
+    connectButtons();
+    if (!buttonBox->findChild<DialogButtonBoxStyle*>(QString(), Qt::FindDirectChildrenOnly)) {
+        auto* style = new DialogButtonBoxStyle;
+        style->setParent(buttonBox);
+        buttonBox->setStyle(style);
+    }
+    setupLayout();
+    textLabel->installEventFilter(q);
+    textLabel->setStyleSheet(getStyleSheet("component.message_sheet_text", false));
+    if (informativeLabel) {
+        informativeLabel->installEventFilter(q);
+        informativeLabel->setStyleSheet(getStyleSheet("component.message_sheet_informative_text", false));
+    }
+    for (QAbstractButton* shown : { ok, discard }) {
+        if (shown) {
+            shown->installEventFilter(q);
+        }
+    }
+}
+
+bool VantMessageSheetPrivate::hasIcon() const
+{
+    const QPixmap* pixmap = iconLabel->pixmap();
+    return (pixmap && !pixmap->isNull()) || iconLabel->movie();
+}
+
+void VantMessageSheetPrivate::setupLayout()
+{
+    delete q->layout();
+    auto* outer = new QVBoxLayout(q);
+    auto* texts = new QVBoxLayout; // the row adopts it
+    auto* row = new QHBoxLayout; // the outer layout adopts it
+    outer->setContentsMargins(designPixels(20), designPixels(20), designPixels(20), designPixels(10));
+    outer->setSpacing(0);
+    for (QBoxLayout* inner : std::initializer_list<QBoxLayout*> { texts, row }) {
+        inner->setContentsMargins(0, 0, 0, 0);
+        inner->setSpacing(0);
+    }
+    iconLabel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+    texts->addWidget(textLabel);
+    if (informativeLabel) {
+        texts->addSpacing(designPixels(6));
+        texts->addWidget(informativeLabel);
+    }
+    iconLabel->setVisible(hasIcon());
+    if (hasIcon()) {
+        row->addWidget(iconLabel, 0, Qt::AlignTop);
+        row->addSpacing(designPixels(20));
+    }
+    row->addLayout(texts);
+    outer->addLayout(row);
+    if (!buttonBox->buttons().isEmpty()) {
+        outer->addSpacing(designPixels(20));
+        outer->addWidget(buttonBox);
+    }
+    fixWidth(getPreferredWidth());
+    if (q->isVisible()) {
+        collectFocusWidgets();
+    }
+}
+
+void VantMessageSheetPrivate::collectFocusWidgets()
+{
+    buttonBox->setFocusPolicy(Qt::NoFocus);
+    for (const auto which : { QMessageBox::Ok, QMessageBox::Discard }) {
+        if (auto* pushButton = qobject_cast<QPushButton*>(button(which))) {
+            pushButton->setFocusPolicy(Qt::StrongFocus);
+        }
+    }
+    AccessibleFilter filter;
+    filter.setFilterWidgets({ q });
+    focusWidgets = accessibleList(q, filter);
+    q->markFirstFocusWidget();
+    q->markLastFocusWidget();
+}
+
+int VantMessageSheetPrivate::getPreferredWidth()
+{
+    const double parent = parentWidth();
+    if (parent == 540) {
+        return 480;
+    }
+    return parent - 40 > 540 ? 540 : vantkit::internal::cutToInt(parent - 40);
+}
+
+void VantMessageSheetPrivate::setIcon(QMessageBox::Icon icon)
+{
+    const QPixmap standard = QMessageBox::standardIcon(icon);
+    if (standard.isNull()) {
+        setIconPixmap(standard);
+        return;
+    }
+    const double dpi = DPIinfo::getInstance().getDPI();
+    setIconPixmap(standard.scaled(qRound(standard.width() * dpi), qRound(standard.height() * dpi),
+        Qt::KeepAspectRatio, Qt::SmoothTransformation));
+}
+
+void VantMessageSheetPrivate::setIconPixmap(const QPixmap& pixmap)
+{
+    iconLabel->setPixmap(pixmap);
+}
+
+VantMessageSheet::VantMessageSheet(
+    const MsgBoxCustomBtnText& customBtnText, MessageType type, QWidget* parent)
+    : VantSheet(parent)
+    , d(new VantMessageSheetPrivate(this, this))
+    , blockWindowButton(true)
+{
+    d->type = type;
+    d->initialize(customBtnText);
+}
+
+VantMessageSheet::VantMessageSheet(MessageType type, QWidget* parent)
+    : VantMessageSheet(MsgBoxCustomBtnText(), type, parent)
+{ }
+
+VantMessageSheet::VantMessageSheet(MessageType type, const QString& text, QWidget* parent)
+    : VantMessageSheet(MsgBoxCustomBtnText(), type, parent)
+{
+    setText(text);
+}
+
+VantMessageSheet::VantMessageSheet(
+    MessageType type, const QString& text, const QString& informativeText, QWidget* parent)
+    : VantMessageSheet(type, text, parent)
+{
+    setInformativeText(informativeText);
+}
+
+VantMessageSheet::VantMessageSheet(
+    MessageType type, const QString& text, const MsgBoxCustomBtnText& customBtnText, QWidget* parent)
+    : VantMessageSheet(customBtnText, type, parent)
+{
+    setText(text);
+}
+
+VantMessageSheet::VantMessageSheet(const QString& text, const QString& movieFile, QWidget* parent)
+    : VantMessageSheet(MsgBoxCustomBtnText(), ProcessingMovie, parent)
+{
+    auto* movie = new QMovie(movieFile);
+    movie->setParent(d->iconLabel);
+    const int side = qRound(32 * DPIinfo::getInstance().getDPI());
+    movie->setScaledSize(QSize(side, side));
+    d->iconLabel->setMovie(movie);
+    setText(text);
+}
+
+VantMessageSheet::~VantMessageSheet()
+{
+    d->abandon(blockWindowButton);
+}
+
+void VantMessageSheet::setMessageType(MessageType type)
+{
+    d->type = type;
+    d->initialize();
+}
+
+void VantMessageSheet::setText(const QString& text)
+{
+    d->setParagraph(d->textLabel, text, 24);
+    d->textLabel->setAlignment(Qt::AlignTop);
+    d->textLabel->setFocusPolicy(Qt::StrongFocus);
+    d->textLabel->setTextInteractionFlags(
+        Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    d->textLabel->setOpenExternalLinks(true);
+    setAccessibleName(d->textLabel->accessibleName());
+    d->setupLayout();
+}
+
+void VantMessageSheet::setInformativeText(const QString& text)
+{
+    if (text.isEmpty()) {
+        if (d->informativeLabel) {
+            d->informativeLabel->hide();
+            d->informativeLabel->deleteLater();
+            d->informativeLabel = nullptr;
+        }
+        setAccessibleDescription(QString());
+        d->setupLayout();
+        return;
+    }
+    if (!d->informativeLabel) {
+        d->informativeLabel = new MessageLabel(this);
+        d->informativeLabel->setTextInteractionFlags(Qt::TextInteractionFlags(
+            style()->styleHint(QStyle::SH_MessageBox_TextInteractionFlags, nullptr, this)));
+        d->informativeLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        d->informativeLabel->setOpenExternalLinks(true);
+        d->informativeLabel->setFocusPolicy(Qt::StrongFocus);
+        setTabOrder(d->textLabel, d->informativeLabel);
+    }
+    d->setParagraph(d->informativeLabel, text, 20);
+    setAccessibleDescription(d->informativeLabel->accessibleName());
+    d->setupLayout();
+}
+
+void VantMessageSheet::setIcon(const QPixmap& pixmap)
+{
+    d->iconLabel->setPixmap(pixmap);
+    d->setupLayout();
+}
+
+QAbstractButton* VantMessageSheet::button(QMessageBox::StandardButton which) const
+{
+    return d->button(which);
+}
+
+void VantMessageSheet::setDefaultButton(QPushButton* button)
+{
+    if (button) {
+        button->setDefault(true);
+    }
+}
+
+void VantMessageSheet::setBlockWindowButton(bool block)
+{
+    blockWindowButton = block;
+}
+
+void VantMessageSheet::showSheet()
+{
+    d->show();
+    d->watchWindow();
+}
+
+void VantMessageSheet::showSheetWithBlock()
+{
+    d->show();
+    if (blockWindowButton) {
+        d->greyCloseButton();
+    }
+    d->watchWindow();
+}
+
+int VantMessageSheet::exec()
+{
+    if (d->isRunning()) {
+        return 0;
+    }
+    showSheetWithBlock();
+    d->textLabel->setFocus(Qt::TabFocusReason);
+    QMovie* movie = d->iconLabel->movie();
+    if (d->type == ProcessingMovie && movie && movie->isValid()) {
+        movie->start();
+    }
+    return d->runLoop([this] { quit(); });
+}
+
+void VantMessageSheet::done(int ret)
+{
+    d->close(ret, blockWindowButton);
+    Q_EMIT finished(ret);
+}
+
+void VantMessageSheet::quit()
+{
+    done(0);
+}
+
+void VantMessageSheet::buttonClick(QAbstractButton* which)
+{
+    done(d->buttonBox->standardButton(which));
+}
+
+bool VantMessageSheet::eventFilter(QObject* watched, QEvent* event)
+{
+    if (d->refuseClose(event, blockWindowButton)) {
+        return true;
+    }
+    if (watched != window() || event->type() != QEvent::KeyPress || !isVisible()) {
+        return false;
+    }
+    auto* press = static_cast<QKeyEvent*>(event);
+    if (!d->pressButtonOf(press->key()) && (press->key() == Qt::Key_Tab || press->key() == Qt::Key_Backtab)) {
+        restrictedFocus(watched, press);
+    }
+    return true;
+}
+
+void VantMessageSheet::showEvent(QShowEvent* event)
+{
+    d->collectFocusWidgets();
+    VantSheet::showEvent(event);
+}
+
+void VantMessageSheet::markFirstFocusWidget()
+{
+    const auto first = std::find_if(d->focusWidgets.cbegin(), d->focusWidgets.cend(), takesFocus);
+    d->firstFocusWidget = first == d->focusWidgets.cend() ? nullptr : *first;
+}
+
+void VantMessageSheet::markLastFocusWidget()
+{
+    const auto last = std::find_if(d->focusWidgets.crbegin(), d->focusWidgets.crend(), takesFocus);
+    d->lastFocusWidget = last == d->focusWidgets.crend() ? nullptr : *last;
+}
+
+void VantMessageSheet::restrictedFocus(QObject* watched, QKeyEvent* event)
+{
+    auto* start = qobject_cast<QWidget*>(watched);
+    if (!start) {
+        return;
+    }
+    d->collectFocusWidgets();
+    const bool forward = event->key() == Qt::Key_Tab;
+    // At most once around, for a window in which nothing takes the focus.
+    QWidget* next = start;
+    do {
+        next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
+    } while (!takesFocus(next) && next != start);
+    if (!d->focusWidgets.contains(next) || !takesFocus(next)) {
+        next = forward ? d->firstFocusWidget : d->lastFocusWidget;
+    }
+    if (next) {
+        next->setFocus(Qt::TabFocusReason);
+    }
+}
+
+// A focused child moves the focus by itself, past the sheet and into what lies below the mask.
+bool VantMessageSheet::focusNextPrevChild(bool next)
+{
+    QWidget* const focus = focusWidget();
+    QWidget* const start = focus && isAncestorOf(focus) ? focus : this;
+    QWidget* candidate = start;
+    do {
+        candidate = next ? candidate->nextInFocusChain() : candidate->previousInFocusChain();
+        if (isAncestorOf(candidate) && (candidate->focusPolicy() & Qt::TabFocus) != 0
+            && candidate->isVisible() && candidate->isEnabled()) {
+            candidate->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    } while (candidate != start);
+    return false;
+}

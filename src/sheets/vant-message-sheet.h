@@ -1,0 +1,124 @@
+#pragma once
+
+#include "sheets/vant-sheet.h"
+#include "vantkit-export.h"
+
+#include <QMessageBox>
+
+class QAbstractButton;
+class QKeyEvent;
+class QPushButton;
+class VantMessageSheetPrivate;
+
+/** The texts of the two buttons of a message. An empty text stands for the default one. */
+struct MsgBoxCustomBtnText
+{
+    QString okText;
+    QString cancelText;
+};
+
+/**
+ * The kit's message box: an icon, a text, an optional second text and buttons, on a sheet inside a window.
+ *
+ * Build it, hand it to VantMask::createMask, then call exec() to wait for the answer, or showSheet() or
+ * showSheetWithBlock() to go on and close it with done() or quit() later. While it is open, no mouse event
+ * and no key press reaches the window below, and unless setBlockWindowButton(false) was called the window
+ * refuses to close.
+ *
+ * | type | image | buttons |
+ * |---|---|---|
+ * | Processing | "app_img" | none |
+ * | Information | "icon_information" | Ok |
+ * | Warning | "icon_warning" | Ok |
+ * | Question | "icon_question" | Ok, Discard |
+ * | Upgrading | "icon_information" | Ok, reading "wizard_client_upgrade", and Discard |
+ * | WarningQuestion | "icon_warning" | Ok, Discard |
+ * | ProcessingMovie | a movie | none |
+ *
+ * The second button is QMessageBox::Discard, and cancels. String keys "ok", "cancel" and
+ * "wizard_client_upgrade"; style keys "component.message_sheet_processing" for the two processing types and
+ * "component.message_sheet_other" for the rest, "component.message_sheet_text",
+ * "component.message_sheet_informative_text", "component.apply_button" and "component.cancel_button".
+ *
+ * The sheet is 540 design pixels wide, less in a narrow parent, and as high as its texts need. Texts are rich
+ * text.
+ */
+class VANTKIT_EXPORT VantMessageSheet : public VantSheet
+{
+    Q_OBJECT
+
+public:
+    enum MessageType {
+        Processing = 0,
+        Information = 1,
+        Warning = 2,
+        Question = 3,
+        Upgrading = 4,
+        WarningQuestion = 5,
+        ProcessingMovie = 6
+    };
+
+    VantMessageSheet(MessageType type, QWidget* parent);
+    VantMessageSheet(MessageType type, const QString& text, QWidget* parent);
+    VantMessageSheet(MessageType type, const QString& text, const QString& informativeText, QWidget* parent);
+    VantMessageSheet(
+        MessageType type, const QString& text, const MsgBoxCustomBtnText& customBtnText, QWidget* parent);
+    /** A sheet of the type ProcessingMovie with the movie in the file @p movieFile, 32 design pixels in
+     * square. */
+    VantMessageSheet(const QString& text, const QString& movieFile, QWidget* parent);
+    ~VantMessageSheet() override;
+
+    /** Changes icon, buttons and texts of the buttons to those of @p type; custom texts are not kept. */
+    void setMessageType(MessageType type);
+    void setText(const QString& text);
+    /** Sets the second text; an empty one removes it. */
+    void setInformativeText(const QString& text);
+    void setIcon(const QPixmap& pixmap);
+
+    /** The button @p which, null if the sheet does not have it. The sheet keeps it. */
+    QAbstractButton* button(QMessageBox::StandardButton which) const;
+    /** Makes @p button the default; null is ignored. */
+    void setDefaultButton(QPushButton* button);
+    /** Whether the window refuses to close while the sheet is open. It holds for the next opening or closing.
+     */
+    void setBlockWindowButton(bool block = true);
+
+    void showSheet() override;
+    /** Like showSheet(), with the window's close button unavailable. */
+    void showSheetWithBlock();
+
+    /**
+     * Shows the sheet and waits for the answer: QMessageBox::Ok, QMessageBox::Discard, or what done() was
+     * called with.
+     *
+     * 0 if the sheet, its mask or its window was deleted or the application was quit meanwhile, and for a
+     * sheet that is being waited for already.
+     */
+    int exec();
+
+    /** Focuses a widget of the sheet when Tab or Backtab reached @p watched, the window. */
+    void restrictedFocus(QObject* watched, QKeyEvent* event);
+    void markFirstFocusWidget();
+    void markLastFocusWidget();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+public Q_SLOTS:
+    /** Closes the sheet, lets exec() return @p ret, and emits finished(). */
+    void done(int ret);
+    /** done(0). */
+    void quit();
+    void buttonClick(QAbstractButton* which);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    friend class VantMessageSheetPrivate;
+
+    VantMessageSheet(const MsgBoxCustomBtnText& customBtnText, MessageType type, QWidget* parent);
+
+    VantMessageSheetPrivate* d;
+    bool blockWindowButton;
+};
