@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
 #include <QTextDocumentFragment>
 
@@ -69,6 +70,9 @@ void ModalSheet::setParagraph(MessageLabel* label, const QString& text, int line
     label->setText(DPIinfo::getInstance().getScaledStyleSheet(paragraph.arg(text)));
     label->setWordWrap(true);
     label->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
+    // Any width will do, and the height of a former text must not hold.
+    label->setMinimumSize(1, 0);
+    label->setMaximumHeight(QWIDGETSIZE_MAX);
     label->setAccessibleName(QTextDocumentFragment::fromHtml(text).toPlainText());
 }
 
@@ -247,8 +251,20 @@ bool ModalSheet::pressButtonOf(int key)
     return true;
 }
 
+// A window lower than its sheet would squeeze it, and lay the buttons over the text.
+void ModalSheet::keepContentWhole()
+{
+    if (QLayout* layout = sheet->layout()) {
+        layout->activate();
+        sheet->setMinimumHeight(layout->totalMinimumSize().height());
+    }
+}
+
 bool ModalSheet::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == sheet && event->type() == QEvent::LayoutRequest) {
+        keepContentWhole();
+    }
     // Moved into another mask or window while it is open.
     if (watched == sheet && event->type() == QEvent::ParentChange && opened) {
         if (watchedWindow) {

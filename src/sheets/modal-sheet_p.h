@@ -89,6 +89,7 @@ private:
     void giveCloseButtonBack();
     void watchParent();
     void dropLoop();
+    void keepContentWhole();
 
     VantSheet* sheet;
     QPointer<QWidget> watchedParent;

@@ -7,13 +7,20 @@
 /**
  * A label that always takes exactly the height that its text needs at its width, whatever its size policy.
  *
- * The sheets get their height from it. It has no style key.
+ * The sheets get their height from it. With word wrap, rich text breaks inside a word that is wider than the
+ * label. It has no style key.
  */
 class VANTKIT_EXPORT MessageLabel : public QLabel
 {
 public:
     explicit MessageLabel(QWidget* parent = nullptr);
 
+    int heightForWidth(int width) const override;
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void breakLongWords(int width) const;
 };
