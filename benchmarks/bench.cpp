@@ -44,11 +44,11 @@ double quantile(std::vector<double> values, double share)
     return *nth;
 }
 
-double median(const std::vector<Times>& times, double Times::*side)
+double median(const std::vector<Amounts>& amounts, double Amounts::*side)
 {
     std::vector<double> values;
-    values.reserve(times.size());
-    for (const Times& both : times) {
+    values.reserve(amounts.size());
+    for (const Amounts& both : amounts) {
         values.push_back(both.*side);
     }
     return quantile(std::move(values), 0.5);
@@ -80,15 +80,15 @@ Sampler interleaved(const Measurement& kit, const Measurement& alternative)
 {
     return [kit, alternative, kitFirst = false]() mutable {
         kitFirst = !kitFirst;
-        Times times;
+        Amounts amounts;
         if (kitFirst) {
-            times.kit = kit();
-            times.alternative = alternative();
+            amounts.kit = kit();
+            amounts.alternative = alternative();
         } else {
-            times.alternative = alternative();
-            times.kit = kit();
+            amounts.alternative = alternative();
+            amounts.kit = kit();
         }
-        return times;
+        return amounts;
     };
 }
 
@@ -103,19 +103,19 @@ Result measure(const Row& row)
 {
     const Sampler sample = row.prepare();
     sample(); // fills the caches of the machine
-    std::vector<Times> times;
+    std::vector<Amounts> amounts;
     std::vector<double> ratios;
     const auto most = static_cast<std::size_t>(row.samples) * mostRounds;
     while (ratios.empty() || (isOpen(row, ratios) && ratios.size() < most)) {
         for (int count = 0; count < row.samples; ++count) {
-            times.push_back(sample());
-            ratios.push_back(times.back().kit / times.back().alternative);
+            amounts.push_back(sample());
+            ratios.push_back(amounts.back().kit / amounts.back().alternative);
         }
     }
     Result result;
     result.row = row;
     result.samples = static_cast<int>(ratios.size());
-    result.median = { median(times, &Times::kit), median(times, &Times::alternative) };
+    result.median = { median(amounts, &Amounts::kit), median(amounts, &Amounts::alternative) };
     result.ratio = quantile(ratios, 0.5);
     result.lowerQuartile = quantile(ratios, 0.25);
     result.upperQuartile = quantile(ratios, 0.75);

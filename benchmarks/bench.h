@@ -12,8 +12,11 @@
 /** The kit beside what one would write without it: rows, how they are measured, and what comes out. */
 namespace bench {
 
-/** Nanoseconds of one unit of work, taken one right after the other. */
-struct Times
+/** What rows measure: nanoseconds, or bytes. */
+enum class Quantity { Time, Memory };
+
+/** What one unit of work takes of a row's quantity, measured one right after the other. */
+struct Amounts
 {
     double kit = 0;
     double alternative = 0;
@@ -30,24 +33,25 @@ public:
 
 using Action = std::function<void()>;
 using Measurement = std::function<double()>;
-using Sampler = std::function<Times()>;
+using Sampler = std::function<Amounts()>;
 
 struct Row
 {
     QString name;
-    QString unit; ///< what one time is the time of
+    QString unit; ///< what one amount is the amount of
     QString kit;
     QString alternative;
     std::optional<double> ceiling; ///< of the ratio; a row without one is reported only
     int samples = 0; ///< at least; more if they leave open whether the ceiling is kept
     std::function<Sampler()> prepare; ///< sets up what is not timed, and gives what is
+    Quantity quantity = Quantity::Time;
 };
 
 struct Result
 {
     Row row;
     int samples = 0;
-    Times median;
+    Amounts median;
     double ratio = 0; ///< the median of the ratios of all samples
     double lowerQuartile = 0;
     double upperQuartile = 0;
@@ -58,17 +62,18 @@ struct Result
 /** What a child process found. The check is the same for two children that did the same work. */
 struct ChildResult
 {
-    double nanoseconds = 0;
+    double amount = 0;
     QString check;
 };
 
 using Child = std::function<ChildResult(const QString& path)>;
 
-/** All rows, and the work that some of them have done in a fresh process. */
+/** All rows, and what some of them have done in another process: a piece of work, or all their samples. */
 struct Suite
 {
     std::vector<Row> rows;
     std::map<QString, Child> children;
+    std::map<QString, std::function<Sampler()>> samplers;
 };
 
 /** How long @p action takes, once. */

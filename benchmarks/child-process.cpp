@@ -4,8 +4,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QTextStream>
+
+#include <iostream>
+#include <memory>
+#include <string>
 
 namespace bench {
 
@@ -13,37 +16,92 @@ namespace {
 
 constexpr int limitMilliseconds = 60000;
 
+[[noreturn]] void fail(QProcess& process)
+{
+    throw Failure(QStringLiteral("%1 %2 failed: %3")
+                      .arg(process.program(), process.arguments().join(QLatin1Char(' ')),
+                          QString::fromUtf8(process.readAllStandardError())));
+}
+
 void requireSuccess(QProcess& process)
 {
     if (!process.waitForFinished(limitMilliseconds) || process.exitStatus() != QProcess::NormalExit
         || process.exitCode() != 0) {
-        throw Failure(QStringLiteral("%1 %2 failed: %3")
-                          .arg(process.program(), process.arguments().join(QLatin1Char(' ')),
-                              QString::fromUtf8(process.readAllStandardError())));
+        fail(process);
+    }
+}
+
+void startChild(QProcess& process, const QStringList& arguments, const QProcessEnvironment& environment)
+{
+    process.setProcessEnvironment(environment);
+    process.start(
+        QCoreApplication::applicationFilePath(), QStringList { QStringLiteral("--child") } + arguments);
+}
+
+QByteArray nextLine(QProcess& process)
+{
+    while (!process.canReadLine() && process.waitForReadyRead(limitMilliseconds)) { }
+    return process.readLine();
+}
+
+// A sampler that waits for lines ends with them.
+struct SamplingProcess : QProcess
+{
+    ~SamplingProcess() override
+    {
+        closeWriteChannel();
+        waitForFinished(limitMilliseconds);
+    }
+};
+
+void serveSamples(const Sampler& sample)
+{
+    for (std::string line; std::getline(std::cin, line);) {
+        const Amounts amounts = sample();
+        std::cout << std::fixed << amounts.kit << ' ' << amounts.alternative << std::endl;
     }
 }
 
 } // namespace
 
-ChildResult runChild(const QString& name, const QString& path)
+ChildResult runChild(const QString& name, const QString& path, const QProcessEnvironment& environment)
 {
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), { QStringLiteral("--child"), name, path });
+    startChild(process, { name, path }, environment);
     requireSuccess(process);
     const QJsonObject result = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
-    return { result.value(QLatin1String("nanoseconds")).toDouble(),
+    return { result.value(QLatin1String("amount")).toDouble(),
         result.value(QLatin1String("check")).toString() };
+}
+
+Sampler samplerInChild(const QString& name, const QProcessEnvironment& environment)
+{
+    const auto process = std::make_shared<SamplingProcess>();
+    startChild(*process, { name }, environment);
+    return [process] {
+        process->write("\n");
+        const QList<QByteArray> amounts = nextLine(*process).simplified().split(' ');
+        if (amounts.size() != 2) {
+            fail(*process);
+        }
+        return Amounts { amounts[0].toDouble(), amounts[1].toDouble() };
+    };
 }
 
 void serveAsChild(const Suite& suite, const QString& name, const QString& path)
 {
+    const auto sampler = suite.samplers.find(name);
+    if (sampler != suite.samplers.end()) {
+        serveSamples(sampler->second());
+        return;
+    }
     const auto child = suite.children.find(name);
     if (child == suite.children.end()) {
         throw Failure(QStringLiteral("no child \"%1\"").arg(name));
     }
     const ChildResult result = child->second(path);
     const QJsonObject json {
-        { QStringLiteral("nanoseconds"), result.nanoseconds },
+        { QStringLiteral("amount"), result.amount },
         { QStringLiteral("check"), result.check },
     };
     QTextStream(stdout) << QJsonDocument(json).toJson(QJsonDocument::Compact) << '\n';
@@ -59,9 +117,8 @@ FirstLine firstLineOf(const QString& program, const QStringList& arguments, cons
     FirstLine line;
     line.nanoseconds = nanosecondsOf([&] {
         process.start(program, arguments);
-        while (!process.canReadLine() && process.waitForReadyRead(limitMilliseconds)) { }
+        line.text = nextLine(process);
     });
-    line.text = process.readLine();
     requireSuccess(process);
     if (line.text.isEmpty()) {
         throw Failure(program + QStringLiteral(" wrote nothing"));

@@ -8,6 +8,7 @@ Suite wholeSuite()
     addImageRows(suite);
     addStyleRows(suite);
     addWidgetRows(suite);
+    addSheetRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

@@ -7,6 +7,7 @@ namespace bench {
 void addImageRows(Suite& suite);
 void addStyleRows(Suite& suite);
 void addWidgetRows(Suite& suite);
+void addSheetRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
 void addStartupRows(Suite& suite);
 #endif

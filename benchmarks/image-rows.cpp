@@ -77,7 +77,7 @@ Sampler childrenInTurn(const QString& kit, const QString& alternative)
     const auto theme = std::make_shared<MadeUpTheme>();
     requireSameWork(runChild(kit, theme->path()).check == runChild(alternative, theme->path()).check);
     const auto inFreshProcess = [theme](const QString& child) {
-        return [theme, child] { return runChild(child, theme->path()).nanoseconds; };
+        return [theme, child] { return runChild(child, theme->path()).amount; };
     };
     return interleaved(inFreshProcess(kit), inFreshProcess(alternative));
 }

@@ -19,6 +19,16 @@ QString time(double nanoseconds)
     return QStringLiteral("%1 ms").arg(nanoseconds / 1e6, 0, 'f', 1);
 }
 
+QString memory(double bytes)
+{
+    return QStringLiteral("%1 KB").arg(bytes / 1024, 0, 'f', 1);
+}
+
+QString amount(const Row& row, double value)
+{
+    return row.quantity == Quantity::Memory ? memory(value) : time(value);
+}
+
 // Ratios are near one or far below it; both keep two digits that mean something.
 QString ratio(const Result& result, double value)
 {
@@ -55,9 +65,11 @@ QString tableLine(const QStringList& cells)
         .arg(cells[6]);
 }
 
-QJsonObject jsonSide(const QString& what, double nanoseconds)
+QJsonObject jsonSide(Quantity quantity, const QString& what, double median)
 {
-    return { { QStringLiteral("what"), what }, { QStringLiteral("median_ns"), nanoseconds } };
+    const QString name =
+        quantity == Quantity::Memory ? QStringLiteral("median_bytes") : QStringLiteral("median_ns");
+    return { { QStringLiteral("what"), what }, { name, median } };
 }
 
 QJsonObject jsonRow(const Result& result)
@@ -66,8 +78,9 @@ QJsonObject jsonRow(const Result& result)
         { QStringLiteral("name"), result.row.name },
         { QStringLiteral("unit"), result.row.unit },
         { QStringLiteral("samples"), result.samples },
-        { QStringLiteral("kit"), jsonSide(result.row.kit, result.median.kit) },
-        { QStringLiteral("alternative"), jsonSide(result.row.alternative, result.median.alternative) },
+        { QStringLiteral("kit"), jsonSide(result.row.quantity, result.row.kit, result.median.kit) },
+        { QStringLiteral("alternative"),
+            jsonSide(result.row.quantity, result.row.alternative, result.median.alternative) },
         { QStringLiteral("ratio"), result.ratio },
         { QStringLiteral("ratio_quartiles"), QJsonArray { result.lowerQuartile, result.upperQuartile } },
         { QStringLiteral("ceiling"), result.row.ceiling ? QJsonValue(*result.row.ceiling) : QJsonValue() },
@@ -85,8 +98,9 @@ QString tableHead()
 
 QString tableRow(const Result& result)
 {
-    return tableLine({ result.row.name, time(result.median.kit), time(result.median.alternative),
-        ratio(result, result.ratio), quartiles(result), ceiling(result.row), verdict(result) });
+    return tableLine({ result.row.name, amount(result.row, result.median.kit),
+        amount(result.row, result.median.alternative), ratio(result, result.ratio), quartiles(result),
+        ceiling(result.row), verdict(result) });
 }
 
 QString markdown(const std::vector<Result>& results)

@@ -37,7 +37,7 @@ Sampler shareOfStart(const QString& phase)
         if (!milliseconds.isDouble()) {
             throw Failure(QStringLiteral("the gallery does not tell the time of its phase ") + phase);
         }
-        return Times { milliseconds.toDouble() * 1e6, start.nanoseconds };
+        return Amounts { milliseconds.toDouble() * 1e6, start.nanoseconds };
     };
 }
 

@@ -66,7 +66,7 @@ Sampler shareOfSetting()
     return [window, button] {
         button->setStyleSheet({});
         QString scaled;
-        Times times;
+        Amounts times;
         times.kit = nanosecondsOf([&] { scaled = getStyleSheet(key, false); });
         times.alternative = nanosecondsOf([&] { button->setStyleSheet(scaled); });
         return times;
@@ -88,7 +88,7 @@ Sampler growthOfTemplates()
     const QString many = MadeUpTheme::writeTemplates(folder->path(), 5000);
     requireSameWork(runChild(templatesChild, few).check == runChild(templatesChild, many).check);
     const auto inFreshProcess = [folder](const QString& file) {
-        return [folder, file] { return runChild(templatesChild, file).nanoseconds; };
+        return [folder, file] { return runChild(templatesChild, file).amount; };
     };
     return interleaved(inFreshProcess(many), inFreshProcess(few));
 }

@@ -45,15 +45,15 @@ double nanosecondsToAdd(Buttons& buttons, Make make)
 
 // The two kinds in many short turns. The buttons live together, as they do in a window, and go after the
 // clock is stopped.
-Times buildBoth()
+Amounts buildBoth()
 {
     Buttons buttons;
     buttons.reserve(std::size_t { 2 } * buttonCount);
     const Sampler turn = interleaved([&buttons] { return nanosecondsToAdd(buttons, vantButton); },
         [&buttons] { return nanosecondsToAdd(buttons, buttonByHand); });
-    Times sum;
+    Amounts sum;
     for (int count = 0; count < turnCount; ++count) {
-        const Times times = turn();
+        const Amounts times = turn();
         sum.kit += times.kit;
         sum.alternative += times.alternative;
     }
