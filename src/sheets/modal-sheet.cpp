@@ -260,23 +260,30 @@ void ModalSheet::keepContentWhole()
     }
 }
 
+// Moved into another mask while it is open, or, with what it lies in, into another window, where it shows
+// again.
+void ModalSheet::followWindow()
+{
+    if (watchedWindow && watchedWindow != sheet->window()) {
+        watchWindow();
+    }
+    if (greyedWindow && greyedWindow != sheet->window()) {
+        giveCloseButtonBack();
+        greyCloseButton();
+    }
+    if (isRunning()) {
+        watchParent();
+    }
+}
+
 bool ModalSheet::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == sheet && event->type() == QEvent::LayoutRequest) {
         keepContentWhole();
     }
-    // Moved into another mask or window while it is open.
-    if (watched == sheet && event->type() == QEvent::ParentChange && opened) {
-        if (watchedWindow) {
-            watchWindow();
-        }
-        if (greyedWindow && greyedWindow != sheet->window()) {
-            giveCloseButtonBack();
-            greyCloseButton();
-        }
-        if (isRunning()) {
-            watchParent();
-        }
+    if (watched == sheet && opened
+        && (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)) {
+        followWindow();
     }
     return QObject::eventFilter(watched, event);
 }

@@ -86,6 +86,7 @@ private Q_SLOTS:
 
 private:
     void leaveWindow();
+    void followWindow();
     void giveCloseButtonBack();
     void watchParent();
     void dropLoop();

@@ -129,7 +129,9 @@ int VantInputSheet::exec()
     }
     d->watchWindow();
     setFocus(Qt::TabFocusReason);
-    d->lineEdit->setFocus(Qt::OtherFocusReason);
+    if (isVisible()) { // and was not closed by what saw the focus come
+        d->lineEdit->setFocus(Qt::OtherFocusReason);
+    }
     return d->runLoop([this] { quit(); });
 }
 

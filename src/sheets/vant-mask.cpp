@@ -81,6 +81,13 @@ bool VantMask::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
+// It may have come into another window since it was shown last.
+void VantMask::showEvent(QShowEvent* event)
+{
+    resize();
+    QFrame::showEvent(event);
+}
+
 bool ParentEventFilterWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == watchedParent && event->type() == QEvent::Resize) {
