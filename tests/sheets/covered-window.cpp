@@ -1,0 +1,106 @@
+#include "sheets/covered-window.h"
+
+#include "theme/default-theme.h"
+
+#include <QHBoxLayout>
+#include <QtTest>
+
+CoveredWindow::CoveredWindow(const QSize& size)
+    : field(new QLineEdit)
+    , button(new QPushButton)
+{
+    auto* layout = new QHBoxLayout(this);
+    layout->addWidget(field);
+    layout->addWidget(button);
+    connect(button, SIGNAL(clicked()), this, SLOT(countClick()));
+    resize(size);
+}
+
+bool CoveredWindow::open()
+{
+    show();
+    return QTest::qWaitForWindowActive(this);
+}
+
+QString CoveredWindow::remains()
+{
+    QStringList found;
+    const auto demand = [&found](bool holds, const char* otherwise) {
+        if (!holds) {
+            found += QLatin1String(otherwise);
+        }
+    };
+    demand(!shownMask(), "a mask shows");
+    const int clicksBefore = clicks;
+    click(button);
+    demand(clicks == clicksBefore + 1, "the button takes no click");
+    field->clear();
+    field->setFocus();
+    press(Qt::Key_Space);
+    demand(field->text() == QLatin1String(" "), "the field takes no key");
+    keys.clear();
+    press(Qt::Key_Return);
+    demand(keys == QList<int> { Qt::Key_Return }, "the window takes no key");
+    demand(windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), "the close button is grey");
+    demand(close(), "the window does not close");
+    demand(open(), "the window does not open again");
+    return found.join(QLatin1String(", "));
+}
+
+void CoveredWindow::click(const QWidget* widget)
+{
+    QTest::mouseClick(windowHandle(), Qt::LeftButton, {}, widget->mapTo(this, widget->rect().center()));
+}
+
+void CoveredWindow::press(int key)
+{
+    QTest::keyClick(
+        windowHandle(), Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+}
+
+VantMask* CoveredWindow::shownMask() const
+{
+    const auto masks = findChildren<VantMask*>();
+    const auto shown =
+        std::find_if(masks.begin(), masks.end(), [](VantMask* mask) { return !mask->isHidden(); });
+    return shown == masks.end() ? nullptr : *shown;
+}
+
+int CoveredWindow::maskCount() const
+{
+    return findChildren<VantMask*>().size();
+}
+
+namespace sheets {
+
+void startKit(const QString& userFolder)
+{
+    defaulttheme::load(userFolder);
+    ComponentStrings::getInstance().installStrings({
+        { QStringLiteral("ok"), QStringLiteral("Fine") },
+        { QStringLiteral("cancel"), QStringLiteral("Back") },
+        { QStringLiteral("wizard_client_upgrade"), QStringLiteral("Get it") },
+    });
+}
+
+QList<MessageLabel*> texts(const QWidget* sheet)
+{
+    QList<MessageLabel*> found;
+    const auto labels = sheet->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QLabel* label : labels) {
+        if (auto* text = dynamic_cast<MessageLabel*>(label)) {
+            found += text;
+        }
+    }
+    return found;
+}
+
+QLabel* icon(const QWidget* sheet)
+{
+    const auto labels = sheet->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto found = std::find_if(
+        labels.begin(), labels.end(), [](QLabel* label) { return !dynamic_cast<MessageLabel*>(label); });
+    return found == labels.end() ? nullptr : *found;
+}
+
+} // namespace sheets

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <vantkit-qt/vantkit.h>
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+
+/** A window with a field and a button, to be covered by sheets. It notes what reaches it. */
+class CoveredWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CoveredWindow(const QSize& size = { 800, 600 });
+
+    /** Shows the window and waits until it is active. */
+    bool open();
+
+    /** What a user still feels of sheets that are gone; empty if the window is as it was before them. */
+    QString remains();
+
+    /** What the user does, by way of the platform: Qt finds out whom it concerns. */
+    void click(const QWidget* widget);
+    void press(int key);
+
+    VantMask* shownMask() const;
+    int maskCount() const;
+
+    QLineEdit* field;
+    QPushButton* button;
+    QList<int> keys; // key presses that came to the window itself
+    int clicks = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { keys += event->key(); }
+
+private Q_SLOTS:
+
+    void countClick() { ++clicks; }
+};
+
+/** The two modal sheets, made in the same way. */
+struct QuestionSheet : VantMessageSheet
+{
+    explicit QuestionSheet(QWidget* parent)
+        : VantMessageSheet(Question, QStringLiteral("Text"), parent)
+    { }
+};
+
+struct PromptSheet : VantInputSheet
+{
+    explicit PromptSheet(QWidget* parent)
+        : VantInputSheet(QStringLiteral("Text"), parent)
+    { }
+};
+
+namespace sheets {
+
+/** Starts the kit on the default theme, with the strings "Fine", "Back" and "Get it". */
+void startKit(const QString& userFolder);
+
+/** The labels of the sheet's texts: text, informative text. */
+QList<MessageLabel*> texts(const QWidget* sheet);
+
+/** The label of the icon. */
+QLabel* icon(const QWidget* sheet);
+
+/** Runs @p step on the next turn of the event loop. */
+template <typename Step>
+void soon(QObject* context, Step step)
+{
+    QMetaObject::invokeMethod(context, step, Qt::QueuedConnection);
+}
+
+} // namespace sheets
