@@ -3,6 +3,7 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QMovie>
 #include <QtTest>
 
 #include <cmath>
@@ -78,6 +79,7 @@ private Q_SLOTS:
     void images();
     void styleSheetImages();
     void sources();
+    void movie();
     void fileTypes();
     void keys();
     void sections_data();
@@ -172,6 +174,29 @@ void ThemeFilesTest::sources()
             + stemsIn(QStringLiteral("svg/marks"), QStringLiteral(".svg")));
     QCOMPARE(withoutState(stemsIn(QStringLiteral("filetypes"), QStringLiteral(".png"))),
         stemsIn(QStringLiteral("svg/filetypes"), QStringLiteral(".svg")));
+}
+
+// A turn of a second or so that goes on for ever, with nothing painted where the ring is not.
+void ThemeFilesTest::movie()
+{
+    QCOMPARE(stemsIn(QStringLiteral("images"), QStringLiteral(".gif")),
+        stemsIn(QStringLiteral("svg/movies"), QStringLiteral(".svg")));
+    QMovie movie(ImageManager::getInstance().getImageFolder() + QStringLiteral("/processing.gif"));
+    QCOMPARE(movie.loopCount(), -1);
+    QVERIFY(movie.frameCount() >= 24);
+    int duration = 0;
+    QImage former;
+    for (int frame = 0; frame < movie.frameCount(); ++frame) {
+        QVERIFY(movie.jumpToFrame(frame));
+        const QImage image = movie.currentImage();
+        QCOMPARE(image.size(), QSize(128, 128));
+        QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
+        QCOMPARE(qAlpha(image.pixel(64, 64)), 0);
+        QVERIFY(image != former);
+        former = image;
+        duration += movie.nextFrameDelay();
+    }
+    QVERIFY(duration >= 800 && duration <= 2000);
 }
 
 void ThemeFilesTest::fileTypes()
