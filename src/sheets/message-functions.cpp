@@ -26,6 +26,7 @@ void dressButton(QAbstractButton* button, const QString& text, const char* strin
     button->setText(
         text.isEmpty() ? ComponentStrings::getInstance().getString(QLatin1String(stringKey)) : text);
     button->setStyleSheet(getStyleSheet(styleKey, false));
+    button->setIcon(QIcon()); // that of the desktop, if it gives standard buttons one
 }
 
 int execBox(const Message& message, QMessageBox::Icon icon, const char* styleKey,

@@ -38,6 +38,7 @@ void ModalSheet::dressOkButton(const QString& text)
 {
     QPushButton* ok = buttonBox->button(QDialogButtonBox::Ok);
     ok->setText(text);
+    ok->setIcon(QIcon()); // that of the desktop, if it gives standard buttons one
     ok->setDefault(true);
     ok->setStyleSheet(getStyleSheet("component.apply_button", false));
 }
@@ -46,6 +47,7 @@ void ModalSheet::dressDiscardButton(const QString& text)
 {
     QPushButton* discard = buttonBox->button(QDialogButtonBox::Discard);
     discard->setText(text);
+    discard->setIcon(QIcon()); // where the desktop gives standard buttons one, a waste bin
     discard->setStyleSheet(getStyleSheet("component.cancel_button", false));
 }
 

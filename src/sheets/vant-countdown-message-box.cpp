@@ -12,11 +12,16 @@ VantCountdownMessageBox::VantCountdownMessageBox(int seconds, QWidget* parent)
     connect(&timer, SIGNAL(timeout()), this, SLOT(slotTick()));
     timer.setInterval(1000);
     setStandardButtons(QMessageBox::Ok | QMessageBox::Discard);
+    // Under a parent with a style sheet, the icon of a box that is not polished yet would come from that one.
+    ensurePolished();
     setStyleSheet(getStyleSheet("component.info_message_box", false));
     button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
     QAbstractButton* cancel = button(QMessageBox::Discard);
     cancel->setStyleSheet(getStyleSheet("component.cancel_button", false));
     cancel->setText(ComponentStrings::getInstance().getString(QStringLiteral("cancel")));
+    for (QAbstractButton* own : buttons()) {
+        own->setIcon(QIcon()); // those of the desktop, if it gives standard buttons any
+    }
     setDefaultButton(QMessageBox::Ok);
     updateButtonText();
 }
