@@ -2,6 +2,7 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
@@ -39,6 +40,8 @@ private Q_SLOTS:
 
     void countClick() { ++clicks; }
 };
+
+Q_DECLARE_METATYPE(VantMessageSheet::MessageType)
 
 /** The two modal sheets, made in the same way. */
 struct QuestionSheet : VantMessageSheet
