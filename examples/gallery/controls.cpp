@@ -1,5 +1,7 @@
 #include "controls.h"
 
+#include "texts.h"
+
 #include <vantkit-qt/style-manager/style-manager.h>
 #include <vantkit-qt/utils/dpi-info.h>
 #include <vantkit-qt/widgets/vant-button.h>
@@ -7,6 +9,7 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFrame>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
@@ -65,6 +68,27 @@ QLayout* labelled(const QString& text, QWidget* widget)
     row->addWidget(label);
     row->addWidget(widget);
     return row;
+}
+
+QGridLayout* addLiveAndDisabled(QVBoxLayout* section)
+{
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(px(16));
+    grid->setVerticalSpacing(px(12));
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(styledLabel(text("state.live"), "gallery.caption"), 0, 0);
+    grid->addWidget(styledLabel(text("state.disabled"), "gallery.caption"), 0, 1);
+    section->addLayout(grid);
+    return grid;
+}
+
+void addPair(QGridLayout* grid, QWidget* live, QWidget* disabled)
+{
+    disabled->setEnabled(false);
+    const int row = grid->rowCount();
+    grid->addWidget(live, row, 0, Qt::AlignLeft);
+    grid->addWidget(disabled, row, 1, Qt::AlignLeft);
 }
 
 void freeze(QAbstractButton* button, Look look)

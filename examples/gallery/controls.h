@@ -6,8 +6,10 @@
 
 class QAbstractButton;
 class QFrame;
+class QGridLayout;
 class QLabel;
 class QLayout;
+class QVBoxLayout;
 class QWidget;
 class VantButton;
 
@@ -34,6 +36,12 @@ VantComboBox* comboBox(const QString& name, const QStringList& entries, int widt
 
 /** @p widget with its label @p text in front of it. */
 QLayout* labelled(const QString& text, QWidget* widget);
+
+/** A grid of two columns, "Live" and "Disabled", at the end of @p section. */
+QGridLayout* addLiveAndDisabled(QVBoxLayout* section);
+
+/** Adds a row with two widgets of a kind, and disables the second. */
+void addPair(QGridLayout* grid, QWidget* live, QWidget* disabled);
 
 enum class Look { Rest, Hover, Pressed, Disabled };
 

@@ -44,27 +44,6 @@ private:
     VantMenu* m_menu = nullptr;
 };
 
-QGridLayout* addLiveAndDisabled(QVBoxLayout* section)
-{
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(px(16));
-    grid->setVerticalSpacing(px(12));
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
-    grid->addWidget(styledLabel(text("state.live"), "gallery.caption"), 0, 0);
-    grid->addWidget(styledLabel(text("state.disabled"), "gallery.caption"), 0, 1);
-    section->addLayout(grid);
-    return grid;
-}
-
-void addPair(QGridLayout* grid, QWidget* live, QWidget* disabled)
-{
-    disabled->setEnabled(false);
-    const int row = grid->rowCount();
-    grid->addWidget(live, row, 0, Qt::AlignLeft);
-    grid->addWidget(disabled, row, 1, Qt::AlignLeft);
-}
-
 VantCheckBox* checkBox(const char* key, Qt::CheckState state)
 {
     auto* box = new VantCheckBox(text(key));

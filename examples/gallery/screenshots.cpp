@@ -3,10 +3,17 @@
 #include "command-line.h"
 #include "gallery-window.h"
 
+#include <vantkit-qt/sheets/vant-sheet.h>
+
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
+#include <QMovie>
 #include <QPainter>
 #include <QPixmap>
+#include <QTimer>
+
+#include <algorithm>
 
 namespace gallery {
 
@@ -38,6 +45,54 @@ QPixmap pictureOf(QWidget* window)
     return picture;
 }
 
+VantSheet* openSheet(const QWidget* window)
+{
+    const QList<VantSheet*> sheets = window->findChildren<VantSheet*>();
+    const auto open =
+        std::find_if(sheets.begin(), sheets.end(), [](const VantSheet* sheet) { return sheet->isVisible(); });
+    return open == sheets.end() ? nullptr : *open;
+}
+
+QPixmap pictureOfSheet(QWidget* window)
+{
+    const QList<QMovie*> movies = window->findChildren<QMovie*>();
+    for (QMovie* movie : movies) {
+        movie->setPaused(true);
+        movie->jumpToFrame(0);
+    }
+    return window->grab();
+}
+
+// The box in the middle of its window, with a line where a window manager would draw a frame.
+QPixmap pictureOfBox(QWidget* window, QWidget* box)
+{
+    QPixmap picture = window->grab();
+    QRect place(QPoint(), box->size());
+    place.moveCenter(window->rect().center());
+    QPainter painter(&picture);
+    painter.fillRect(place.adjusted(-1, -1, 1, 1), QColor(0x7F, 0x8E, 0x9C));
+    painter.drawPixmap(place.topLeft(), box->grab());
+    return picture;
+}
+
+// Of what waits for an answer on @p window or above it, which is then closed without one; null if nothing
+// does.
+QPixmap pictureOfQuestion(QWidget* window)
+{
+    QCoreApplication::sendPostedEvents();
+    if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        const QPixmap picture = pictureOfBox(window, box);
+        box->done(0);
+        return picture;
+    }
+    if (VantSheet* sheet = openSheet(window)) {
+        const QPixmap picture = pictureOfSheet(window);
+        QMetaObject::invokeMethod(sheet, "quit");
+        return picture;
+    }
+    return {};
+}
+
 QPixmap pictureOf(const QString& page, const QString& state, const QString& language)
 {
     GalleryWindow window(page, language);
@@ -50,8 +105,14 @@ QPixmap pictureOf(const QString& page, const QString& state, const QString& lang
     if (QWidget* opener = window.opener(state)) {
         makeRoomBelow(opener);
     }
+    // A question keeps enterState() waiting, and a timer is what runs meanwhile.
+    QPixmap question;
+    QTimer::singleShot(0, &window, [&] { question = pictureOfQuestion(&window); });
     window.enterState(state);
     QApplication::processEvents();
+    if (!question.isNull()) {
+        return question;
+    }
     window.growToPage();
     QApplication::processEvents();
     return pictureOf(&window);
@@ -67,6 +128,7 @@ void prepareScreenshots()
 
 int takeScreenshots(const Options& options)
 {
+    QApplication::setCursorFlashTime(0);
     for (const PageInfo& page : pages()) {
         if (!options.page.isEmpty() && options.page != page.name) {
             continue;

@@ -13,9 +13,12 @@
 
 namespace {
 
-const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "footbar", "footbar-disabled",
-    "footbar-filled", "inputs", "inputs-combo", "inputs-disabled", "inputs-focus", "inputs-menu", "labels",
-    "labels-disabled", "labels-focus", "labels-narrow" };
+const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "fields", "fields-disabled",
+    "fields-error", "fields-focus", "footbar", "footbar-disabled", "footbar-filled", "inputs", "inputs-combo",
+    "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
+    "labels-narrow", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
+    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
+    "sheets-warning", "sheets-warningquestion" };
 
 struct Outcome
 {
@@ -132,6 +135,7 @@ private Q_SLOTS:
     void refuses();
     void takesEveryPicture();
     void drawsForTheDisplay();
+    void repeatsItself_data();
     void repeatsItself();
     void speaksTheLanguage_data();
     void speaksTheLanguage();
@@ -160,7 +164,7 @@ void GalleryTest::answersWithoutDisplay_data()
 
     QTest::newRow("help") << "--help"
                           << QStringList { "--page", "--lang", "--theme", "--screenshots", "--startup-times",
-                                 "buttons", "inputs", "labels", "footbar", "enu", "chs" };
+                                 "buttons", "inputs", "fields", "labels", "footbar", "sheets", "enu", "chs" };
     QTest::newRow("version") << "--version" << QStringList { "gallery " };
 }
 
@@ -253,12 +257,23 @@ void GalleryTest::drawsForTheDisplay()
     }
 }
 
+void GalleryTest::repeatsItself_data()
+{
+    QTest::addColumn<QString>("page");
+
+    QTest::newRow("popups") << "inputs";
+    QTest::newRow("movies and countdowns") << "sheets";
+}
+
 void GalleryTest::repeatsItself()
 {
-    QCOMPARE(runGallery({ "--page", "inputs", "--lang", "enu", "--screenshots", path("again") }).exitCode, 0);
-    QCOMPARE(picturesIn(path("again")), pictures.filter("inputs"));
-    for (const QString& name : pictures.filter("inputs")) {
-        const QByteArray again = contentOf(path("again/" + name + ".png"));
+    QFETCH(QString, page);
+
+    const QString folder = path("again-" + page);
+    QCOMPARE(runGallery({ "--page", page, "--lang", "enu", "--screenshots", folder }).exitCode, 0);
+    QCOMPARE(picturesIn(folder), pictures.filter(page));
+    for (const QString& name : pictures.filter(page)) {
+        const QByteArray again = contentOf(folder + '/' + name + ".png");
         QVERIFY2(again == contentOf(path("all/" + name + ".png")), qPrintable(name));
     }
 }
