@@ -16,7 +16,7 @@
 
 namespace {
 
-// The extension and the state suffixes, by ImageType.
+// By ImageType.
 const std::array<QLatin1String, 4> stateSuffixes {
     QLatin1String(""),
     QLatin1String("_hover"),
@@ -160,7 +160,7 @@ QPixmap ImageManager::getImage(const QString& name, ImageManager::ImageType type
         return {};
     }
     const ImageFile& image = found->second;
-    if (m_init_type == LazyLoad && !image.m_loaded) {
+    if (m_init_type == LazyLoad && !image.m_loaded) { // a loaded name is not looked up twice
         lazyLoad(name);
     }
     const auto state = static_cast<std::size_t>(type);
