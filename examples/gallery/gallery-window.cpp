@@ -8,6 +8,7 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -32,7 +33,7 @@ GalleryWindow::GalleryWindow(const QString& page, const QString& language)
     setObjectName(QStringLiteral("window"));
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(getStyleSheet("gallery.window"));
-    setWindowIcon(getGlobalImage("app_img"));
+    QApplication::setWindowIcon(getGlobalImage("app_img")); // for messages without a parent, too
     setMinimumSize(px(720), px(400));
     resize(px(windowWidth), px(windowHeight));
 

@@ -319,6 +319,7 @@ void SheetsPage::openCountdown()
     box.setIcon(QMessageBox::Information);
     box.setText(text("sheets.countdown.text"));
     box.setInformativeText(text("sheets.countdown.more"));
+    box.setEscapeButton(QMessageBox::Discard); // which a box does not take for its way out by itself
     told(QStringLiteral("VantCountdownMessageBox"), nameOf(box.exec()));
 }
 
