@@ -26,9 +26,11 @@ VantMask::VantMask(QWidget* widget, QWidget* parent, QColor color)
     : QFrame(parent)
     , d(new VantMaskPrivate(this, this))
 {
+    hide(); // also when a window that does not show yet does so
     d->color = color;
     d->init(widget);
     widget->installEventFilter(this);
+    setAttribute(Qt::WA_NoMousePropagation);
     // A content that is deleted while it shows leaves nothing to close the mask.
     connect(widget, SIGNAL(destroyed()), this, SLOT(hide()));
 
@@ -41,6 +43,7 @@ VantMask::VantMask(QWidget* widget, QWidget* parent, QColor color)
 
 VantMask::~VantMask()
 {
+    // The content goes with the mask, and has nothing to hide then.
     if (d->widget) {
         d->widget->disconnect(this);
     }
@@ -69,7 +72,7 @@ void VantMask::resize()
 bool VantMask::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != d->widget) {
-        return false;
+        return QFrame::eventFilter(watched, event);
     }
     // A content that was moved out of the mask hides on its way, and shows without it.
     if (event->type() == QEvent::ShowToParent && isAncestorOf(d->widget)) {
@@ -78,7 +81,7 @@ bool VantMask::eventFilter(QObject* watched, QEvent* event)
     } else if (event->type() == QEvent::HideToParent) {
         hide();
     }
-    return false;
+    return QFrame::eventFilter(watched, event);
 }
 
 // It may have come into another window since it was shown last.
@@ -93,5 +96,5 @@ bool ParentEventFilterWidget::eventFilter(QObject* watched, QEvent* event)
     if (watched == watchedParent && event->type() == QEvent::Resize) {
         mask->resize();
     }
-    return false;
+    return QObject::eventFilter(watched, event);
 }
