@@ -9,27 +9,33 @@ MessageLabel::MessageLabel(QWidget* parent)
 
 int MessageLabel::heightForWidth(int width) const
 {
-    breakLongWords(width);
-    return QLabel::heightForWidth(width);
+    const int height = QLabel::heightForWidth(width);
+    return breakLongWords() ? QLabel::heightForWidth(width) : height;
 }
 
 // The label lays its document out with breaks between words only, anew after every change, so it has to have
-// done that before the document is told otherwise.
-void MessageLabel::breakLongWords(int width) const
+// done that before the document is told otherwise. True if it was told just now.
+bool MessageLabel::breakLongWords() const
 {
     auto* document = wordWrap() ? findChild<QTextDocument*>() : nullptr;
     if (!document) {
-        return;
+        return false;
     }
-    QLabel::heightForWidth(width);
     QTextOption option = document->defaultTextOption();
-    if (option.wrapMode() != QTextOption::WrapAtWordBoundaryOrAnywhere) {
-        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        document->setDefaultTextOption(option);
+    if (option.wrapMode() == QTextOption::WrapAtWordBoundaryOrAnywhere) {
+        return false;
     }
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document->setDefaultTextOption(option);
+    return true;
 }
 
 void MessageLabel::resizeEvent(QResizeEvent* /*event*/)
+{
+    fitHeight();
+}
+
+void MessageLabel::fitHeight()
 {
     // A label counts its minimum height into the height that it needs, so the one fixed before has to go.
     setMinimumHeight(0);
@@ -39,6 +45,6 @@ void MessageLabel::resizeEvent(QResizeEvent* /*event*/)
 
 void MessageLabel::paintEvent(QPaintEvent* event)
 {
-    breakLongWords(width());
+    heightForWidth(width()); // a text set since the last layout is broken too
     QLabel::paintEvent(event);
 }

@@ -15,6 +15,9 @@ class VANTKIT_EXPORT MessageLabel : public QLabel
 public:
     explicit MessageLabel(QWidget* parent = nullptr);
 
+    /** Takes the height that the text needs now. Every resize does; a new text at the same width does not. */
+    void fitHeight();
+
     int heightForWidth(int width) const override;
 
 protected:
@@ -22,5 +25,5 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void breakLongWords(int width) const;
+    bool breakLongWords() const;
 };
