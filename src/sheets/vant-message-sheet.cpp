@@ -1,10 +1,10 @@
 #include "sheets/vant-message-sheet.h"
 
 #include "image-manager/image-manager.h"
+#include "sheets/dress-button_p.h"
 #include "sheets/vant-message-sheet_p.h"
 #include "style-manager/style-manager.h"
 #include "utils/accessible-filter.h"
-#include "utils/component-strings.h"
 #include "utils/design-pixels_p.h"
 #include "widgets/message-label.h"
 
@@ -17,6 +17,7 @@
 #include <algorithm>
 
 using vantkit::internal::designPixels;
+using vantkit::internal::textOrString;
 
 namespace {
 
@@ -57,11 +58,6 @@ bool takesFocus(const QWidget* widget)
     return widget->focusPolicy() != Qt::NoFocus;
 }
 
-QString textOr(const QString& text, const char* key)
-{
-    return text.isEmpty() ? ComponentStrings::getInstance().getString(QLatin1String(key)) : text;
-}
-
 } // namespace
 
 DialogButtonBoxStyle::DialogButtonBoxStyle()
@@ -82,6 +78,10 @@ VantMessageSheetPrivate::VantMessageSheetPrivate(VantMessageSheet* messageSheet,
     , iconLabel(new QLabel(q))
 {
     buttonBox = new QDialogButtonBox(q);
+    // Before there are buttons, each of which would have to take on another style.
+    auto* style = new DialogButtonBoxStyle;
+    style->setParent(buttonBox);
+    buttonBox->setStyle(style);
 }
 
 void VantMessageSheetPrivate::initialize()
@@ -99,23 +99,18 @@ void VantMessageSheetPrivate::initialize(const MsgBoxCustomBtnText& customBtnTex
         | (traits.hasDiscard ? QMessageBox::Discard : QMessageBox::NoButton));
     QAbstractButton* ok = button(QMessageBox::Ok);
     if (ok) {
-        dressOkButton(textOr(customBtnText.okText, traits.okText));
+        dressOkButton(textOrString(customBtnText.okText, traits.okText));
         ok->setFixedHeight(designPixels(28));
         ok->setMinimumWidth(designPixels(120));
     }
     QAbstractButton* discard = button(QMessageBox::Discard);
     if (discard) {
-        dressDiscardButton(textOr(customBtnText.cancelText, "cancel"));
+        dressDiscardButton(textOrString(customBtnText.cancelText, "cancel"));
         discard->setFixedHeight(designPixels(28));
         discard->setMinimumWidth(designPixels(80));
     }
     q->setStyleSheet(getStyleSheet(traits.styleKey, false));
     connectButtons();
-    if (!buttonBox->findChild<DialogButtonBoxStyle*>(QString(), Qt::FindDirectChildrenOnly)) {
-        auto* style = new DialogButtonBoxStyle;
-        style->setParent(buttonBox);
-        buttonBox->setStyle(style);
-    }
     setupLayout();
     textLabel->installEventFilter(q);
     textLabel->setStyleSheet(getStyleSheet("component.message_sheet_text", false));
@@ -166,9 +161,7 @@ void VantMessageSheetPrivate::setupLayout()
         outer->addWidget(buttonBox);
     }
     fixWidth(getPreferredWidth());
-    if (q->isVisible()) {
-        collectFocusWidgets();
-    }
+    collectFocusWidgets(); // some of them may just have been deleted
 }
 
 void VantMessageSheetPrivate::collectFocusWidgets()
@@ -209,7 +202,9 @@ void VantMessageSheetPrivate::setIcon(QMessageBox::Icon icon)
 
 void VantMessageSheetPrivate::setIconPixmap(const QPixmap& pixmap)
 {
+    const QMovie* movie = iconLabel->movie();
     iconLabel->setPixmap(pixmap);
+    delete movie;
 }
 
 VantMessageSheet::VantMessageSheet(
@@ -259,7 +254,7 @@ VantMessageSheet::VantMessageSheet(const QString& text, const QString& movieFile
 
 VantMessageSheet::~VantMessageSheet()
 {
-    d->abandon(blockWindowButton);
+    d->abandon();
 }
 
 void VantMessageSheet::setMessageType(MessageType type)
@@ -308,7 +303,7 @@ void VantMessageSheet::setInformativeText(const QString& text)
 
 void VantMessageSheet::setIcon(const QPixmap& pixmap)
 {
-    d->iconLabel->setPixmap(pixmap);
+    d->setIconPixmap(pixmap);
     d->setupLayout();
 }
 
@@ -360,6 +355,9 @@ int VantMessageSheet::exec()
 
 void VantMessageSheet::done(int ret)
 {
+    if (QMovie* movie = d->iconLabel->movie()) {
+        movie->stop();
+    }
     d->close(ret, blockWindowButton);
     Q_EMIT finished(ret);
 }
@@ -376,11 +374,14 @@ void VantMessageSheet::buttonClick(QAbstractButton* which)
 
 bool VantMessageSheet::eventFilter(QObject* watched, QEvent* event)
 {
-    if (d->refuseClose(event, blockWindowButton)) {
+    if (vantkit::internal::ModalSheet::refuseClose(event, blockWindowButton)) {
+        return true;
+    }
+    if (d->blockShortcut(watched, event)) {
         return true;
     }
     if (watched != window() || event->type() != QEvent::KeyPress || !isVisible()) {
-        return false;
+        return VantSheet::eventFilter(watched, event);
     }
     auto* press = static_cast<QKeyEvent*>(event);
     if (!d->pressButtonOf(press->key()) && (press->key() == Qt::Key_Tab || press->key() == Qt::Key_Backtab)) {
@@ -442,5 +443,5 @@ bool VantMessageSheet::focusNextPrevChild(bool next)
             return true;
         }
     } while (candidate != start);
-    return false;
+    return true;
 }
