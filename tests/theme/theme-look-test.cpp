@@ -4,6 +4,7 @@
 #include <vantkit-qt/vantkit.h>
 
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QStyleOption>
 #include <QtTest>
 
@@ -92,6 +93,7 @@ private Q_SLOTS:
     void focusMovesNothing_data();
     void focusMovesNothing();
     void errorShows();
+    void messageButtonsKeepTheirText();
 
 private:
     QTemporaryDir userFolder;
@@ -213,6 +215,23 @@ void ThemeLookTest::errorShows()
     edit->clearFocus();
     setError(false);
     QCOMPARE(colorsNow(), rest);
+}
+
+// A box is as narrow as its text allows, whatever stands on its buttons.
+void ThemeLookTest::messageButtonsKeepTheirText()
+{
+    QMessageBox box(
+        QMessageBox::Question, QString(), QStringLiteral("?"), QMessageBox::Ok | QMessageBox::Cancel);
+    box.setStyleSheet(getStyleSheet("component.confirm_message_box"));
+    box.button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button"));
+    box.button(QMessageBox::Cancel)->setStyleSheet(getStyleSheet("component.cancel_button"));
+    for (QAbstractButton* button : box.buttons()) {
+        button->setText(QStringLiteral("Every file of this folder"));
+    }
+    box.show();
+    for (QAbstractButton* button : box.buttons()) {
+        QVERIFY(button->width() >= button->sizeHint().width());
+    }
 }
 
 QTEST_MAIN(ThemeLookTest)
