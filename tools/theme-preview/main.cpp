@@ -97,6 +97,7 @@ Pictures allPictures(const QDir& theme)
         { QStringLiteral("path-bar"), pathBar() },
         { QStringLiteral("calendar"), calendarPopup() },
         { QStringLiteral("message-sheet"), messageSheet() },
+        { QStringLiteral("processing-sheet"), processingSheet() },
         { QStringLiteral("input-sheet"), inputSheet() },
         { QStringLiteral("message-box"), messageBox() },
         { QStringLiteral("menu"), menuPopup() },
@@ -111,6 +112,7 @@ int main(int argc, char* argv[])
 {
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
+    QApplication::setCursorFlashTime(0);
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Draws every style key and image of a theme as PNG files."));

@@ -1,9 +1,11 @@
 #include "sheet.h"
 
 #include <vantkit-qt/utils/dpi-info.h>
+#include <vantkit-qt/widgets/vant-line-edit.h>
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -55,8 +57,11 @@ void press(QWidget* widget)
     widget->clearFocus();
 }
 
-void setLook(QWidget* widget, Look look)
+// The looks of a composite are those of its field.
+void setLook(QWidget* specimen, Look look)
 {
+    auto* composite = qobject_cast<VantLineEdit*>(specimen);
+    QWidget* widget = composite ? composite->getLineEdit() : specimen;
     if (look == Look::Error || look == Look::ErrorFocus) {
         widget->setProperty("error", true);
         widget->style()->polish(widget);
@@ -70,7 +75,7 @@ void setLook(QWidget* widget, Look look)
     if (look == Look::Focus || look == Look::ErrorFocus) {
         widget->setFocus(Qt::TabFocusReason);
     }
-    widget->setEnabled(look != Look::Disabled);
+    specimen->setEnabled(look != Look::Disabled);
 }
 
 QFont captionFont()

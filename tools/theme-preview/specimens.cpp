@@ -2,6 +2,7 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QLabel>
 #include <QLineEdit>
 
 namespace {
@@ -61,6 +62,17 @@ QWidget* field(const QString& style, int width)
     auto* edit = new QLineEdit(QStringLiteral("Quarterly report"));
     edit->setStyleSheet(style);
     edit->setFixedSize(px(width), px(28));
+    return edit;
+}
+
+QWidget* lineEdit()
+{
+    auto* edit = new VantLineEdit;
+    edit->setSpacing(8);
+    edit->getPreLabel()->setText(QStringLiteral("Keep"));
+    edit->getLineEdit()->setText(QStringLiteral("30"));
+    edit->getLineEdit()->setFixedWidth(px(80));
+    edit->getPostLabel()->setText(QStringLiteral("days"));
     return edit;
 }
 
@@ -135,8 +147,7 @@ Specimens fieldSpecimens()
         },
         choiceLooks };
     return {
-        { QStringLiteral("component.lineedit"),
-            [] { return field(getStyleSheet("component.lineedit", false), 140); }, fieldLooks },
+        { QStringLiteral("component.lineedit,\ncomponent.lineedit_label"), lineEdit, fieldLooks },
         { QStringLiteral("component.filter_bar_padding,\ncomponent.filter_search_button"), filterBar,
             fieldLooks },
         { QStringLiteral("component.tree_item"),

@@ -6,19 +6,21 @@
 
 #include <QApplication>
 #include <QCalendarWidget>
-#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QHoverEvent>
 #include <QLineEdit>
-#include <QMessageBox>
+#include <QMovie>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QTextCharFormat>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <functional>
 
 namespace {
 
@@ -34,66 +36,24 @@ QString text(const char* key)
     return ComponentStrings::getInstance().getString(QLatin1String(key));
 }
 
-QPushButton* styledButton(const char* key, const QString& label, int minimumWidth)
+// A sheet over the mask of a window, as an application shows it. @p make gets the window, which is a little
+// larger than the sheet; the sheet is deleted with it.
+QPixmap overMask(const std::function<VantSheet*(QWidget*)>& make)
 {
-    auto* button = new QPushButton(label);
-    button->setStyleSheet(getStyleSheet(key, false));
-    button->setFixedHeight(px(28));
-    button->setMinimumWidth(px(minimumWidth));
-    return button;
-}
-
-// The white panel with its shadow, painted as a sheet paints it.
-class Panel : public QFrame
-{
-public:
-    Panel()
-        : shadow(px(22))
-    {
-        setContentsMargins(shadow, shadow, shadow, shadow);
-        setStyleSheet(getStyleSheet("component.message_sheet_other", false));
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        const int s = shadow;
-        const int w = width() - 2 * s;
-        const int h = height() - 2 * s;
-        const auto corner = [&](const char* name, int x, int y) {
-            painter.drawPixmap(QRectF(x, y, s, s), getGlobalImage(name, ImageManager::Normal), QRectF());
-        };
-        const auto edge = [&](const char* name, QRect target) {
-            const QPixmap image = getGlobalImage(name, ImageManager::Normal);
-            painter.drawPixmap(QRectF(target),
-                image.scaled(target.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation), QRectF());
-        };
-        corner("bg_tutorial_lt", 0, 0);
-        corner("bg_tutorial_rt", s + w, 0);
-        corner("bg_tutorial_lb", 0, s + h);
-        corner("bg_tutorial_rb", s + w, s + h);
-        edge("bg_tutorial_l", { 0, s, s, h });
-        edge("bg_tutorial_r", { s + w, s, s, h });
-        edge("bg_tutorial_t", { s, 0, w, s });
-        edge("bg_tutorial_b", { s, s + h, w, s });
-        painter.fillRect(QRect(s, s, w, h), Qt::white);
-    }
-
-private:
-    int shadow;
-};
-
-// A sheet lies on the page of its window, dimmed by a faint black.
-QPixmap onMask(QWidget* sheet)
-{
-    return pictureOf(sheet, 24, QColor(226, 228, 230));
-}
-
-QString paragraph(int lineHeight, const QString& words)
-{
-    return DPIinfo::getInstance().getScaledStyleSheet(
-        QStringLiteral("<p style='line-height: %1px;'>%2</p>").arg(lineHeight).arg(words));
+    QWidget window;
+    QPalette palette = window.palette();
+    palette.setColor(QPalette::Window, ground);
+    window.setPalette(palette);
+    window.resize(px(580), px(580));
+    VantSheet* sheet = make(&window);
+    VantMask::createMask(sheet, &window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    sheet->showSheet();
+    QCoreApplication::processEvents();
+    window.resize(sheet->size() + QSize(px(16), px(16)));
+    QCoreApplication::processEvents();
+    return window.grab();
 }
 
 void addRow(QTableWidget* table, int row, const QStringList& cells)
@@ -344,82 +304,44 @@ QPixmap calendarPopup()
 
 QPixmap messageSheet()
 {
-    auto* sheet = new Panel;
-    sheet->setFixedWidth(px(480));
-    auto* icon = new QLabel;
-    icon->setPixmap(getGlobalImage("icon_question", ImageManager::Normal));
-    auto* main = new QLabel(paragraph(24, QStringLiteral("Delete the backup of the ninth of March?")));
-    main->setStyleSheet(getStyleSheet("component.message_sheet_text", false));
-    main->setWordWrap(true);
-    auto* more = new QLabel(paragraph(
-        20, QStringLiteral("Its files cannot be brought back. The backups before and after it stay.")));
-    more->setStyleSheet(getStyleSheet("component.message_sheet_informative_text", false));
-    more->setWordWrap(true);
-    auto* column = new QVBoxLayout;
-    column->setSpacing(0);
-    column->addWidget(main);
-    column->addSpacing(px(6));
-    column->addWidget(more);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(0);
-    row->addWidget(icon, 0, Qt::AlignTop);
-    row->addSpacing(px(20));
-    row->addLayout(column, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(px(8));
-    buttons->addStretch(1);
-    buttons->addWidget(styledButton("component.apply_button", text("ok"), 120));
-    buttons->addWidget(styledButton("component.cancel_button", text("cancel"), 80));
-    auto* outer = new QVBoxLayout(sheet);
-    outer->setContentsMargins(px(20), px(20), px(20), px(10));
-    outer->setSpacing(0);
-    outer->addLayout(row);
-    outer->addSpacing(px(20));
-    outer->addLayout(buttons);
-    return onMask(sheet);
+    return overMask([](QWidget* window) {
+        return new VantMessageSheet(VantMessageSheet::Question,
+            QStringLiteral("Delete the backup of the ninth of March?"),
+            QStringLiteral("Its files cannot be brought back. All other backups stay."), window);
+    });
+}
+
+QPixmap processingSheet()
+{
+    return overMask([](QWidget* window) {
+        auto* sheet = new VantMessageSheet(QStringLiteral("Copying file 3 of 128"),
+            ImageManager::getInstance().getImageFolder() + QStringLiteral("/processing.gif"), window);
+        sheet->findChild<QMovie*>()->jumpToFrame(0);
+        return sheet;
+    });
 }
 
 QPixmap inputSheet()
 {
-    auto* sheet = new Panel;
-    sheet->setFixedWidth(px(420));
-    auto* edit = new QLineEdit(QStringLiteral("New folder"));
-    edit->setStyleSheet(getStyleSheet("component.lineedit", false));
-    edit->setFixedHeight(px(28));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Discard);
-    buttons->button(QDialogButtonBox::Ok)->setText(text("ok"));
-    buttons->button(QDialogButtonBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
-    buttons->button(QDialogButtonBox::Discard)->setText(text("cancel"));
-    buttons->button(QDialogButtonBox::Discard)
-        ->setStyleSheet(getStyleSheet("component.cancel_button", false));
-    auto* layout = new QVBoxLayout(sheet);
-    layout->setContentsMargins(px(10), px(10), px(10), px(10));
-    layout->setSpacing(0);
-    layout->addWidget(new QLabel(paragraph(20, QStringLiteral("Name of the folder"))));
-    layout->addSpacing(px(8));
-    layout->addWidget(edit);
-    layout->addSpacing(px(24));
-    layout->addWidget(buttons);
-    return pictureOf(sheet, 24, QColor(226, 228, 230), [edit] {
-        edit->setFocus();
-        edit->selectAll();
+    return overMask([](QWidget* window) {
+        auto* sheet = new VantInputSheet(QStringLiteral("Name of the folder"), window);
+        sheet->getLineEdit()->setText(QStringLiteral("New folder"));
+        sheet->getLineEdit()->selectAll();
+        return sheet;
     });
 }
 
+// The box is there only while the function waits for its answer.
 QPixmap messageBox()
 {
-    QMessageBox box;
-    box.setIcon(QMessageBox::Question);
-    box.setText(QStringLiteral("Delete the backup of the ninth of March?"));
-    box.setInformativeText(QStringLiteral("Its files cannot be brought back."));
-    box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-    box.setStyleSheet(getStyleSheet("component.confirm_message_box", false));
-    box.button(QMessageBox::Ok)->setText(text("ok"));
-    box.button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
-    box.button(QMessageBox::Cancel)->setText(text("cancel"));
-    box.button(QMessageBox::Cancel)->setStyleSheet(getStyleSheet("component.cancel_button", false));
-    box.show();
-    return box.grab();
+    QPixmap picture;
+    QTimer::singleShot(0, qApp, [&picture] {
+        QWidget* box = QApplication::activeModalWidget();
+        picture = box->grab();
+        box->close();
+    });
+    showConfirmMsg(QString(), QStringLiteral("Delete the backup of the ninth of March?"));
+    return picture;
 }
 
 QPixmap menuPopup()
