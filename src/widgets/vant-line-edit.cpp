@@ -18,10 +18,14 @@ VantLineEdit::VantLineEdit(QWidget* parent)
     , postLabel(new QLabel)
     , lineEdit(new QLineEdit)
 {
+    preLabel->setStyleSheet(getStyleSheet("component.lineedit_label", false));
     lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
-    const QString labelSheet = getStyleSheet("component.lineedit_label", false);
-    preLabel->setStyleSheet(labelSheet);
-    postLabel->setStyleSheet(labelSheet);
+    postLabel->setStyleSheet(preLabel->styleSheet());
+    for (QLabel* label : { preLabel, postLabel }) {
+        // One that never had a text keeps room for a letter.
+        label->setText(QStringLiteral(" "));
+        label->setText(QString());
+    }
 
     m_layout->setAlignment(Qt::AlignLeft);
     setSpacing(0);
