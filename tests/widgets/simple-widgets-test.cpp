@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QScreen>
 #include <QStyledItemDelegate>
 #include <QtTest>
@@ -34,6 +35,8 @@ private Q_SLOTS:
     void footbarWithoutWidgets();
     void mouseFilters_data();
     void mouseFilters();
+    void lineEdit();
+    void lineEditError();
 };
 
 using Maker = std::function<QWidget*()>;
@@ -82,9 +85,9 @@ void SimpleWidgetsTest::initTestCase()
     const ThemeFolder theme;
     theme.initializeImages(ImageManager::LazyLoad);
     QByteArray templates = "==component.combobox==\nQComboBox { %1 height: 10px; %2 }";
-    for (const char* key :
-        { "apply_button", "cancel_button", "select_paging_button", "nonselect_paging_button",
-            "default_button", "red_button", "checkbox", "radio_button", "label", "scrollbar" }) {
+    for (const char* key : { "apply_button", "cancel_button", "select_paging_button",
+             "nonselect_paging_button", "default_button", "red_button", "checkbox", "radio_button", "label",
+             "scrollbar", "lineedit", "lineedit_label" }) {
         templates += QByteArray("\n==component.") + key + "==\n#" + key + " { margin: 3px }";
     }
     StyleManager::getInstance().initialize({ theme.write(QStringLiteral("kit.style"), templates) });
@@ -323,6 +326,59 @@ void SimpleWidgetsTest::mouseFilters()
     };
     QTEST(passes(&buttonFilter), "passesButtonFilter");
     QTEST(passes(&releaseFilter), "passesReleaseFilter");
+}
+
+void SimpleWidgetsTest::lineEdit()
+{
+    VantLineEdit edit;
+    QLineEdit* field = edit.getLineEdit();
+    QCOMPARE(field->styleSheet(), sheetOf("lineedit"));
+    for (const QLabel* label : { edit.getPreLabel(), edit.getPostLabel() }) {
+        QCOMPARE(label->styleSheet(), sheetOf("lineedit_label"));
+    }
+    field->setStyleSheet(QString());
+    edit.getPreLabel()->setStyleSheet(QString());
+    edit.show();
+    QCOMPARE(field->x(), 0);
+    edit.getPreLabel()->setText(QStringLiteral("Before"));
+    edit.getPostLabel()->setText(QStringLiteral("After"));
+    edit.setSpacing(4);
+    edit.setMargins(3, 1, 5, 2);
+    QCOMPARE(edit.layout()->spacing(), displayscale::pick(4, 5, 6, 8));
+    QCOMPARE(edit.layout()->contentsMargins(),
+        displayscale::pick(
+            QMargins(3, 1, 5, 2), QMargins(3, 1, 6, 2), QMargins(4, 1, 7, 3), QMargins(6, 2, 10, 4)));
+    QCoreApplication::processEvents();
+    QCOMPARE(field->x() - edit.getPreLabel()->geometry().right() - 1, edit.layout()->spacing());
+    QVERIFY(edit.getPostLabel()->x() > field->geometry().right());
+
+    QVERIFY(edit.validate());
+    edit.setValidator([](const QString& text) { return text == QLatin1String("good"); });
+    for (const QString& text : { QStringLiteral("bad"), QStringLiteral("good") }) {
+        field->setText(text);
+        QCOMPARE(edit.validate(), text == QLatin1String("good"));
+        QCOMPARE(edit.getEditText(), text);
+        QVERIFY(!field->property("error").isValid());
+    }
+    field->clear();
+    edit.setValidator(nullptr);
+    QVERIFY(edit.validate());
+}
+
+void SimpleWidgetsTest::lineEditError()
+{
+    VantLineEdit edit;
+    QLineEdit* field = edit.getLineEdit();
+    field->setStyleSheet(QStringLiteral(
+        "QLineEdit { background: #102030; border: none } QLineEdit[error=\"true\"] { background: #A0B0C0 }"));
+    edit.show();
+    const auto background = [&] { return field->grab().toImage().pixelColor(1, 1); };
+    for (const bool error : { true, false, true }) {
+        edit.setError(error);
+        QCOMPARE(field->property("error"), QVariant(error));
+        field->setText(QStringLiteral("typed"));
+        QCOMPARE(background(), error ? QColor(0xA0, 0xB0, 0xC0) : QColor(0x10, 0x20, 0x30));
+    }
 }
 
 QTEST_MAIN(SimpleWidgetsTest)
