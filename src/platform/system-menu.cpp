@@ -1,12 +1,15 @@
 #include "platform/win32.h"
 
 #include <QGuiApplication>
+#include <QVariant>
 #include <QWindow>
 
 // A window has no system menu here. What stands for it is the window itself, whose flags tell the window
 // manager which functions it has.
 
 namespace {
+
+const char* const greyed = "_vantkit_close_greyed";
 
 template <typename Matches>
 QWindow* windowThat(const Matches& matches)
@@ -34,7 +37,12 @@ BOOL EnableMenuItem(HMENU menu, UINT item, UINT flags)
     if (!window || item != SC_CLOSE) {
         return -1;
     }
-    const bool wasEnabled = window->flags().testFlag(Qt::WindowCloseButtonHint);
-    window->setFlag(Qt::WindowCloseButtonHint, (flags & (MF_GRAYED | MF_DISABLED)) == 0);
-    return static_cast<BOOL>(wasEnabled ? MF_ENABLED : MF_GRAYED);
+    const bool wasGrey = window->property(greyed).toBool();
+    const bool grey = (flags & (MF_GRAYED | MF_DISABLED)) != 0;
+    // A window that has no close button does not get one by being given it back.
+    if (grey != wasGrey && (wasGrey || window->flags().testFlag(Qt::WindowCloseButtonHint))) {
+        window->setFlag(Qt::WindowCloseButtonHint, !grey);
+        window->setProperty(greyed, grey);
+    }
+    return static_cast<BOOL>(wasGrey ? MF_GRAYED : MF_ENABLED);
 }

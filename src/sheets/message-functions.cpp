@@ -1,10 +1,13 @@
 #include "sheets/message-functions.h"
 
+#include "sheets/dress-button_p.h"
 #include "sheets/vant-mask.h"
 #include "style-manager/style-manager.h"
-#include "utils/component-strings.h"
 
 #include <QAbstractButton>
+
+using vantkit::internal::dressButton;
+using vantkit::internal::textOrString;
 
 namespace {
 
@@ -21,14 +24,6 @@ int execOver(VantMessageSheet& sheet, const QWidget* parent)
     return sheet.exec();
 }
 
-void dressButton(QAbstractButton* button, const QString& text, const char* stringKey, const char* styleKey)
-{
-    button->setText(
-        text.isEmpty() ? ComponentStrings::getInstance().getString(QLatin1String(stringKey)) : text);
-    button->setStyleSheet(getStyleSheet(styleKey, false));
-    button->setIcon(QIcon()); // that of the desktop, if it gives standard buttons one
-}
-
 int execBox(const Message& message, QMessageBox::Icon icon, const char* styleKey,
     QMessageBox::StandardButtons buttons = QMessageBox::Ok, const MsgBoxCustomBtnText& texts = {})
 {
@@ -39,9 +34,9 @@ int execBox(const Message& message, QMessageBox::Icon icon, const char* styleKey
     box.setInformativeText(message.informativeText);
     box.setStandardButtons(buttons);
     box.setStyleSheet(getStyleSheet(styleKey, false));
-    dressButton(box.button(QMessageBox::Ok), texts.okText, "ok", "component.apply_button");
+    dressButton(box.button(QMessageBox::Ok), textOrString(texts.okText, "ok"), "component.apply_button");
     if (QAbstractButton* cancel = box.button(QMessageBox::Cancel)) {
-        dressButton(cancel, texts.cancelText, "cancel", "component.cancel_button");
+        dressButton(cancel, textOrString(texts.cancelText, "cancel"), "component.cancel_button");
     }
     return box.exec();
 }

@@ -1,6 +1,6 @@
+#include "sheets/dress-button_p.h"
 #include "sheets/modal-sheet_p.h"
 #include "sheets/vant-sheet.h"
-#include "style-manager/style-manager.h"
 #include "utils/design-pixels_p.h"
 #include "utils/window-close-button.h"
 #include "widgets/message-label.h"
@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QTextDocumentFragment>
 
+#include <algorithm>
 #include <limits>
 
 namespace vantkit::internal {
@@ -37,18 +38,13 @@ QAbstractButton* ModalSheet::button(QMessageBox::StandardButton which) const
 void ModalSheet::dressOkButton(const QString& text)
 {
     QPushButton* ok = buttonBox->button(QDialogButtonBox::Ok);
-    ok->setText(text);
-    ok->setIcon(QIcon()); // that of the desktop, if it gives standard buttons one
+    dressButton(ok, text, "component.apply_button");
     ok->setDefault(true);
-    ok->setStyleSheet(getStyleSheet("component.apply_button", false));
 }
 
 void ModalSheet::dressDiscardButton(const QString& text)
 {
-    QPushButton* discard = buttonBox->button(QDialogButtonBox::Discard);
-    discard->setText(text);
-    discard->setIcon(QIcon()); // where the desktop gives standard buttons one, a waste bin
-    discard->setStyleSheet(getStyleSheet("component.cancel_button", false));
+    dressButton(buttonBox->button(QDialogButtonBox::Discard), text, "component.cancel_button");
 }
 
 void ModalSheet::connectButtons()
@@ -72,9 +68,11 @@ void ModalSheet::setParagraph(MessageLabel* label, const QString& text, int line
     label->setText(DPIinfo::getInstance().getScaledStyleSheet(paragraph.arg(text)));
     label->setWordWrap(true);
     label->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
-    // Any width will do, and the height of a former text must not hold.
-    label->setMinimumSize(1, 0);
+    label->setMinimumSize(1, 0); // any width will do
     label->setMaximumHeight(QWIDGETSIZE_MAX);
+    if (label->isVisible()) {
+        label->fitHeight();
+    }
     label->setAccessibleName(QTextDocumentFragment::fromHtml(text).toPlainText());
 }
 
@@ -127,44 +125,39 @@ void ModalSheet::leaveWindow()
 
 bool ModalSheet::isRunning() const
 {
-    return opened && loopOnStack;
+    return opened && innermost && !innermost->answered;
 }
 
 int ModalSheet::runLoop(const std::function<void()>& closeWithNothing)
 {
-    dropLoop();
     if (!opened) {
         return closedWith; // on being shown
     }
-    auto* loop = new QEventLoop(sheet);
-    eventLoop = loop;
-    loopOnStack = true;
+    if (!innermost) {
+        delete eventLoop;
+    }
+    Run run;
+    run.loop = new QEventLoop(sheet);
+    run.outer = innermost;
+    innermost = &run;
+    eventLoop = run.loop;
     watchParent();
 
     const QPointer<ModalSheet> alive(this);
-    const int result = loop->exec();
-    if (!alive || eventLoop != loop) {
-        delete loop; // let go by a dying sheet, or by a run that began inside this one
-        return result;
+    run.loop->exec();
+    if (!alive) {
+        delete run.loop; // let go by the dying sheet
+        return run.answer;
     }
-    loopOnStack = false;
-    if (!opened) {
-        return result;
+    innermost = run.outer;
+    watchParent();
+    if (eventLoop != run.loop) {
+        delete run.loop; // a run that began inside this one has left its own
     }
-    closeWithNothing();
-    return 0;
-}
-
-// A loop that still runs further down the stack is deleted there.
-void ModalSheet::dropLoop()
-{
-    if (loopOnStack) {
-        eventLoop->setParent(nullptr);
-    } else {
-        delete eventLoop;
+    if (!run.answered) {
+        closeWithNothing();
     }
-    eventLoop = nullptr;
-    loopOnStack = false;
+    return run.answer;
 }
 
 void ModalSheet::watchParent()
@@ -172,21 +165,25 @@ void ModalSheet::watchParent()
     if (watchedParent) {
         disconnect(watchedParent, SIGNAL(destroyed(QObject*)), this, SLOT(letGoOf(QObject*)));
     }
-    watchedParent = sheet->parentWidget();
+    watchedParent = innermost ? sheet->parentWidget() : nullptr;
     if (watchedParent) {
         connect(watchedParent, SIGNAL(destroyed(QObject*)), this, SLOT(letGoOf(QObject*)));
     }
 }
 
-// The mask, or the window with it, is being deleted while its sheet, often an object on the stack, waits for
-// an answer: the sheet must not be deleted as a child, and there is nothing left that could be answered.
+// The mask, or the window with it, is being deleted while somebody waits in runLoop() for the sheet, often an
+// object on the stack: it must not be deleted as a child, and if it has no answer yet, there is none to come.
 void ModalSheet::letGoOf(QObject* dyingParent)
 {
-    if (isRunning() && sheet->parent() == dyingParent) {
-        leaveWindow();
-        giveCloseButtonBack();
-        sheet->setParent(nullptr);
-        eventLoop->exit(0);
+    if (sheet->parent() != dyingParent) {
+        return;
+    }
+    hadFocus = holdsFocus();
+    leaveWindow();
+    giveCloseButtonBack();
+    sheet->setParent(nullptr);
+    if (isRunning()) {
+        innermost->loop->exit(0);
     }
 }
 
@@ -195,11 +192,16 @@ void ModalSheet::close(int ret, bool blocksCloseButton)
     if (blocksCloseButton) {
         giveCloseButtonBack();
     }
+    // A sheet that was shown again after its answer has nobody waiting.
+    if (innermost && (!innermost->answered || !opened)) {
+        innermost->answered = true;
+        innermost->answer = ret;
+    }
     if (eventLoop) {
         eventLoop->exit(ret);
     }
     leaveWindow();
-    const bool hadFocus = opened && sheet->isAncestorOf(sheet->window()->focusWidget());
+    hadFocus = hadFocus || holdsFocus();
     sheet->hide();
     if (opened) {
         QAccessibleEvent event(sheet, QAccessible::DialogEnd);
@@ -210,17 +212,30 @@ void ModalSheet::close(int ret, bool blocksCloseButton)
         formerFocus->setFocus(Qt::OtherFocusReason);
     }
     formerFocus.clear();
+    hadFocus = false;
     opened = false;
     closedWith = ret;
 }
 
-void ModalSheet::abandon(bool blocksCloseButton)
+bool ModalSheet::holdsFocus() const
+{
+    return opened && sheet->isAncestorOf(sheet->window()->focusWidget());
+}
+
+void ModalSheet::abandon()
 {
     sheet->removeEventFilter(this);
+    formerFocus.clear(); // may be going the same way
     if (opened) {
-        close(0, blocksCloseButton);
+        const bool waited = isRunning();
+        close(0, true);
+        if (waited) {
+            innermost->answer = 0;
+        }
     }
-    dropLoop();
+    for (Run* run = innermost; run; run = run->outer) {
+        run->loop->setParent(nullptr); // deleted where it runs
+    }
 }
 
 bool ModalSheet::refuseClose(QEvent* event, bool blocksCloseButton)
@@ -234,7 +249,7 @@ bool ModalSheet::refuseClose(QEvent* event, bool blocksCloseButton)
 
 bool ModalSheet::pressButtonOf(int key)
 {
-    QDialogButtonBox::StandardButton which;
+    auto which = QDialogButtonBox::NoButton;
     switch (key) {
     case Qt::Key_Escape:
         which = QDialogButtonBox::Discard;
@@ -273,9 +288,22 @@ void ModalSheet::followWindow()
         giveCloseButtonBack();
         greyCloseButton();
     }
-    if (isRunning()) {
-        watchParent();
+    watchParent();
+}
+
+// Everything that a key could do in the window is taken from it, but for what belongs to the sheet.
+bool ModalSheet::blockShortcut(const QObject* watched, QEvent* event) const
+{
+    if (event->type() != QEvent::ShortcutOverride || watched != sheet->window() || !sheet->isVisible()) {
+        return false;
     }
+    const auto* press = static_cast<QKeyEvent*>(event);
+    const QKeySequence keys(press->key() | int(press->modifiers()));
+    const QList<QAbstractButton*> buttons = buttonBox->buttons();
+    const bool own = std::any_of(buttons.cbegin(), buttons.cend(),
+        [&keys](const QAbstractButton* candidate) { return candidate->shortcut() == keys; });
+    event->setAccepted(!own);
+    return true;
 }
 
 bool ModalSheet::eventFilter(QObject* watched, QEvent* event)
@@ -283,7 +311,7 @@ bool ModalSheet::eventFilter(QObject* watched, QEvent* event)
     if (watched == sheet && event->type() == QEvent::LayoutRequest) {
         keepContentWhole();
     }
-    if (watched == sheet && opened
+    if (watched == sheet && (opened || innermost)
         && (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)) {
         followWindow();
     }

@@ -57,8 +57,8 @@ public:
     void watchWindow();
     bool isRunning() const;
     /**
-     * Waits until close() was called, and returns what it was called with. If the loop ends in another way
-     * while the sheet lives, @p closeWithNothing is called and 0 returned; 0 also if the sheet was deleted.
+     * Waits until close() was called, and returns what it was called with; 0 if the sheet was deleted first.
+     * If the loop ends in another way, @p closeWithNothing is called and 0 returned.
      */
     int runLoop(const std::function<void()>& closeWithNothing);
 
@@ -66,11 +66,14 @@ public:
      * then. */
     void close(int ret, bool blocksCloseButton);
 
-    /** What is left to do when the sheet is deleted while it is open. The sheet's destructor calls it. */
-    void abandon(bool blocksCloseButton);
+    /** What is left to do when the sheet is deleted, open or not. The sheet's destructor calls it. */
+    void abandon();
 
     /** Whether @p event asks for a closing that is refused. */
     static bool refuseClose(QEvent* event, bool blocksCloseButton);
+
+    /** Keeps the shortcuts of the window from firing: true if @p event asks whether one of them may. */
+    bool blockShortcut(const QObject* watched, QEvent* event) const;
 
     /** Presses the button that @p key stands for; false if it stands for none. */
     bool pressButtonOf(int key);
@@ -89,16 +92,26 @@ private:
     void followWindow();
     void giveCloseButtonBack();
     void watchParent();
-    void dropLoop();
     void keepContentWhole();
+    bool holdsFocus() const;
+
+    /** One runLoop() on the stack. Each but the innermost was answered before the next began. */
+    struct Run
+    {
+        QEventLoop* loop = nullptr;
+        Run* outer = nullptr;
+        bool answered = false;
+        int answer = 0;
+    };
 
     VantSheet* sheet;
     QPointer<QWidget> watchedParent;
     QPointer<QWidget> watchedWindow;
     QPointer<QWidget> greyedWindow;
     QPointer<QWidget> formerFocus;
+    Run* innermost = nullptr;
     bool opened = false;
-    bool loopOnStack = false;
+    bool hadFocus = false;
     int closedWith = 0;
 };
 

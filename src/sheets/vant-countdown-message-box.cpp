@@ -1,9 +1,12 @@
 #include "sheets/vant-countdown-message-box.h"
 
+#include "sheets/dress-button_p.h"
 #include "style-manager/style-manager.h"
-#include "utils/component-strings.h"
 
 #include <QPushButton>
+
+using vantkit::internal::dressButton;
+using vantkit::internal::textOrString;
 
 VantCountdownMessageBox::VantCountdownMessageBox(int seconds, QWidget* parent)
     : QMessageBox(parent)
@@ -15,13 +18,8 @@ VantCountdownMessageBox::VantCountdownMessageBox(int seconds, QWidget* parent)
     // Under a parent with a style sheet, the icon of a box that is not polished yet would come from that one.
     ensurePolished();
     setStyleSheet(getStyleSheet("component.info_message_box", false));
-    button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
-    QAbstractButton* cancel = button(QMessageBox::Discard);
-    cancel->setStyleSheet(getStyleSheet("component.cancel_button", false));
-    cancel->setText(ComponentStrings::getInstance().getString(QStringLiteral("cancel")));
-    for (QAbstractButton* own : buttons()) {
-        own->setIcon(QIcon()); // those of the desktop, if it gives standard buttons any
-    }
+    dressButton(button(QMessageBox::Ok), QString(), "component.apply_button");
+    dressButton(button(QMessageBox::Discard), textOrString(QString(), "cancel"), "component.cancel_button");
     setDefaultButton(QMessageBox::Ok);
     updateButtonText();
 }
@@ -29,7 +27,7 @@ VantCountdownMessageBox::VantCountdownMessageBox(int seconds, QWidget* parent)
 void VantCountdownMessageBox::updateButtonText()
 {
     if (QAbstractButton* ok = button(QMessageBox::Ok)) {
-        const QString text = ComponentStrings::getInstance().getString(QStringLiteral("ok"));
+        const QString text = textOrString(QString(), "ok");
         ok->setText(QStringLiteral("%1(%2)").arg(text, QString::number(countdown)));
     }
 }

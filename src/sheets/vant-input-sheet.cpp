@@ -72,7 +72,7 @@ VantInputSheet::VantInputSheet(const QString& text, QWidget* parent)
 
 VantInputSheet::~VantInputSheet()
 {
-    d->abandon(blockWindowButton);
+    d->abandon();
 }
 
 void VantInputSheet::setText(const QString& text)
@@ -153,11 +153,14 @@ void VantInputSheet::buttonClick(QAbstractButton* which)
 
 bool VantInputSheet::eventFilter(QObject* watched, QEvent* event)
 {
-    if (d->refuseClose(event, blockWindowButton)) {
+    if (vantkit::internal::ModalSheet::refuseClose(event, blockWindowButton)) {
+        return true;
+    }
+    if (d->blockShortcut(watched, event)) {
         return true;
     }
     if (watched != window() || event->type() != QEvent::KeyPress) {
-        return false;
+        return VantSheet::eventFilter(watched, event);
     }
     d->pressButtonOf(static_cast<QKeyEvent*>(event)->key());
     return true;

@@ -14,7 +14,7 @@ class VantMaskPrivate : public QObject
 public:
     VantMaskPrivate(VantMask* mask, QObject* parent);
 
-    void init(QWidget* widget);
+    void init(QWidget* content);
 
     QColor color { 0, 0, 0, 20 };
     VantMask* q;

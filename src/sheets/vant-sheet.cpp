@@ -49,9 +49,9 @@ void VantSheet::drawShadow(QPainter& painter)
 {
     struct Piece
     {
-        const char* image;
+        const char* image = nullptr;
         QRect target;
-        bool stretched;
+        bool stretched = false;
     };
 
     const int s = shadowWidth;

@@ -4,7 +4,6 @@
 
 #include <QList>
 #include <QtCore/Qt>
-#include <QtGlobal>
 
 class QWidget;
 

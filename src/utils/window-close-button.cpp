@@ -13,7 +13,7 @@ void SHAPISetCloseButtonOfWindowEnable(QWidget* widget, bool enable, void** /*re
     if (handle == 0) {
         return;
     }
-    if (const HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(handle), FALSE)) {
+    if (HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(handle), FALSE)) {
         EnableMenuItem(menu, SC_CLOSE, enable ? MF_ENABLED : MF_DISABLED | MF_GRAYED);
     }
 }

@@ -30,7 +30,7 @@ public:
     void setSpacing(int spacing);
 
     /** Sets the test that validate() makes; null removes it. */
-    void setValidator(bool (*validator)(const QString&));
+    void setValidator(bool (*test)(const QString&));
 
     /** What the test says of the present text; true without a test. Changes nothing. */
     bool validate();
