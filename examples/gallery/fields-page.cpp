@@ -112,19 +112,17 @@ FieldsPage::FieldsPage()
 {
     addRows();
     addTests();
+    alignFields(findChildren<VantLineEdit*>());
 }
 
 void FieldsPage::addRows()
 {
-    QList<VantLineEdit*> edits;
     QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("fields.row")));
     for (auto* row : { nameRow, daysRow, passwordRow, readOnlyRow }) {
         VantLineEdit* edit = live(row());
         m_first = m_first ? m_first : edit;
-        edits << edit << row();
-        addPair(grid, edit, edits.last());
+        addPair(grid, edit, row());
     }
-    alignFields(edits);
 }
 
 void FieldsPage::addTests()
@@ -133,8 +131,6 @@ void FieldsPage::addTests()
     addTestedField(section, "fields.computer", QStringLiteral("backup-server"), isComputerName);
     addTestedField(section, "fields.port", QStringLiteral("5510"), isPort);
     addTestedField(section, "fields.days", QStringLiteral("30"), isNumberOfDays);
-    alignFields({ m_tested[0].edit, m_tested[1].edit, m_tested[2].edit });
-
     VantButton* test = live(button(text("fields.check"), 0));
     connect(test, &QPushButton::clicked, this, &FieldsPage::check);
     section->addSpacing(px(4));
