@@ -94,6 +94,7 @@ private Q_SLOTS:
     void focusMovesNothing();
     void errorShows();
     void messageButtonsKeepTheirText();
+    void countdownKeepsItsIcon();
 
 private:
     QTemporaryDir userFolder;
@@ -232,6 +233,21 @@ void ThemeLookTest::messageButtonsKeepTheirText()
     for (QAbstractButton* button : box.buttons()) {
         QVERIFY(button->width() >= button->sizeHint().width());
     }
+}
+
+// Under a parent with a style sheet of its own, too.
+void ThemeLookTest::countdownKeepsItsIcon()
+{
+    ComponentStrings::getInstance().installStrings(
+        { { QStringLiteral("ok"), {} }, { QStringLiteral("cancel"), {} } });
+    QWidget parent;
+    parent.setStyleSheet(QStringLiteral("QToolTip { padding: 0px; }"));
+    VantCountdownMessageBox below(5, &parent);
+    VantCountdownMessageBox alone(5);
+    for (QMessageBox* box : { &below, &alone }) {
+        box->setIcon(QMessageBox::Information);
+    }
+    QCOMPARE(below.iconPixmap().toImage(), alone.iconPixmap().toImage());
 }
 
 QTEST_MAIN(ThemeLookTest)
