@@ -32,9 +32,12 @@ public:
     QPushButton* button;
     QList<int> keys; // key presses that came to the window itself
     int clicks = 0;
+    int mousePresses = 0; // likewise
 
 protected:
     void keyPressEvent(QKeyEvent* event) override { keys += event->key(); }
+
+    void mousePressEvent(QMouseEvent* /*event*/) override { ++mousePresses; }
 
 private Q_SLOTS:
 

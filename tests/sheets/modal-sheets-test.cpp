@@ -35,6 +35,7 @@ private Q_SLOTS:
     void endings();
     void twoSheets_data();
     void twoSheets();
+    void windowWithTwoSheetsDies_data();
     void windowWithTwoSheetsDies();
     void openedAgain_data();
     void openedAgain();
@@ -236,6 +237,8 @@ void ModalSheetsTest::deleteWhileShown(const QByteArray& victim)
     VantMask::createMask(sheet, window.get());
     sheet->showSheet();
     QVERIFY(!window->close());
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, { 3, 3 }); // nobody's, and not the window's
+    QCOMPARE(window->mousePresses, 0);
     if (victim == "window") {
         window.reset();
     } else {
@@ -380,18 +383,31 @@ void ModalSheetsTest::openTwo(bool lowerFirst)
     QCOMPARE(window.remains(), QString());
 }
 
+void ModalSheetsTest::windowWithTwoSheetsDies_data()
+{
+    QTest::addColumn<bool>("answered");
+    QTest::newRow("both open") << false;
+    QTest::newRow("lower one answered") << true;
+}
+
 void ModalSheetsTest::windowWithTwoSheetsDies()
 {
+    QFETCH(bool, answered);
     auto window = std::make_unique<CoveredWindow>();
     QVERIFY(window->open());
-    int upperResult = -1;
-    soon(qApp, [&] {
-        soon(qApp, [&] { window.reset(); });
-        upperResult = showConfirmMsg({}, QStringLiteral("Text"), window.get());
-    });
     PromptSheet lower(window.get());
     VantMask::createMask(&lower, window.get());
-    QCOMPARE(lower.exec(), 0);
+    int upperResult = -1;
+    soon(qApp, [&] {
+        soon(qApp, [&] {
+            if (answered) {
+                lower.done(5);
+            }
+            window.reset();
+        });
+        upperResult = showConfirmMsg({}, QStringLiteral("Text"), window.get());
+    });
+    QCOMPARE(lower.exec(), answered ? 5 : 0);
     QCOMPARE(upperResult, 0);
 }
 

@@ -1,6 +1,7 @@
 #include "sheets/covered-window.h"
 #include "support/guarded-test.h"
 
+#include <QShortcut>
 #include <QtTest>
 
 #include <functional>
@@ -33,6 +34,8 @@ private Q_SLOTS:
     void nothingTakesFocus();
     void inputTabs();
     void focusOnOpening();
+    void shortcuts_data();
+    void shortcuts();
 
 private:
     static QByteArray focused(const CoveredWindow& window, const QWidget& sheet);
@@ -313,6 +316,41 @@ void SheetKeysTest::focusOnOpening()
     QCOMPARE(focused(window, input), QByteArray("field"));
     input.quit();
     QCOMPARE(focused(window, input), QByteArray("window's field"));
+}
+
+void SheetKeysTest::shortcuts_data()
+{
+    QTest::addColumn<bool>("input");
+    QTest::newRow("message sheet") << false;
+    QTest::newRow("input sheet") << true;
+}
+
+void SheetKeysTest::shortcuts()
+{
+    QFETCH(bool, input);
+    CoveredWindow window;
+    QVERIFY(window.open());
+    window.button->setText(QStringLiteral("&Below"));
+    QShortcut save(QKeySequence(Qt::CTRL | Qt::Key_S), &window);
+    QSignalSpy saved(&save, SIGNAL(activated()));
+    const auto press = [&window](Qt::Key key, Qt::KeyboardModifier modifier) {
+        QTest::keyClick(window.windowHandle(), key, modifier);
+    };
+    VantSheet* sheet = input ? static_cast<VantSheet*>(new PromptSheet(&window)) : new QuestionSheet(&window);
+    VantMask::createMask(sheet, &window);
+    sheet->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->setText(QStringLiteral("&Own"));
+    QSignalSpy finished(sheet, SIGNAL(finished(int)));
+    sheet->showSheet();
+    press(Qt::Key_S, Qt::ControlModifier);
+    press(Qt::Key_B, Qt::AltModifier);
+    QVERIFY(saved.isEmpty());
+    QCOMPARE(window.clicks, 0);
+    press(Qt::Key_O, Qt::AltModifier);
+    QTRY_COMPARE(finished, QList<QList<QVariant>> { { ok } });
+    press(Qt::Key_S, Qt::ControlModifier);
+    press(Qt::Key_B, Qt::AltModifier);
+    QCOMPARE(saved.size(), 1);
+    QTRY_COMPARE(window.clicks, 1);
 }
 
 QTEST_MAIN(SheetKeysTest)
