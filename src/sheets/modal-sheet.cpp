@@ -133,8 +133,8 @@ int ModalSheet::runLoop(const std::function<void()>& closeWithNothing)
     if (!opened) {
         return closedWith; // on being shown
     }
-    if (!innermost) {
-        delete eventLoop;
+    if (!innermost || eventLoop != innermost->loop) {
+        delete eventLoop; // that of a run which is over
     }
     Run run;
     run.loop = new QEventLoop(sheet);
@@ -227,11 +227,7 @@ void ModalSheet::abandon()
     sheet->removeEventFilter(this);
     formerFocus.clear(); // may be going the same way
     if (opened) {
-        const bool waited = isRunning();
         close(0, true);
-        if (waited) {
-            innermost->answer = 0;
-        }
     }
     for (Run* run = innermost; run; run = run->outer) {
         run->loop->setParent(nullptr); // deleted where it runs
