@@ -83,6 +83,42 @@ void startKit(const QString& userFolder)
     });
 }
 
+void addBothSheets()
+{
+    QTest::addColumn<bool>("input");
+    QTest::newRow("message sheet") << false;
+    QTest::newRow("input sheet") << true;
+}
+
+QPointer<VantSheet> make(bool input, QWidget* window)
+{
+    const QString text = QStringLiteral("Text");
+    VantSheet* sheet = nullptr;
+    if (input) {
+        sheet = new VantInputSheet(text, window);
+    } else {
+        sheet = new VantMessageSheet(VantMessageSheet::Question, text, window);
+    }
+    VantMask::createMask(sheet, window->window());
+    return sheet;
+}
+
+int exec(VantSheet* sheet)
+{
+    auto* message = qobject_cast<VantMessageSheet*>(sheet);
+    return message ? message->exec() : qobject_cast<VantInputSheet*>(sheet)->exec();
+}
+
+void done(VantSheet* sheet, int result)
+{
+    QMetaObject::invokeMethod(sheet, "done", Q_ARG(int, result));
+}
+
+QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which)
+{
+    return sheet->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::StandardButton(which));
+}
+
 QList<MessageLabel*> texts(const QWidget* sheet)
 {
     QList<MessageLabel*> found;

@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 
 /** A window with a field and a button, to be covered by sheets. It notes what reaches it. */
@@ -46,25 +47,21 @@ private Q_SLOTS:
 
 Q_DECLARE_METATYPE(VantMessageSheet::MessageType)
 
-/** The two modal sheets, made in the same way. */
-struct QuestionSheet : VantMessageSheet
-{
-    explicit QuestionSheet(QWidget* parent)
-        : VantMessageSheet(Question, QStringLiteral("Text"), parent)
-    { }
-};
-
-struct PromptSheet : VantInputSheet
-{
-    explicit PromptSheet(QWidget* parent)
-        : VantInputSheet(QStringLiteral("Text"), parent)
-    { }
-};
-
 namespace sheets {
 
 /** Starts the kit on the default theme, with the strings "Fine", "Back" and "Get it". */
 void startKit(const QString& userFolder);
+
+/** Rows for both modal sheets, in the column `input`. */
+void addBothSheets();
+
+/** A question, or an input sheet, with the text "Text" and a mask over @p window. */
+QPointer<VantSheet> make(bool input, QWidget* window);
+
+// What both have, and their base does not.
+int exec(VantSheet* sheet);
+void done(VantSheet* sheet, int result);
+QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which);
 
 /** The labels of the sheet's texts: text, informative text. */
 QList<MessageLabel*> texts(const QWidget* sheet);

@@ -5,16 +5,8 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 using sheets::soon;
-
-namespace {
-
-const int ok = QMessageBox::Ok;
-const int discard = QMessageBox::Discard;
-
-} // namespace
 
 /** How sheets open, wait and close, whatever happens to them meanwhile. */
 class ModalSheetsTest : public GuardedTest
@@ -23,21 +15,23 @@ class ModalSheetsTest : public GuardedTest
 
 private Q_SLOTS:
     void initTestCase();
-    void deletedWhileWaiting_data();
-    void deletedWhileWaiting();
+    void deleted_data();
+    void deleted();
     void deletedUnderMessageFunction_data();
     void deletedUnderMessageFunction();
-    void deletedByItsAnswer_data();
+
+    void deletedByItsAnswer_data() { sheets::addBothSheets(); }
+
     void deletedByItsAnswer();
-    void deletedWhileShown_data();
-    void deletedWhileShown();
     void endings_data();
     void endings();
     void twoSheets_data();
     void twoSheets();
     void windowWithTwoSheetsDies_data();
     void windowWithTwoSheetsDies();
-    void openedAgain_data();
+
+    void openedAgain_data() { sheets::addBothSheets(); }
+
     void openedAgain();
     void windowChanges_data();
     void windowChanges();
@@ -46,25 +40,28 @@ private Q_SLOTS:
     void manyMessages();
 
 private:
-    template <typename Sheet>
-    void deleteWhileWaiting(const QByteArray& victim, bool onStack);
-    template <typename Sheet>
-    void deleteByItsAnswer();
-    template <typename Sheet>
-    void deleteWhileShown(const QByteArray& victim);
-    template <typename Sheet>
-    void endWith(const QByteArray& way, int result);
-    template <typename Lower, typename Upper>
-    void openTwo(bool lowerFirst);
-    template <typename Sheet>
-    void openAgain();
-    template <typename Sheet>
-    void changeWindow(const QByteArray& change);
-    template <typename Sheet>
-    void tryToClose(bool blocks);
-
     QTemporaryDir userFolder;
 };
+
+namespace {
+
+using Steps = QHash<QByteArray, std::function<void()>>;
+
+const int ok = QMessageBox::Ok;
+const int discard = QMessageBox::Discard;
+
+/** Rows for both sheets with each of the words, in the columns `input` and @p column. */
+void addRows(const char* column, std::initializer_list<const char*> words)
+{
+    QTest::addColumn<bool>("input");
+    QTest::addColumn<QByteArray>(column);
+    for (const char* word : words) {
+        QTest::addRow("%s, message sheet", word) << false << QByteArray(word);
+        QTest::addRow("%s, input sheet", word) << true << QByteArray(word);
+    }
+}
+
+} // namespace
 
 void ModalSheetsTest::initTestCase()
 {
@@ -72,67 +69,52 @@ void ModalSheetsTest::initTestCase()
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-void ModalSheetsTest::deletedWhileWaiting_data()
+void ModalSheetsTest::deleted_data()
 {
-    QTest::addColumn<bool>("input");
-    QTest::addColumn<QByteArray>("victim");
-    QTest::addColumn<bool>("onStack");
-    for (const bool input : { false, true }) {
-        for (const char* victim : { "sheet", "mask", "parent", "window" }) {
-            for (const bool onStack : { false, true }) {
-                if (!onStack || qstrcmp(victim, "sheet") != 0) {
-                    QTest::addRow("%s of %s on the %s", victim, input ? "input sheet" : "message sheet",
-                        onStack ? "stack" : "heap")
-                        << input << QByteArray(victim) << onStack;
-                }
-            }
-        }
-    }
+    addRows("victim", { "sheet", "mask", "parent", "window", "sheet shown", "mask shown", "window shown" });
 }
 
-void ModalSheetsTest::deletedWhileWaiting()
+/** While it is waited for, or only shown. */
+void ModalSheetsTest::deleted()
 {
     QFETCH(bool, input);
     QFETCH(QByteArray, victim);
-    QFETCH(bool, onStack);
-    if (input) {
-        deleteWhileWaiting<PromptSheet>(victim, onStack);
-    } else {
-        deleteWhileWaiting<QuestionSheet>(victim, onStack);
-    }
-}
-
-template <typename Sheet>
-void ModalSheetsTest::deleteWhileWaiting(const QByteArray& victim, bool onStack)
-{
+    const bool waits = !victim.endsWith("shown");
     const QPointer<CoveredWindow> window = new CoveredWindow;
     QVERIFY(window->open());
     auto* parent = new QWidget(window);
-    std::optional<Sheet> onTheStack;
-    const QPointer<Sheet> sheet = onStack ? &onTheStack.emplace(parent) : new Sheet(parent);
-    VantMask::createMask(sheet, window);
-    soon(qApp, [&] {
+    const QPointer<VantSheet> sheet = sheets::make(input, parent);
+    const auto kill = [&] {
         const QHash<QByteArray, QObject*> victims { { "sheet", sheet }, { "mask", window->shownMask() },
             { "parent", parent }, { "window", window } };
-        delete victims[victim];
-        if (victim == "parent") { // which is none any more, and so the sheet waits on
-            soon(qApp, [&] { window->press(Qt::Key_Escape); });
-        }
-    });
-    QCOMPARE(sheet->exec(), victim == "parent" ? discard : 0);
-    QCOMPARE(sheet.isNull(), victim == "sheet");
-    QCOMPARE(window.isNull(), victim == "window");
+        delete victims[victim.split(' ').first()];
+    };
+    if (waits) {
+        soon(qApp, [&] {
+            kill();
+            if (victim == "parent") { // which is none any more, and so the sheet waits on
+                soon(qApp, [&] { window->press(Qt::Key_Escape); });
+            }
+        });
+        QCOMPARE(sheets::exec(sheet), victim == "parent" ? discard : 0);
+        QCOMPARE(sheet.isNull(), victim == "sheet");
+    } else {
+        sheet->showSheet();
+        QVERIFY(!window->close());
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, { 3, 3 }); // nobody's
+        QCOMPARE(window->mousePresses, 0);
+        kill();
+        QVERIFY(!sheet); // a child like any other
+    }
+    QCOMPARE(window.isNull(), victim.startsWith("window"));
     if (window) {
         QCOMPARE(window->remains(), QString());
     }
     if (sheet) {
         QVERIFY(sheet->isHidden());
-        sheet->setText(QStringLiteral("Other text"));
+        sheet->setProperty("text", QString());
     }
-    if (!onStack) {
-        delete sheet;
-    }
-    onTheStack.reset();
+    delete sheet;
     delete window;
 }
 
@@ -144,6 +126,7 @@ void ModalSheetsTest::deletedUnderMessageFunction_data()
     QTest::newRow("window") << QByteArray("window");
 }
 
+/** Whose sheet lies on the stack. */
 void ModalSheetsTest::deletedUnderMessageFunction()
 {
     QFETCH(QByteArray, victim);
@@ -158,164 +141,73 @@ void ModalSheetsTest::deletedUnderMessageFunction()
             soon(qApp, [&] { window->press(Qt::Key_Return); });
         }
     });
-    const int result = showConfirmMsg(QStringLiteral("Title"), QStringLiteral("Text"), parent);
-    QCOMPARE(result, victim == "parent" ? ok : 0);
+    QCOMPARE(showConfirmMsg({}, QStringLiteral("Text"), parent), victim == "parent" ? ok : 0);
+    QCOMPARE(window.isNull(), victim == "window");
     if (window) {
         QCOMPARE(window->remains(), QString());
     }
     delete window;
 }
 
-namespace {
-
-void addBothSheets()
-{
-    QTest::addColumn<bool>("input");
-    QTest::newRow("message sheet") << false;
-    QTest::newRow("input sheet") << true;
-}
-
-} // namespace
-
-void ModalSheetsTest::deletedByItsAnswer_data()
-{
-    addBothSheets();
-}
-
 void ModalSheetsTest::deletedByItsAnswer()
 {
     QFETCH(bool, input);
-    if (input) {
-        deleteByItsAnswer<PromptSheet>();
-    } else {
-        deleteByItsAnswer<QuestionSheet>();
-    }
-}
-
-template <typename Sheet>
-void ModalSheetsTest::deleteByItsAnswer()
-{
     CoveredWindow window;
     QVERIFY(window.open());
-    const QPointer<Sheet> sheet = new Sheet(&window);
-    VantMask::createMask(sheet, &window);
+    const QPointer<VantSheet> sheet = sheets::make(input, &window);
     connect(sheet.data(), &VantSheet::finished, [&] { delete sheet; });
-    soon(qApp, [&] { window.click(sheet->button(QMessageBox::Ok)); });
-    QCOMPARE(sheet->exec(), ok);
+    soon(qApp, [&] { window.click(sheets::button(sheet, QMessageBox::Ok)); });
+    QCOMPARE(sheets::exec(sheet), ok);
     QVERIFY(!sheet);
     QCOMPARE(window.remains(), QString());
 }
 
-void ModalSheetsTest::deletedWhileShown_data()
-{
-    QTest::addColumn<bool>("input");
-    QTest::addColumn<QByteArray>("victim");
-    for (const char* victim : { "sheet", "mask", "window" }) {
-        QTest::addRow("%s of message sheet", victim) << false << QByteArray(victim);
-        QTest::addRow("%s of input sheet", victim) << true << QByteArray(victim);
-    }
-}
-
-void ModalSheetsTest::deletedWhileShown()
-{
-    QFETCH(bool, input);
-    QFETCH(QByteArray, victim);
-    if (input) {
-        deleteWhileShown<PromptSheet>(victim);
-    } else {
-        deleteWhileShown<QuestionSheet>(victim);
-    }
-}
-
-/** A sheet that nobody waits for is a child like any other. */
-template <typename Sheet>
-void ModalSheetsTest::deleteWhileShown(const QByteArray& victim)
-{
-    auto window = std::make_unique<CoveredWindow>();
-    QVERIFY(window->open());
-    const QPointer<Sheet> sheet = new Sheet(window.get());
-    VantMask::createMask(sheet, window.get());
-    sheet->showSheet();
-    QVERIFY(!window->close());
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, { 3, 3 }); // nobody's, and not the window's
-    QCOMPARE(window->mousePresses, 0);
-    if (victim == "window") {
-        window.reset();
-    } else {
-        delete (victim == "sheet" ? static_cast<QWidget*>(sheet) : window->shownMask());
-        QCOMPARE(window->remains(), QString());
-    }
-    QVERIFY(!sheet);
-}
-
 void ModalSheetsTest::endings_data()
 {
-    QTest::addColumn<bool>("input");
-    QTest::addColumn<QByteArray>("way");
-    QTest::addColumn<int>("result");
-    const auto row = [](const char* way, int result) {
-        QTest::addRow("%s on message sheet", way) << false << QByteArray(way) << result;
-        QTest::addRow("%s on input sheet", way) << true << QByteArray(way) << result;
-    };
-    row("quit", 0);
-    row("done 7", 7);
-    row("hide and done", -3);
-    row("done before there is a loop", 4);
-    row("Ok", ok);
-    row("Discard", discard);
-    row("quit application", 0);
+    addRows("way",
+        { "quit", "done", "hide and done", "done before there is a loop", "Ok", "Discard", "application" });
 }
 
 void ModalSheetsTest::endings()
 {
     QFETCH(bool, input);
     QFETCH(QByteArray, way);
-    QFETCH(int, result);
-    if (input) {
-        endWith<PromptSheet>(way, result);
-    } else {
-        endWith<QuestionSheet>(way, result);
-    }
-}
-
-template <typename Sheet>
-void ModalSheetsTest::endWith(const QByteArray& way, int result)
-{
+    const QHash<QByteArray, int> results { { "done", 7 }, { "hide and done", 7 },
+        { "done before there is a loop", 7 }, { "Ok", ok }, { "Discard", discard } };
     CoveredWindow window;
     QVERIFY(window.open());
     window.button->setFocus(); // where the focus does not come by itself
-    Sheet sheet(&window);
-    VantMask::createMask(&sheet, &window);
-    QSignalSpy finished(&sheet, SIGNAL(finished(int)));
-    const QHash<QByteArray, std::function<void()>> ways {
-        { "quit", [&] { sheet.quit(); } },
-        { "done 7", [&] { sheet.done(7); } },
+    VantSheet* sheet = sheets::make(input, &window);
+    QSignalSpy finished(sheet, SIGNAL(finished(int)));
+    const Steps ways {
+        { "quit", [&] { QMetaObject::invokeMethod(sheet, "quit"); } },
+        { "done", [&] { sheets::done(sheet, 7); } },
         { "hide and done",
             [&] {
-                sheet.hide();
-                soon(&sheet, [&] { sheet.done(-3); });
+                sheet->hide();
+                soon(sheet, [&] { sheets::done(sheet, 7); });
             } },
-        { "Ok", [&] { window.click(sheet.button(QMessageBox::Ok)); } },
-        { "Discard", [&] { window.click(sheet.button(QMessageBox::Discard)); } },
-        { "quit application", [] { QCoreApplication::quit(); } },
+        { "Ok", [&] { window.click(sheets::button(sheet, QMessageBox::Ok)); } },
+        { "Discard", [&] { window.click(sheets::button(sheet, QMessageBox::Discard)); } },
+        { "application", [] { QCoreApplication::quit(); } },
     };
     int returned = -1;
     soon(qApp, [&] {
         soon(qApp, ways.value(way, [] {}));
         if (!ways.contains(way)) {
-            const auto done = std::make_shared<QMetaObject::Connection>();
-            *done = connect(qApp, &QApplication::focusChanged, &sheet, [&, done] {
-                disconnect(*done);
-                sheet.done(4);
+            const auto once = std::make_shared<QMetaObject::Connection>();
+            *once = connect(qApp, &QApplication::focusChanged, sheet, [&, once] {
+                disconnect(*once);
+                sheets::done(sheet, 7);
             });
         }
-        returned = sheet.exec();
+        returned = sheets::exec(sheet);
         QCoreApplication::exit();
     });
     QCoreApplication::exec();
-    QCOMPARE(returned, result);
-    QVERIFY(sheet.isHidden());
-    QCOMPARE(finished, QList<QList<QVariant>> { { result } });
+    QCOMPARE(returned, results.value(way, 0));
+    QVERIFY(sheet->isHidden());
+    QCOMPARE(finished, QList<QList<QVariant>> { { returned } });
     if (way != "hide and done") { // when the focus had found another place by itself
         QCOMPARE(QApplication::focusWidget(), window.button);
     }
@@ -327,14 +219,11 @@ void ModalSheetsTest::twoSheets_data()
     QTest::addColumn<bool>("inputBelow");
     QTest::addColumn<bool>("inputAbove");
     QTest::addColumn<bool>("lowerFirst");
-    for (const bool below : { false, true }) {
-        for (const bool above : { false, true }) {
-            for (const bool lowerFirst : { false, true }) {
-                QTest::addRow("%s over %s, %s first", above ? "input" : "message",
-                    below ? "input" : "message", lowerFirst ? "lower" : "upper")
-                    << below << above << lowerFirst;
-            }
-        }
+    for (int row = 0; row < 8; ++row) {
+        const bool below = row & 1, above = row & 2, lowerFirst = row & 4;
+        QTest::addRow("%s over %s, %s first", above ? "input" : "message", below ? "input" : "message",
+            lowerFirst ? "lower" : "upper")
+            << below << above << lowerFirst;
     }
 }
 
@@ -343,45 +232,31 @@ void ModalSheetsTest::twoSheets()
     QFETCH(bool, inputBelow);
     QFETCH(bool, inputAbove);
     QFETCH(bool, lowerFirst);
-    if (inputBelow) {
-        inputAbove ? openTwo<PromptSheet, PromptSheet>(lowerFirst)
-                   : openTwo<PromptSheet, QuestionSheet>(lowerFirst);
-    } else {
-        inputAbove ? openTwo<QuestionSheet, PromptSheet>(lowerFirst)
-                   : openTwo<QuestionSheet, QuestionSheet>(lowerFirst);
-    }
-}
-
-template <typename Lower, typename Upper>
-void ModalSheetsTest::openTwo(bool lowerFirst)
-{
     CoveredWindow window;
     QVERIFY(window.open());
-    Upper upper(&window); // whose mask lies below the other one, until the sheet opens
-    VantMask::createMask(&upper, &window);
-    Lower lower(&window);
-    VantMask::createMask(&lower, &window);
+    VantSheet* upper = sheets::make(inputAbove, &window); // under the other one's mask, until it opens
+    VantSheet* lower = sheets::make(inputBelow, &window);
     int upperResult = -1;
     soon(qApp, [&] {
         soon(qApp, [&] {
             const auto end = qScopeGuard([&] { window.press(Qt::Key_Escape); });
-            window.click(lower.button(QMessageBox::Ok)); // out of reach
+            window.click(sheets::button(lower, QMessageBox::Ok)); // out of reach
             if (lowerFirst) {
-                lower.done(5);
+                sheets::done(lower, 5);
             }
             QVERIFY(!window.close());
         });
-        upperResult = upper.exec();
+        upperResult = sheets::exec(upper);
         if (!lowerFirst) {
             soon(qApp, [&] { window.press(Qt::Key_Return); });
-            QVERIFY(lower.isVisible());
-            QVERIFY(lower.isAncestorOf(QApplication::focusWidget()));
+            QVERIFY(lower->isVisible());
+            QVERIFY(lower->isAncestorOf(QApplication::focusWidget()));
             QVERIFY(!window.close());
         }
     });
-    QCOMPARE(lower.exec(), lowerFirst ? 5 : ok);
+    QCOMPARE(sheets::exec(lower), lowerFirst ? 5 : ok);
     QCOMPARE(upperResult, discard);
-    QVERIFY(upper.isHidden() && lower.isHidden());
+    QVERIFY(upper->isHidden() && lower->isHidden());
     QCOMPARE(window.remains(), QString());
 }
 
@@ -397,7 +272,7 @@ void ModalSheetsTest::windowWithTwoSheetsDies()
     QFETCH(bool, answered);
     auto window = std::make_unique<CoveredWindow>();
     QVERIFY(window->open());
-    PromptSheet lower(window.get());
+    VantInputSheet lower(window.get());
     VantMask::createMask(&lower, window.get());
     int upperResult = -1;
     soon(qApp, [&] {
@@ -413,80 +288,50 @@ void ModalSheetsTest::windowWithTwoSheetsDies()
     QCOMPARE(upperResult, 0);
 }
 
-void ModalSheetsTest::openedAgain_data()
-{
-    addBothSheets();
-}
-
 void ModalSheetsTest::openedAgain()
 {
     QFETCH(bool, input);
-    if (input) {
-        openAgain<PromptSheet>();
-    } else {
-        openAgain<QuestionSheet>();
-    }
-}
-
-template <typename Sheet>
-void ModalSheetsTest::openAgain()
-{
     CoveredWindow window;
     QVERIFY(window.open());
-    Sheet sheet(&window);
-    VantMask::createMask(&sheet, &window);
+    VantSheet* sheet = sheets::make(input, &window);
 
-    // Again after an answer, and while it is open already.
-    sheet.showSheet();
+    // While it is open already, and while it is waited for.
+    sheet->showSheet();
     soon(qApp, [&] {
-        const auto end = qScopeGuard([&] { sheet.done(1); });
-        QCOMPARE(sheet.exec(), 0);
-        QVERIFY(sheet.isVisible());
+        const auto end = qScopeGuard([&] { sheets::done(sheet, 1); });
+        QCOMPARE(sheets::exec(sheet), 0);
+        QVERIFY(sheet->isVisible());
     });
-    QCOMPARE(sheet.exec(), 1);
+    QCOMPARE(sheets::exec(sheet), 1);
     QCOMPARE(window.remains(), QString());
 
-    // Again because of the answer: the first answer waits for the second.
+    // Because of its answer: the first answer waits for the second.
     int inner = -1;
     bool first = true;
-    connect(&sheet, &VantSheet::finished, [&] {
+    connect(sheet, &VantSheet::finished, [&] {
         if (first) {
             first = false;
-            soon(&sheet, [&] { window.press(Qt::Key_Return); });
-            inner = sheet.exec();
+            soon(sheet, [&] { window.press(Qt::Key_Return); });
+            inner = sheets::exec(sheet);
         }
     });
     soon(qApp, [&] { window.press(Qt::Key_Escape); });
-    QCOMPARE(sheet.exec(), discard);
+    QCOMPARE(sheets::exec(sheet), discard);
     QCOMPARE(inner, ok);
     QCOMPARE(window.remains(), QString());
 }
 
 void ModalSheetsTest::windowChanges_data()
 {
-    QTest::addColumn<bool>("input");
-    QTest::addColumn<QByteArray>("change");
-    for (const char* change : { "resized", "minimised", "sheet in other window", "content in other window",
-             "window in other window" }) {
-        QTest::addRow("%s, message sheet", change) << false << QByteArray(change);
-        QTest::addRow("%s, input sheet", change) << true << QByteArray(change);
-    }
+    addRows("change",
+        { "resized", "minimised", "sheet in other window", "content in other window",
+            "window in other window" });
 }
 
 void ModalSheetsTest::windowChanges()
 {
     QFETCH(bool, input);
     QFETCH(QByteArray, change);
-    if (input) {
-        changeWindow<PromptSheet>(change);
-    } else {
-        changeWindow<QuestionSheet>(change);
-    }
-}
-
-template <typename Sheet>
-void ModalSheetsTest::changeWindow(const QByteArray& change)
-{
     CoveredWindow other({ 900, 500 });
     QVERIFY(other.open());
     CoveredWindow window;
@@ -495,10 +340,12 @@ void ModalSheetsTest::changeWindow(const QByteArray& change)
     content->resize(700, 500);
     content->lower();
     content->show();
-    Sheet sheet(content);
-    VantMask::createMask(&sheet, change.startsWith("content") ? content : &window);
+    VantSheet* sheet = sheets::make(input, &window);
+    if (change.startsWith("content")) {
+        VantMask::createMask(sheet, content);
+    }
     CoveredWindow* now = change.endsWith("other window") ? &other : &window;
-    const QHash<QByteArray, std::function<void()>> changes {
+    const Steps changes {
         { "resized", [&] { window.resize(640, 900); } },
         { "minimised",
             [&] {
@@ -506,7 +353,7 @@ void ModalSheetsTest::changeWindow(const QByteArray& change)
                 QCoreApplication::processEvents();
                 window.showNormal();
             } },
-        { "sheet in other window", [&] { VantMask::createMask(&sheet, &other)->show(); } },
+        { "sheet in other window", [&] { VantMask::createMask(sheet, &other)->show(); } },
         { "content in other window",
             [&] {
                 content->setParent(&other);
@@ -520,18 +367,18 @@ void ModalSheetsTest::changeWindow(const QByteArray& change)
     };
     soon(qApp, [&] {
         changes[change]();
-        soon(&sheet, [&] {
+        soon(sheet, [&] {
             const auto end = qScopeGuard([&] {
-                if (sheet.isVisible()) {
-                    sheet.quit();
+                if (sheet->isVisible()) {
+                    sheets::done(sheet, 0);
                 }
             });
             now->activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(now));
-            QVERIFY(sheet.isVisible());
-            const QWidget* mask = sheet.parentWidget();
+            QVERIFY(sheet->isVisible());
+            const QWidget* mask = sheet->parentWidget();
             QCOMPARE(mask->size(), now->size());
-            QVERIFY((sheet.geometry().center() - mask->rect().center()).manhattanLength() <= 2);
+            QVERIFY((sheet->geometry().center() - mask->rect().center()).manhattanLength() <= 2);
             QVERIFY(!now->close());
             if (QWidget* focus = now->focusWidget()) {
                 focus->clearFocus();
@@ -539,7 +386,7 @@ void ModalSheetsTest::changeWindow(const QByteArray& change)
             now->press(Qt::Key_Return);
         });
     });
-    QCOMPARE(sheet.exec(), ok);
+    QCOMPARE(sheets::exec(sheet), ok);
     QCOMPARE(other.remains(), QString());
     if (window.isWindow()) {
         QCOMPARE(window.remains(), QString());
@@ -548,51 +395,38 @@ void ModalSheetsTest::changeWindow(const QByteArray& change)
 
 void ModalSheetsTest::closing_data()
 {
-    QTest::addColumn<bool>("input");
-    QTest::addColumn<bool>("blocks");
-    QTest::newRow("blocking message sheet") << false << true;
-    QTest::newRow("message sheet") << false << false;
-    QTest::newRow("blocking input sheet") << true << true;
-    QTest::newRow("input sheet") << true << false;
+    addRows("block", { "blocking", "open" });
 }
 
 void ModalSheetsTest::closing()
 {
     QFETCH(bool, input);
-    QFETCH(bool, blocks);
-    if (input) {
-        tryToClose<PromptSheet>(blocks);
-    } else {
-        tryToClose<QuestionSheet>(blocks);
-    }
-}
-
-template <typename Sheet>
-void ModalSheetsTest::tryToClose(bool blocks)
-{
+    QFETCH(QByteArray, block);
+    const bool blocks = block == "blocking";
     CoveredWindow window;
     QVERIFY(window.open());
-    Sheet sheet(&window);
-    VantMask::createMask(&sheet, &window);
-    if (!blocks) {
-        sheet.setBlockWindowButton(false);
+    VantSheet* sheet = sheets::make(input, &window);
+    if (auto* message = qobject_cast<VantMessageSheet*>(sheet)) {
+        message->setBlockWindowButton(blocks);
+    } else {
+        qobject_cast<VantInputSheet*>(sheet)->setBlockWindowButton(blocks);
     }
     const auto hasCloseButton = [&] {
         return window.windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
     };
-    soon(&sheet, [&] {
-        const auto end = qScopeGuard([&] { sheet.quit(); });
+    soon(sheet, [&] {
+        const auto end = qScopeGuard([&] { sheets::done(sheet, 0); });
         QCOMPARE(hasCloseButton(), !blocks);
         QCOMPARE(window.close(), !blocks);
     });
-    sheet.exec();
+    sheets::exec(sheet);
     QVERIFY(window.open());
     QCOMPARE(window.remains(), QString());
 
-    sheet.showSheet(); // which leaves the close button alone
+    sheet->showSheet(); // which leaves the close button alone
     QVERIFY(hasCloseButton());
     QCOMPARE(window.close(), !blocks);
-    sheet.done(0);
+    sheets::done(sheet, 0);
     QVERIFY(window.open());
     QCOMPARE(window.remains(), QString());
 }

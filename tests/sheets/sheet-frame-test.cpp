@@ -15,9 +15,8 @@ class SheetFrameTest : public GuardedTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
+    void missingImages();
     void shadow();
-    void missingImage();
     void content();
     void masks();
     void masksWithoutWidgets();
@@ -80,12 +79,28 @@ QImage render(QWidget& widget)
 
 } // namespace
 
-void SheetFrameTest::initTestCase()
+/** Before there are any. */
+void SheetFrameTest::missingImages()
+{
+    const ThemeFolder empty;
+    empty.writeList({});
+    empty.initializeImages(ImageManager::LazyLoad);
+    debug_message.setEnabled(QtWarningMsg, false);
+    QWidget window;
+    PlainSheet sheet(&window);
+    sheet.resize(200, 150);
+    const QImage image = render(sheet);
+    debug_message.setEnabled(QtWarningMsg, true);
+    QCOMPARE(image.pixelColor(0, 0), QColor(Qt::black));
+    QCOMPARE(image.pixelColor(sheet.contentsRect().topLeft()), QColor(Qt::white));
+}
+
+void SheetFrameTest::shadow()
 {
     // Each image has its first colour on the left and its second one on the right.
     const ThemeFolder theme;
     QStringList names;
-    const QList<Piece> all = pieces({ 200, 200 });
+    const QList<Piece> all = pieces({ 200, 150 });
     for (int i = 0; i < all.size(); ++i) {
         const QString name = QStringLiteral("bg_tutorial_") + QLatin1String(all[i].name);
         QImage image(16, 16, QImage::Format_ARGB32);
@@ -96,17 +111,13 @@ void SheetFrameTest::initTestCase()
     }
     theme.writeList(names);
     theme.initializeImages(ImageManager::EagerLoad);
-}
 
-void SheetFrameTest::shadow()
-{
     QWidget window;
     PlainSheet sheet(&window);
     const int s = shadowWidth();
     sheet.resize(200, 150);
     QCOMPARE(sheet.contentsRect(), QRect(s, s, 200 - 2 * s, 150 - 2 * s));
     const QImage image = render(sheet);
-    const QList<Piece> all = pieces(sheet.size());
     for (int i = 0; i < all.size(); ++i) {
         QVERIFY2(image.pixelColor(all[i].first) == colour(i, false)
                 && image.pixelColor(all[i].second) == colour(i, true),
@@ -118,21 +129,6 @@ void SheetFrameTest::shadow()
     // The long images are stretched, not repeated.
     QCOMPARE(image.pixelColor(s + (200 - 2 * s) / 4, 0), colour(6, false));
     QCOMPARE(image.pixelColor(s + (200 - 2 * s) * 3 / 4, 0), colour(6, true));
-}
-
-void SheetFrameTest::missingImage()
-{
-    const ThemeFolder empty;
-    empty.writeList({});
-    empty.initializeImages(ImageManager::LazyLoad);
-    const auto back = qScopeGuard([this] { initTestCase(); });
-    debug_message.setEnabled(QtWarningMsg, false);
-    QWidget window;
-    PlainSheet sheet(&window);
-    sheet.resize(200, 150);
-    const QImage image = render(sheet);
-    debug_message.setEnabled(QtWarningMsg, true);
-    QCOMPARE(image.pixelColor(sheet.contentsRect().topLeft()), QColor(Qt::white));
 }
 
 void SheetFrameTest::content()

@@ -3,7 +3,6 @@
 #include "support/guarded-test.h"
 
 #include <QMovie>
-#include <QProxyStyle>
 #include <QTextDocument>
 #include <QtTest>
 
@@ -17,25 +16,6 @@ int scaled(int designPixels)
 {
     return designPixels * displayscale::dpi() / 96;
 }
-
-/** A style that orders the buttons of dialogs in its own way. */
-class OrderingStyle : public QProxyStyle
-{
-public:
-    explicit OrderingStyle(QDialogButtonBox::ButtonLayout buttonLayout)
-        : QProxyStyle(QStringLiteral("Fusion"))
-        , order(buttonLayout)
-    { }
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-        QStyleHintReturn* data) const override
-    {
-        return hint == SH_DialogButtonLayout ? order : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-
-private:
-    QDialogButtonBox::ButtonLayout order;
-};
 
 /** The size that the text of a label takes, laid out apart from it. */
 QSizeF needed(const QLabel* label)
@@ -69,8 +49,6 @@ private Q_SLOTS:
     void movie_data();
     void movie();
     void places();
-    void buttonOrder_data();
-    void buttonOrder();
     void wholeTexts_data();
     void wholeTexts();
     void inputStyle();
@@ -117,13 +95,13 @@ void SheetLayoutTest::widths()
     QFETCH(int, input);
     QWidget window;
     window.resize(scaled(parent), scaled(400));
-    QCOMPARE(QuestionSheet(&window).width(), scaled(message));
-    QCOMPARE(PromptSheet(&window).width(), scaled(input));
+    QCOMPARE(VantMessageSheet(Type::Question, QStringLiteral("Text"), &window).width(), scaled(message));
+    QCOMPARE(VantInputSheet(QStringLiteral("Text"), &window).width(), scaled(input));
 
     // What counts is what the sheet lies in now.
     QWidget wide;
     wide.resize(scaled(2000), scaled(400));
-    QuestionSheet moved(&wide);
+    VantMessageSheet moved(Type::Question, &wide);
     VantMask::createMask(&moved, &window);
     QCOMPARE(moved.width(), scaled(540));
     moved.setText(QStringLiteral("Other text"));
@@ -293,7 +271,7 @@ void SheetLayoutTest::places()
             + qMax(sheets::icon(&message)->height(), sheets::texts(&message).first()->height()));
     message.quit();
 
-    PromptSheet input(&window);
+    VantInputSheet input(QStringLiteral("Text"), &window);
     VantMask::createMask(&input, &window);
     input.showSheet();
     QCoreApplication::processEvents();
@@ -306,37 +284,6 @@ void SheetLayoutTest::places()
     QCOMPARE(inputButtons.top() - field.bottom() - 1, scaled(24));
     QCOMPARE(input.rect().bottomRight() - inputButtons.bottomRight(),
         QPoint(shadow + scaled(10), shadow + scaled(10)));
-}
-
-void SheetLayoutTest::buttonOrder_data()
-{
-    QTest::addColumn<int>("order");
-    QTest::addColumn<bool>("inputOkFirst");
-    QTest::newRow("Windows") << int(QDialogButtonBox::WinLayout) << true;
-    QTest::newRow("Mac") << int(QDialogButtonBox::MacLayout) << false;
-    QTest::newRow("KDE") << int(QDialogButtonBox::KdeLayout) << true;
-    QTest::newRow("Gnome") << int(QDialogButtonBox::GnomeLayout) << false;
-}
-
-void SheetLayoutTest::buttonOrder()
-{
-    QFETCH(int, order);
-    const auto back = qScopeGuard([] { QApplication::setStyle(QStringLiteral("Fusion")); });
-    QApplication::setStyle(new OrderingStyle(QDialogButtonBox::ButtonLayout(order)));
-    CoveredWindow window({ scaled(800), scaled(600) });
-    window.show();
-    const auto okLeft = [&](auto& sheet) {
-        VantMask::createMask(&sheet, &window);
-        sheet.showSheet();
-        return sheet.button(QMessageBox::Ok)->x() < sheet.button(QMessageBox::Discard)->x();
-    };
-    QuestionSheet message(&window);
-    QVERIFY(okLeft(message));
-    const auto* discardButton = message.button(QMessageBox::Discard);
-    QCOMPARE(discardButton->geometry().right(), discardButton->parentWidget()->rect().right());
-    message.quit();
-    PromptSheet input(&window);
-    QTEST(okLeft(input), "inputOkFirst");
 }
 
 void SheetLayoutTest::wholeTexts_data()
@@ -413,7 +360,7 @@ void SheetLayoutTest::wholeTexts()
 void SheetLayoutTest::inputStyle()
 {
     CoveredWindow window;
-    PromptSheet sheet(&window);
+    VantInputSheet sheet(&window);
     QCOMPARE(sheet.styleSheet(), getStyleSheet("component.message_sheet_other"));
     QCOMPARE(sheet.button(QMessageBox::Ok)->styleSheet(), getStyleSheet("component.apply_button"));
     QCOMPARE(sheet.button(QMessageBox::Discard)->styleSheet(), getStyleSheet("component.cancel_button"));

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void closeButton();
     void closeRequests();
     void keysAndFocus();
+    void buttonOrder();
 
 private:
     /** The functions that the window manager is told a window has: resize, move, minimise, maximise, close.
@@ -117,7 +118,7 @@ void SheetsOnXTest::closeRequests()
     Counter requests(QEvent::Close);
     window.installEventFilter(&requests);
     const auto ask = [] { type("alt+F4"); };
-    QuestionSheet sheet(&window);
+    VantMessageSheet sheet(VantMessageSheet::Question, &window);
     VantMask::createMask(&sheet, &window);
     Counter refused(QEvent::Close);
     sheet.showSheetWithBlock();
@@ -136,7 +137,7 @@ void SheetsOnXTest::keysAndFocus()
     CoveredWindow window;
     QVERIFY(window.open());
     window.field->setFocus();
-    PromptSheet sheet(&window);
+    VantInputSheet sheet(&window);
     VantMask::createMask(&sheet, &window);
     sheets::soon(&sheet, [&] {
         type("a");
@@ -153,6 +154,21 @@ void SheetsOnXTest::keysAndFocus()
     QCOMPARE(sheet.exec(), int(QMessageBox::Discard));
     type("c");
     QTRY_COMPARE(window.field->text(), QStringLiteral("c"));
+}
+
+/** On a desktop that has the accepting button on the right. */
+void SheetsOnXTest::buttonOrder()
+{
+    CoveredWindow window;
+    QVERIFY(window.open());
+    const auto okIsLeft = [&window](bool input) {
+        VantSheet* sheet = sheets::make(input, &window);
+        sheet->showSheet();
+        QCoreApplication::processEvents();
+        return sheets::button(sheet, QMessageBox::Ok)->x() < sheets::button(sheet, QMessageBox::Discard)->x();
+    };
+    QVERIFY(okIsLeft(false));
+    QVERIFY(!okIsLeft(true));
 }
 
 QTEST_MAIN(SheetsOnXTest)
