@@ -3,6 +3,7 @@
 #include "theme/default-theme.h"
 
 #include <QHBoxLayout>
+#include <QWindow>
 #include <QtTest>
 
 CoveredWindow::CoveredWindow(const QSize& size)
@@ -19,7 +20,12 @@ CoveredWindow::CoveredWindow(const QSize& size)
 bool CoveredWindow::open()
 {
     show();
-    return QTest::qWaitForWindowActive(this);
+    return QTest::qWaitFor(
+        [this] {
+            activateWindow(); // again and again, for window managers with other plans
+            return windowHandle()->isActive();
+        },
+        20000);
 }
 
 QString CoveredWindow::remains()
