@@ -23,9 +23,10 @@ using LPSECURITY_ATTRIBUTES = void*;
 #define FALSE 0
 #define TRUE 1
 
-// Named mutexes. A mutex is owned by the thread that waited for it, through the handle that it waited with: the
-// same handle lets its owner in again, while every other handle, of this process or another, has to wait. It is
-// abandoned if its owner ends, or closes that handle, without releasing it. Names of two users never meet.
+// Named mutexes. A mutex is owned by the thread that waited for it, through the handle that it waited with:
+// the same handle lets its owner in again, while every other handle, of this process or another, has to wait.
+// It is abandoned if its owner ends, or closes that handle, without releasing it. Names of two users never
+// meet.
 
 constexpr DWORD SYNCHRONIZE = 0x100000;
 constexpr DWORD MUTEX_MODIFY_STATE = 1;
@@ -52,21 +53,23 @@ constexpr DWORD ERROR_ALREADY_EXISTS = 183;
 constexpr DWORD ERROR_NOT_OWNER = 288;
 
 /**
- * A handle on the mutex of that name, which is created if it does not exist; null on failure. GetLastError then
- * says why, and after a success whether the mutex was there (ERROR_ALREADY_EXISTS). @p attributes must be null,
+ * A handle on the mutex of that name, which is created if it does not exist; null on failure. GetLastError
+ * then says why, and after a success whether the mutex was there (ERROR_ALREADY_EXISTS). @p attributes must
+ * be null,
  * @p initiallyOwned FALSE, and a name there must be.
  */
 HANDLE CreateMutexW(LPSECURITY_ATTRIBUTES attributes, BOOL initiallyOwned, LPCWSTR name);
 
 /**
- * A handle on an existing mutex; null if there is none (ERROR_FILE_NOT_FOUND) or on failure. Every handle has all
+ * A handle on an existing mutex; null if there is none (ERROR_FILE_NOT_FOUND) or on failure. Every handle has
+ * all
  * @p access, and none is ever inherited by a program that this one starts: @p inherited must be FALSE.
  */
 HANDLE OpenMutexW(DWORD access, BOOL inherited, LPCWSTR name);
 
 /**
- * Waits for one mutex: WAIT_OBJECT_0 or WAIT_ABANDONED if it is owned now, WAIT_TIMEOUT if not, WAIT_FAILED on
- * failure. @p milliseconds must be 0 or INFINITE.
+ * Waits for one mutex: WAIT_OBJECT_0 or WAIT_ABANDONED if it is owned now, WAIT_TIMEOUT if not, WAIT_FAILED
+ * on failure. @p milliseconds must be 0 or INFINITE.
  */
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 
@@ -76,7 +79,8 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
  */
 DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds);
 
-/** Gives up what one successful wait took; FALSE if the calling thread does not own the mutex through this handle. */
+/** Gives up what one successful wait took; FALSE if the calling thread does not own the mutex through this
+ * handle. */
 BOOL ReleaseMutex(HANDLE handle);
 
 /** Drops a handle. The mutex goes with the last one in any process. */
