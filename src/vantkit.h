@@ -3,6 +3,9 @@
 // Every public header of the kit.
 
 #include "image-manager/image-manager.h"
+#include "qtsingleapplication/src/qtlocalpeer.h"
+#include "qtsingleapplication/src/qtlockedfile.h"
+#include "qtsingleapplication/src/qtsingleapplication.h"
 #include "sheets/message-functions.h"
 #include "sheets/vant-countdown-message-box.h"
 #include "sheets/vant-input-sheet.h"

@@ -22,6 +22,7 @@ using LPSECURITY_ATTRIBUTES = void*;
 
 #define FALSE 0
 #define TRUE 1
+#define WINAPI
 
 // Named mutexes. A mutex is owned by the thread that waited for it, through the handle that it waited with:
 // the same handle lets its owner in again, while every other handle, of this process or another, has to wait.
