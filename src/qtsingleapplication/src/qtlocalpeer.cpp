@@ -128,7 +128,11 @@ QtLocalPeer::QtLocalPeer(QObject* parent, const QString& appId)
     lockFile.open(QIODevice::ReadWrite);
 }
 
-QtLocalPeer::~QtLocalPeer() = default;
+QtLocalPeer::~QtLocalPeer()
+{
+    // Who gets the lock, which goes next, listens at once: the name has to be free by then.
+    localServer->close();
+}
 
 bool QtLocalPeer::isClient()
 {
