@@ -67,9 +67,10 @@ std::optional<QByteArray> readText(QLocalSocket& socket, QDataStream& stream, in
     QByteArray text;
     while (true) {
         const int begin = text.size();
-        const auto available = static_cast<int>(qBound<qint64>(1, socket.bytesAvailable(), length - begin));
-        text.resize(begin + available);
-        const int got = stream.readRawData(text.data() + begin, available);
+        const qint64 available = qMax<qint64>(1, socket.bytesAvailable());
+        const int wanted = static_cast<int>(qMin<qint64>(available, length - begin));
+        text.resize(begin + wanted);
+        const int got = stream.readRawData(text.data() + begin, wanted);
         if (got < 0) {
             qWarning("QtLocalPeer: Message reception failed %s", socket.errorString().toLatin1().constData());
             return std::nullopt;
