@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTextStream>
 
 #include <iostream>
@@ -44,16 +43,6 @@ QByteArray nextLine(QProcess& process)
     return process.readLine();
 }
 
-// A sampler that waits for lines ends with them.
-struct SamplingProcess : QProcess
-{
-    ~SamplingProcess() override
-    {
-        closeWriteChannel();
-        waitForFinished(limitMilliseconds);
-    }
-};
-
 void serveSamples(const Sampler& sample)
 {
     for (std::string line; std::getline(std::cin, line);) {
@@ -74,15 +63,41 @@ ChildResult runChild(const QString& name, const QString& path, const QProcessEnv
         result.value(QLatin1String("check")).toString() };
 }
 
+TalkingChild::TalkingChild(const QString& name, const QString& path, const QProcessEnvironment& environment)
+{
+    startChild(m_process, { name, path }, environment);
+}
+
+TalkingChild::~TalkingChild()
+{
+    m_process.closeWriteChannel();
+    m_process.waitForFinished(limitMilliseconds);
+}
+
+void TalkingChild::say(const QByteArray& line)
+{
+    m_process.write(line + '\n');
+    m_process.waitForBytesWritten(limitMilliseconds);
+}
+
+QByteArray TalkingChild::hear()
+{
+    const QByteArray line = nextLine(m_process);
+    if (!line.endsWith('\n')) {
+        fail(m_process);
+    }
+    return line.chopped(line.endsWith("\r\n") ? 2 : 1);
+}
+
 Sampler samplerInChild(const QString& name, const QProcessEnvironment& environment)
 {
-    const auto process = std::make_shared<SamplingProcess>();
-    startChild(*process, { name }, environment);
-    return [process] {
-        process->write("\n");
-        const QList<QByteArray> amounts = nextLine(*process).simplified().split(' ');
+    const auto child = std::make_shared<TalkingChild>(name, QString(), environment);
+    return [child] {
+        child->say({});
+        const QByteArray line = child->hear();
+        const QList<QByteArray> amounts = line.split(' ');
         if (amounts.size() != 2) {
-            fail(*process);
+            throw Failure(QStringLiteral("not a sample: ") + QString::fromUtf8(line));
         }
         return Amounts { amounts[0].toDouble(), amounts[1].toDouble() };
     };

@@ -9,6 +9,8 @@ Suite wholeSuite()
     addStyleRows(suite);
     addWidgetRows(suite);
     addSheetRows(suite);
+    addPeerRows(suite);
+    addLockRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

@@ -196,7 +196,9 @@ Answer MutexFile::join(const FileDescriptor& folder, bool mayCreate)
 {
     const Answer alone = tryLock(m_file, presence);
     if (alone == Answer::Yes) {
-        const bool started = mayCreate && ftruncate(m_file.number(), 0) == 0 && writeNote(m_file, freeNote);
+        // The note is written over whatever is there. A file that was emptied first would go to the disk as
+        // soon as it is closed, on file systems that take care of those who replace the content of files.
+        const bool started = mayCreate && writeNote(m_file, freeNote);
         if (!started) {
             const int reason = errno;
             unlinkat(folder.number(), m_fileName.c_str(), 0);
