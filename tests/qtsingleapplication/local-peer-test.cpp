@@ -1,6 +1,8 @@
 #include "qtsingleapplication/scene.h"
 #include "support/guarded-test.h"
 
+#include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
+
 #include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -14,6 +16,7 @@ class LocalPeerTest : public GuardedTest
 private Q_SLOTS:
     void roles_data();
     void roles();
+    void end();
     void occupiedName_data();
     void occupiedName();
     void noLockFile();
@@ -22,6 +25,12 @@ private Q_SLOTS:
     void strangers_data();
     void strangers();
     void bareClient();
+
+public Q_SLOTS:
+    void succeed();
+
+private:
+    Scene* successors = nullptr;
 };
 
 namespace {
@@ -88,6 +97,28 @@ void LocalPeerTest::roles()
     Scene scene;
     QCOMPARE(scene.play(steps), QString());
     QCOMPARE(scene.finish(), QString());
+}
+
+/** Where the lock is free, the name of the socket is as well. */
+void LocalPeerTest::end()
+{
+    Scene others;
+    successors = &others;
+    {
+        QtLocalPeer peer(nullptr, QLatin1String(sceneIdentity));
+        QVERIFY(!peer.isClient());
+        QCOMPARE(others.play(QStringLiteral("P isClient")), QString());
+        // The base class says so when the lock is already gone, and the children are not.
+        connect(&peer, SIGNAL(destroyed()), this, SLOT(succeed()));
+    }
+    QCOMPARE(others.play(QStringLiteral("Q send hello; P take: hello")), QString());
+    QCOMPARE(others.finish(), QString());
+    successors = nullptr;
+}
+
+void LocalPeerTest::succeed()
+{
+    QCOMPARE(successors->play(QStringLiteral("P isClient: false")), QString());
 }
 
 void LocalPeerTest::occupiedName_data()

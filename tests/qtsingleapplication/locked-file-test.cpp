@@ -33,6 +33,7 @@ void LockedFileTest::locks_data()
         "P0 read; Q0 read; P0 write: false; P0 mode: 0; R owned: 1; Q0 unlock; P0 write; P0 read; P0 mode: "
         "1; "
         "R owned: 0; Q0 read");
+    row("the lock that is held already stays as it is", "P0 read; P1 read; P0 unlock; P1 read; Q owned: 1");
     row("the lowest free slot",
         "P0 read; P1 read; Q0 read; P2 read; P1 unlock; P0 unlock; R0 read; R owned: 0 2 3; R1 read; R "
         "owned: "
@@ -40,7 +41,8 @@ void LockedFileTest::locks_data()
     row("a writer sees readers behind gaps",
         "P0 read; P1 read; Q0 read; P0 unlock; P1 unlock; R0 write: false; Q0 unlock; R0 write");
     row("a writer takes what others have merely open",
-        "P create 0; P create 7; Q0 write; Q owned: writer 0 7; Q0 unlock; Q owned: ; R0 read; R owned: 0");
+        "P create 0; P create 7; P create 63; Q0 write; Q owned: writer 0 7 63; Q0 unlock; Q owned: ; R0 "
+        "read; R owned: 0");
     row("a writer waits for all readers, and nobody passes him",
         "P0 read; Q0 read; P1 read; R0 write!: begun; S owned becomes writer 0 1 2; P0 unlock; S0 read: "
         "false; "
@@ -74,8 +76,8 @@ void LockedFileTest::locks_data()
     row("paths that differ in case", "P0 new File; Q0 new fILE; P0 write; Q0 write: false; P owned: writer");
     row("other paths do not meet", "P0 new one; Q0 new other; P0 write; Q0 write");
     row("a new name does not count any more",
-        "P0 write; P0 unlock; P0 close; P0 rename other; P0 open; P0 write; Q0 write: false; Q1 new other; "
-        "Q1 write");
+        "P0 write; P0 unlock; P0 close; P0 rename other; P0 open; P0 read; Q owned: 0; Q0 write: false; "
+        "Q1 new other; Q1 write");
     row("no handle for the writer mutex",
         "P0 mode: 0; P1 write; P1 unlock; P limit 0; P0 write: false [QtLockedFile::lock(): CreateMutex "
         "failed "

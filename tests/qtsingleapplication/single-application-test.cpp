@@ -78,8 +78,11 @@ void SingleApplicationTest::roles()
         QVERIFY(!application.sendMessage(QStringLiteral("no")));
         QCOMPARE(others.play(QStringLiteral("Q isClient")), QString());
         QVERIFY(application.unlock());
+        QCOMPARE(
+            others.play(QStringLiteral("Q isClient: false [QtSingleCoreApplication: listen on local socket "
+                                       "failed, QLocalServer::listen: Address in use]; Q end")),
+            QString());
     }
-    QCOMPARE(others.play(QStringLiteral("Q isClient: false; Q end")), QString());
     {
         QtSingleApplication application(QLatin1String(sceneIdentity), argumentCount, arguments);
         QVERIFY(!application.isRunning());
