@@ -14,8 +14,6 @@ namespace gallery {
 
 namespace {
 
-const int usageError = 2;
-
 QString oneLine(const QString& text)
 {
     return text.simplified();
@@ -76,7 +74,10 @@ Reader::Reader()
           { QStringLiteral("v"), QStringLiteral("version") }, QStringLiteral("Show the version and exit."))
 {
     m_parser.setApplicationDescription(
-        QStringLiteral("Shows every widget of vantkit-qt, live and in all its states."));
+        QStringLiteral("Shows every widget of vantkit-qt, live and in all its states.\n\n"
+                       "One gallery runs at a time: started again, it brings the window of the first to\n"
+                       "the front, on the page that --page names, and exits. The first keeps its language\n"
+                       "and its theme."));
     m_parser.addOptions({ m_page, m_language, m_theme, m_screenshots, m_startupTimes, m_help, m_version });
 }
 
@@ -152,10 +153,10 @@ CommandLine readCommandLine(int argc, char** argv)
     return Reader().read(QCoreApplication::arguments());
 }
 
-int failure(const QString& message)
+int failure(const QString& message, int exitCode)
 {
     QTextStream(stderr) << "gallery: " << oneLine(message) << '\n';
-    return usageError;
+    return exitCode;
 }
 
 } // namespace gallery

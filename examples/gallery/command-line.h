@@ -29,7 +29,9 @@ struct CommandLine
  */
 CommandLine readCommandLine(int argc, char** argv);
 
-/** Writes @p message as the one line on standard error and returns the exit code that goes with it. */
-int failure(const QString& message);
+const int usageError = 2;
+
+/** Writes @p message as the one line on standard error and returns @p exitCode. */
+int failure(const QString& message, int exitCode = usageError);
 
 } // namespace gallery

@@ -8,13 +8,17 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QThread>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace gallery {
 
@@ -24,6 +28,31 @@ const int windowWidth = 1100;
 const int windowHeight = 720;
 const int sidebarWidth = 216;
 const int widestPage = 960;
+
+// Menus and lists hold the keyboard and the pointer, and would lie under a window that is raised.
+void closePopups()
+{
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        if (!popup->close()) {
+            return;
+        }
+    }
+}
+
+// A box that waits for its answer does not come out of its icon along with the window that it blocks.
+void showBox()
+{
+    if (QWidget* box = QApplication::activeModalWidget()) {
+        box->setWindowState(box->windowState() & ~Qt::WindowMinimized);
+    }
+}
+
+// Not in a loop of its own, as a question, a menu and a drag run one until they end.
+bool isInMainLoop()
+{
+    return QThread::currentThread()->loopLevel() <= 1;
+}
+
 } // namespace
 
 GalleryWindow::GalleryWindow(const QString& page, const QString& language)
@@ -41,6 +70,9 @@ GalleryWindow::GalleryWindow(const QString& page, const QString& language)
     layout->setContentsMargins(0, 0, 0, 0);
     build();
     m_navigation->setFocus();
+
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+        &GalleryWindow::openWantedPage);
 }
 
 // Everything is made anew when the language changes: the kit's widgets take their texts when they are made.
@@ -50,7 +82,6 @@ void GalleryWindow::build()
         m_content->hide();
         m_content->deleteLater(); // one of its widgets may have asked for this
     }
-    setWindowTitle(text("window.title"));
     m_content = new QWidget;
     layout()->addWidget(m_content);
 
@@ -202,7 +233,9 @@ void GalleryWindow::showPage(int index)
 void GalleryWindow::openPage()
 {
     const PageInfo& info = pages().at(m_index);
-    m_title->setText(text(info.name + QStringLiteral(".title")));
+    const QString title = text(info.name + QStringLiteral(".title"));
+    setWindowTitle(QStringLiteral("%1 – %2").arg(title, text("window.title")));
+    m_title->setText(title);
     m_caption->setText(text(info.name + QStringLiteral(".caption")));
     m_report->setText(text("window.hint"));
 
@@ -216,6 +249,30 @@ void GalleryWindow::openPage()
     // The page came last to the window; the foot comes last to the keyboard.
     setTabOrder(previousInFocusChain(), m_startAgain);
     setTabOrder(m_startAgain, m_close);
+}
+
+void GalleryWindow::takeUpSecondStart(const QString& page)
+{
+    closePopups();
+    showBox();
+    const int index = pageNames().indexOf(page);
+    if (index >= 0) {
+        m_wanted = index;
+        openWantedPage();
+    }
+}
+
+// A page that has opened a question goes on when it is answered, and has to be there then.
+void GalleryWindow::openWantedPage()
+{
+    if (!m_wanted || !isInMainLoop()) {
+        return;
+    }
+    const int index = *std::exchange(m_wanted, std::nullopt);
+    if (index != m_index) {
+        m_navigation->setCurrentRow(index);
+        m_navigation->setFocus();
+    }
 }
 
 void GalleryWindow::growToPage()

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QLabel;
 class QListWidget;
 class QScrollArea;
@@ -33,6 +35,13 @@ public:
     /** The widget that a popup opens at in @p state, if one does. */
     QWidget* opener(const QString& state) const;
 
+    /**
+     * Takes up that the gallery was started again, before the window comes up: closes a menu that is open,
+     * and goes to the page of the name @p page if there is one. While a question waits for its answer it
+     * comes first, and the page opens afterwards.
+     */
+    void takeUpSecondStart(const QString& page);
+
 private:
     void build();
     QWidget* sidebar();
@@ -44,8 +53,10 @@ private:
     void setLanguage(const QString& code);
     void showPage(int index);
     void openPage();
+    void openWantedPage();
 
     int m_index = 0;
+    std::optional<int> m_wanted; ///< the page to go to as soon as the present one can be left
     QString m_language;
     QWidget* m_content = nullptr;
     QListWidget* m_navigation = nullptr;

@@ -7,7 +7,6 @@
 
 #include <vantkit-qt/vantkit.h>
 
-#include <QApplication>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -16,33 +15,24 @@
 
 using namespace gallery;
 
-int main(int argc, char** argv)
-{
-    StartupTimes times;
-    const CommandLine commandLine = readCommandLine(argc, argv);
-    if (commandLine.exitCode) {
-        return *commandLine.exitCode;
-    }
-    const Options& options = commandLine.options;
-    if (options.takesScreenshots()) {
-        prepareScreenshots();
-    }
+namespace {
 
-    // The application object comes first: pixmaps need it, and the display's scale is read from it.
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
+const int noAnswer = 1;
+
+QString dataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+/** Starts the kit, and after it the gallery's own texts. The application object is there already. */
+void startKit(const Options& options, const QString& userFolder, StartupTimes& times)
+{
     useLightGround();
     times.endPhase("application");
 
-    // Where the theme is, and where the kit may write; pictures leave nothing behind.
-    std::optional<QTemporaryDir> passingFolder;
-    if (options.takesScreenshots()) {
-        passingFolder.emplace();
-    }
+    // Where the theme is, and where the kit may write.
     UIPathManager::getInstance().setPath(QStringLiteral("resource_path"), options.themeFolder);
-    UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"),
-        passingFolder ? passingFolder->path()
-                      : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), userFolder);
 
     // The words of the kit, and those of the gallery itself.
     ComponentStrings::getInstance().installStrings(componentStrings(options.themeFolder, options.language));
@@ -54,17 +44,83 @@ int main(int argc, char** argv)
     times.endPhase("images");
     StyleManager::getInstance().initialize(templateFiles(options.themeFolder));
     times.endPhase("templates");
+}
 
-    if (options.takesScreenshots()) {
-        return takeScreenshots(options);
-    }
-
-    GalleryWindow window(options.page, options.language);
+int showUntilClosed(GalleryWindow& window, StartupTimes& times)
+{
     window.resize(window.size().boundedTo(window.screen()->availableGeometry().size()));
-    if (options.startupTimes) {
-        times.reportFirstPaintOf(&window);
-    }
     window.show();
     times.endPhase("widgets");
     return QApplication::exec();
+}
+
+int takePictures(int argc, char** argv, const Options& options, StartupTimes& times)
+{
+    prepareScreenshots();
+    const QApplication application(argc, argv);
+    const QTemporaryDir passingFolder; // pictures leave nothing behind
+    startKit(options, passingFolder.path(), times);
+    return takeScreenshots(options);
+}
+
+int measureStart(int argc, char** argv, const Options& options, StartupTimes& times)
+{
+    const QApplication application(argc, argv);
+    startKit(options, dataFolder(), times);
+    GalleryWindow window(options.page, options.language);
+    times.reportFirstPaintOf(&window);
+    return showUntilClosed(window, times);
+}
+
+/** Leaves @p page to the gallery that runs already, if one does. Returns the exit code then. */
+std::optional<int> handOver(QtSingleApplication& application, const QString& page)
+{
+    if (!application.isRunning()) {
+        return {};
+    }
+    if (application.sendMessage(page)) {
+        return 0;
+    }
+    // It may have ended meanwhile, and this is the gallery that runs now.
+    if (!application.isRunning()) {
+        return {};
+    }
+    return failure(QStringLiteral("A gallery runs already, and it does not answer."), noAnswer);
+}
+
+int run(int argc, char** argv, const Options& options, StartupTimes& times)
+{
+    // Who runs is decided before anything is made that only one needs.
+    QtSingleApplication application(argc, argv);
+    if (const std::optional<int> exitCode = handOver(application, options.page)) {
+        return *exitCode;
+    }
+    startKit(options, dataFolder(), times);
+    GalleryWindow window(options.page, options.language);
+    QObject::connect(
+        &application, &QtSingleApplication::messageReceived, &window, &GalleryWindow::takeUpSecondStart);
+    application.setActivationWindow(&window);
+    return showUntilClosed(window, times);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    StartupTimes times;
+    const CommandLine commandLine = readCommandLine(argc, argv);
+    if (commandLine.exitCode) {
+        return *commandLine.exitCode;
+    }
+
+    // The application object comes first: pixmaps need it, and the display's scale is read from it.
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const Options& options = commandLine.options;
+    if (options.takesScreenshots()) {
+        return takePictures(argc, argv, options, times);
+    }
+    if (options.startupTimes) {
+        return measureStart(argc, argv, options, times);
+    }
+    return run(argc, argv, options, times);
 }

@@ -7,6 +7,10 @@ namespace vantkit::internal {
 class HandleTable::ThreadEnd
 {
 public:
+    ThreadEnd() = default;
+    ThreadEnd(const ThreadEnd&) = delete;
+    ThreadEnd& operator=(const ThreadEnd&) = delete;
+
     // What the first thread owns ends with the process, after the destructors of its static objects.
     ~ThreadEnd()
     {

@@ -33,7 +33,7 @@ bool makePrivate(int directory)
 std::string pathOfUser()
 {
     const std::string user = std::to_string(geteuid());
-    const std::string runtime = "/run/user/" + user;
+    std::string runtime = "/run/user/" + user;
 
     struct stat status
     { };
@@ -60,7 +60,7 @@ FileDescriptor MutexDirectory::open() const
 {
     FileDescriptor directory(::open(m_path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (directory.isOpen() && !makePrivate(directory.number())) {
-        return FileDescriptor();
+        return {};
     }
     return directory;
 }
@@ -68,7 +68,7 @@ FileDescriptor MutexDirectory::open() const
 FileDescriptor MutexDirectory::create() const
 {
     if (mkdir(m_path.c_str(), ownerOnly) != 0 && errno != EEXIST) {
-        return FileDescriptor();
+        return {};
     }
     return open();
 }

@@ -2,6 +2,7 @@
 #include "platform/last-error_p.h"
 
 #include <algorithm>
+#include <iterator>
 
 using namespace vantkit::internal;
 
@@ -33,7 +34,7 @@ DWORD told(DWORD result)
 NamedMutex::List find(DWORD count, const HANDLE* handles)
 {
     NamedMutex::List mutexes;
-    std::transform(handles, handles + count, std::back_inserter(mutexes),
+    std::transform(handles, std::next(handles, count), std::back_inserter(mutexes),
         [](HANDLE handle) { return HandleTable::ofProcess().find(handle); });
     return mutexes;
 }

@@ -153,8 +153,9 @@ private:
 
 void GalleryTest::initTestCase()
 {
-    m_all =
-        runGallery({ "--screenshots", path("all"), "--lang", "enu" }, { { "XDG_DATA_HOME", path("data") } });
+    QVERIFY(QDir().mkpath(path("tmp")));
+    m_all = runGallery({ "--screenshots", path("all"), "--lang", "enu" },
+        { { "XDG_DATA_HOME", path("data") }, { "TMPDIR", path("tmp") } });
 }
 
 void GalleryTest::answersWithoutDisplay_data()
@@ -225,6 +226,7 @@ void GalleryTest::takesEveryPicture()
     QCOMPARE(m_all.errors, QStringList());
     QCOMPARE(picturesIn(path("all")), pictures);
     QVERIFY2(!QDir(path("data")).exists(), "pictures leave nothing behind");
+    QVERIFY2(QDir(path("tmp")).isEmpty(), "nor do they take part in the one instance");
 
     QMap<QByteArray, QString> seen;
     for (const QString& name : pictures) {
@@ -355,9 +357,10 @@ void GalleryTest::takesTheThemeItIsGiven()
 
 void GalleryTest::reportsStartupTimes()
 {
-    const Outcome outcome = runGallery({ "--startup-times" });
+    const Outcome outcome = runGallery({ "--startup-times" }, { { "TMPDIR", path("tmp") } });
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.errors, QStringList());
+    QVERIFY2(QDir(path("tmp")).isEmpty(), "they take no part in the one instance");
     QJsonObject times = QJsonDocument::fromJson(outcome.output.toUtf8()).object();
 
     const double total = times.take("total").toDouble();

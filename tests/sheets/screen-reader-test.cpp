@@ -160,7 +160,7 @@ void ScreenReaderTest::sheet()
     QCOMPARE(applications.size(), 1);
     const QList<Node> windows = children(applications.first());
     QCOMPARE(windows.size(), 1);
-    QCOMPARE(name(windows.first()), QStringLiteral("vantkit-qt Gallery"));
+    QCOMPARE(name(windows.first()), QStringLiteral("Sheets – vantkit-qt Gallery"));
     QCOMPARE(inGallery(dialog).size(), 0);
 
     QVERIFY(press(inGallery(pushButton, open)));

@@ -10,6 +10,7 @@
 #include <QLocalSocket>
 #include <QtDebug>
 
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
@@ -72,7 +73,7 @@ std::optional<QByteArray> readText(QLocalSocket& socket, QDataStream& stream, in
         const qint64 available = qMax<qint64>(1, socket.bytesAvailable());
         const int wanted = static_cast<int>(qMin<qint64>(available, length - begin));
         text.resize(begin + wanted);
-        const int got = stream.readRawData(text.data() + begin, wanted);
+        const int got = stream.readRawData(std::next(text.data(), begin), wanted);
         if (got < 0) {
             qWarning("QtLocalPeer: Message reception failed %s", socket.errorString().toLatin1().constData());
             return std::nullopt;
@@ -122,11 +123,11 @@ const char* QtLocalPeer::ack = "ack";
 
 QtLocalPeer::QtLocalPeer(QObject* parent, const QString& appId)
     : QObject(parent)
+    , localServer(new QLocalServer(this))
 {
     const auto names = vantkit::internal::LocalPeerNames::of(appId, ownSession());
     id = names.id;
     socketName = names.socketName;
-    localServer = new QLocalServer(this);
     lockFile.setFileName(names.lockFile);
     lockFile.open(QIODevice::ReadWrite);
 }

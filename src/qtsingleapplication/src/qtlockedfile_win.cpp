@@ -142,7 +142,7 @@ Qt::HANDLE QtLockedFile::getMutexHandle(int idx, bool doCreate)
         mutexName = QStringLiteral("QtLockedFile mutex ") + QFileInfo(*this).absoluteFilePath().toLower();
     }
     const QString name = idx < 0 ? mutexName : mutexName + QString::number(idx);
-    const auto utf16 = reinterpret_cast<LPCWSTR>(name.utf16());
+    const auto* const utf16 = reinterpret_cast<LPCWSTR>(name.utf16());
 
     if (doCreate) {
         Qt::HANDLE mutex = CreateMutexW(nullptr, FALSE, utf16);

@@ -20,9 +20,9 @@ QtSingleApplication::~QtSingleApplication() = default;
 
 void QtSingleApplication::sysInit(const QString& appId)
 {
-    activationWidget = nullptr;
+    activationWidget.clear();
     peer = new QtLocalPeer(this, appId);
-    connect(peer, SIGNAL(messageReceived(const QString&)), this, SIGNAL(messageReceived(const QString&)));
+    connect(peer, SIGNAL(messageReceived(QString)), this, SIGNAL(messageReceived(QString)));
 }
 
 bool QtSingleApplication::isRunning()
@@ -49,9 +49,9 @@ void QtSingleApplication::setActivationWindow(QWidget* widget, bool activateOnMe
 {
     activationWidget = widget;
     if (activateOnMessage) {
-        connect(peer, SIGNAL(messageReceived(const QString&)), this, SLOT(activateWindow()));
+        connect(peer, SIGNAL(messageReceived(QString)), this, SLOT(activateWindow()));
     } else {
-        disconnect(peer, SIGNAL(messageReceived(const QString&)), this, SLOT(activateWindow()));
+        disconnect(peer, SIGNAL(messageReceived(QString)), this, SLOT(activateWindow()));
     }
 }
 

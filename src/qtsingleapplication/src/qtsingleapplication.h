@@ -63,6 +63,6 @@ Q_SIGNALS:
     void messageReceived(const QString& message);
 
 private:
-    QtLocalPeer* peer; ///< a child
+    QtLocalPeer* peer = nullptr; ///< a child
     QPointer<QWidget> activationWidget;
 };

@@ -1,0 +1,351 @@
+#include "support/guarded-test.h"
+
+#include <QDataStream>
+#include <QLineEdit>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QtTest>
+
+#include <csignal>
+
+namespace {
+
+const int patience = 20000;
+
+QString run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
+}
+
+QString property(const QStringList& window, const char* name)
+{
+    return run("xprop", window + QStringList { "-notype", name });
+}
+
+QList<uint> windowsIn(const QString& text)
+{
+    QList<uint> windows;
+    for (auto numbers = QRegularExpression("0x([0-9a-f]+)").globalMatch(text); numbers.hasNext();) {
+        windows += numbers.next().captured(1).toUInt(nullptr, 16);
+    }
+    return windows;
+}
+
+void press(const QStringList& keys)
+{
+    run("xdotool", QStringList("key") + keys);
+}
+
+/** Starts a gallery that ends by itself: its exit code, and the lines that it writes to standard error. */
+QStringList startAgain(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(GALLERY_PROGRAM, arguments);
+    if (!process.waitForFinished(patience)) {
+        return { "still runs" };
+    }
+    const QString errors = QString::fromUtf8(process.readAllStandardError());
+    return QStringList(QString::number(process.exitCode())) + errors.split('\n', Qt::SkipEmptyParts);
+}
+
+/** A gallery as the user sees it. */
+class Gallery
+{
+public:
+    explicit Gallery(const QString& page)
+    {
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(GALLERY_PROGRAM, { "--lang", "enu", "--page", page });
+        process.waitForStarted();
+    }
+
+    ~Gallery() { end(SIGKILL); }
+
+    void signal(int number) { kill(static_cast<pid_t>(process.processId()), number); }
+
+    void end(int number)
+    {
+        if (process.state() == QProcess::Running) {
+            signal(number);
+            process.waitForFinished();
+        }
+    }
+
+    /** The windows that the window manager has in hand, the oldest first. */
+    QList<uint> windows() const
+    {
+        QList<uint> own;
+        const QStringList lines = run("wmctrl", { "-l", "-p" }).split('\n', Qt::SkipEmptyParts);
+        for (const QString& line : lines) {
+            if (line.simplified().section(' ', 2, 2).toLongLong() == process.processId()) {
+                own += windowsIn(line).first();
+            }
+        }
+        return own;
+    }
+
+    /** What can be seen of a window, in words: its page, or its title if it has none, and how it lies. */
+    QStringList look(int index = 0) const
+    {
+        const QList<uint> all = windows();
+        if (index >= all.size()) {
+            return {};
+        }
+        const uint window = all[index];
+        const QStringList id = { "-id", QString::number(window) };
+        QStringList words = { property(id, "_NET_WM_NAME").section('"', 1, -2).section(" – ", 0, 0) };
+        const auto tell = [&words](bool holds, const char* word) {
+            if (holds) {
+                words += word;
+            }
+        };
+        const QString state = property(id, "_NET_WM_STATE");
+        tell(state.contains("_NET_WM_STATE_HIDDEN"), "hidden");
+        tell(state.contains("_VERT") && state.contains("_HORZ"), "maximised");
+        tell(property(id, "WM_STATE").contains("Iconic"), "iconic");
+        const bool isVisible = run("xwininfo", id).contains("IsViewable");
+        tell(isVisible, "visible");
+        tell(isVisible && windowsIn(property({ "-root" }, "_NET_CLIENT_LIST_STACKING")).endsWith(window),
+            "on top");
+        tell(windowsIn(property({ "-root" }, "_NET_ACTIVE_WINDOW")).endsWith(window), "active");
+        return words;
+    }
+
+    void minimise(int index = 0) const
+    {
+        run("xdotool", { "windowminimize", QString::number(windows().value(index)) });
+    }
+
+    void maximise() const
+    {
+        run("wmctrl",
+            { "-i", "-r", QString::number(windows().first()), "-b", "add,maximized_vert,maximized_horz" });
+    }
+
+    /** With menus and lists, which the window manager does not have in hand. */
+    int visibleWindows() const
+    {
+        const QStringList all = { "search", "--onlyvisible", "--pid", QString::number(process.processId()) };
+        return run("xdotool", all).split('\n', Qt::SkipEmptyParts).size();
+    }
+
+    /** Whether the window can be closed, which an open sheet does not let it. */
+    bool canClose() const
+    {
+        const QString hints = property({ "-id", QString::number(windows().first()) }, "_MOTIF_WM_HINTS");
+        return windowsIn(hints).value(1) & 0x20;
+    }
+
+private:
+    QProcess process;
+};
+
+QStringList inFront(const QString& page)
+{
+    return { page, "visible", "on top", "active" };
+}
+
+QStringList minimised(const QString& page)
+{
+    return { page, "hidden", "iconic" };
+}
+
+QString socketName()
+{
+    return QDir::temp().entryList({ "qtsingleapp-galler-*" }, QDir::System).value(0);
+}
+
+int connectionsTo(const QString& socket)
+{
+    QFile table("/proc/net/unix");
+    return table.open(QIODevice::ReadOnly)
+        ? QString::fromUtf8(table.readAll()).count(QDir::temp().filePath(socket) + '\n')
+        : 0;
+}
+
+/** As another start does, whatever the text. */
+QByteArray answerTo(const QByteArray& text)
+{
+    QLocalSocket socket;
+    socket.connectToServer(socketName());
+    QDataStream(&socket).writeBytes(text, static_cast<uint>(text.size()));
+    return socket.waitForReadyRead(patience) ? socket.readAll() : QByteArray();
+}
+
+} // namespace
+
+/** The gallery on a desktop: one instance, and what a second start does to it. */
+class GalleryOnXTest : public GuardedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void bringsTheFirstUp_data();
+    void bringsTheFirstUp();
+    void firstIsBusyWithTheUser_data();
+    void firstIsBusyWithTheUser();
+    void firstDoesNotAnswer();
+    void firstDiesMeanwhile();
+    void passingJobsStayApart_data();
+    void passingJobsStayApart();
+    void takesNoWordForGranted();
+};
+
+void GalleryOnXTest::bringsTheFirstUp_data()
+{
+    QTest::addColumn<bool>("isMaximised");
+    QTest::addColumn<bool>("isMinimised");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QStringList>("look");
+
+    const QStringList withPage = { "--page", "sheets", "--lang", "deu" };
+    QTest::newRow("minimised") << false << true << withPage << inFront("Sheets");
+    QTest::newRow("maximised, then minimised")
+        << true << true << withPage << QStringList { "Sheets", "maximised", "visible", "on top", "active" };
+    QTest::newRow("covered") << false << false << withPage << inFront("Sheets");
+    QTest::newRow("without a page") << false << true << QStringList() << inFront("Labels");
+}
+
+void GalleryOnXTest::bringsTheFirstUp()
+{
+    QFETCH(bool, isMaximised);
+    QFETCH(bool, isMinimised);
+    QFETCH(QStringList, arguments);
+    QFETCH(QStringList, look);
+
+    const Gallery first("labels");
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+    if (isMaximised) {
+        first.maximise();
+        QTRY_VERIFY_WITH_TIMEOUT(first.look().contains("maximised"), patience);
+    }
+    if (isMinimised) {
+        first.minimise();
+        QTRY_VERIFY_WITH_TIMEOUT(first.look().contains("iconic"), patience);
+    }
+    // The user works in another window up to the second start, as in a terminal.
+    QLineEdit other;
+    other.showMaximized();
+    QTRY_VERIFY_WITH_TIMEOUT(other.isActiveWindow(), patience);
+    press({ "a" });
+    QTRY_COMPARE_WITH_TIMEOUT(other.text(), QString("a"), patience);
+
+    QCOMPARE(startAgain(arguments), QStringList("0"));
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), look, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!other.isActiveWindow(), patience);
+    QCOMPARE(first.windows().size(), 1);
+}
+
+void GalleryOnXTest::firstIsBusyWithTheUser_data()
+{
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<int>("popups");
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<int>("window"); // that it is in
+
+    QTest::newRow("list of the languages") << QStringList { "Tab", "space" } << 1 << QString() << 0;
+    QTest::newRow("sheet") << QStringList { "Tab", "Tab", "Tab", "space" } << 0 << "Sheets" << 0;
+    QTest::newRow("box") << QStringList { "Tab", "Tab", "Tab", "Tab", "space" } << 0 << "Information" << 1;
+}
+
+void GalleryOnXTest::firstIsBusyWithTheUser()
+{
+    QFETCH(QStringList, keys);
+    QFETCH(int, popups);
+    QFETCH(QString, question);
+    QFETCH(int, window);
+
+    const Gallery first("sheets");
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Sheets"), patience);
+    press(keys);
+    QTRY_COMPARE_WITH_TIMEOUT(first.windows().size(), window + 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(first.visibleWindows(), window + 1 + popups, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(first.canClose(), question != "Sheets", patience);
+    for (int index = window; index >= 0 && !question.isEmpty(); --index) {
+        first.minimise(index);
+        QTRY_COMPARE_WITH_TIMEOUT(
+            first.look(index), minimised(index == window ? question : "Sheets"), patience);
+    }
+
+    QCOMPARE(startAgain({ "--page", "labels" }), QStringList("0"));
+    if (!question.isEmpty()) {
+        QTRY_COMPARE_WITH_TIMEOUT(first.look(window), inFront(question), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(first.look().mid(0, 2), inFront("Sheets").mid(0, 2), patience);
+        press({ "Return" });
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(first.visibleWindows(), 1, patience);
+    QVERIFY(first.canClose());
+}
+
+void GalleryOnXTest::firstDoesNotAnswer()
+{
+    Gallery first("labels");
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+    first.signal(SIGSTOP);
+    const QStringList outcome = startAgain({ "--page", "sheets" });
+    QCOMPARE(outcome.size(), 2);
+    QCOMPARE(outcome.first(), QString("1"));
+    QVERIFY2(outcome.last().contains("does not answer"), qPrintable(outcome.last()));
+}
+
+void GalleryOnXTest::firstDiesMeanwhile()
+{
+    Gallery first("labels");
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+    first.signal(SIGSTOP);
+    const QString socket = socketName();
+    const int before = connectionsTo(socket);
+    QVERIFY(before > 0);
+
+    const Gallery second("sheets");
+    QTRY_VERIFY_WITH_TIMEOUT(connectionsTo(socket) > before, patience);
+    first.end(SIGKILL);
+    QTRY_COMPARE_WITH_TIMEOUT(second.look(), inFront("Sheets"), patience);
+    QCOMPARE(startAgain({ "--page", "inputs" }), QStringList("0"));
+    QTRY_COMPARE_WITH_TIMEOUT(second.look(), inFront("Inputs"), patience);
+}
+
+void GalleryOnXTest::passingJobsStayApart_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+
+    QTest::newRow("help") << QStringList { "--help" };
+    QTest::newRow("version") << QStringList { "--version" };
+    QTest::newRow("pictures") << QStringList { "--screenshots", QDir::temp().filePath("pictures") };
+    QTest::newRow("start-up times") << QStringList { "--startup-times" };
+}
+
+/** A message that they sent would have come before that of the start which follows. */
+void GalleryOnXTest::passingJobsStayApart()
+{
+    QFETCH(QStringList, arguments);
+
+    const Gallery first("labels");
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+    first.minimise();
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), minimised("Labels"), patience);
+    QCOMPARE(startAgain(arguments + QStringList { "--page", "footbar" }), QStringList("0"));
+    QCOMPARE(first.look(), minimised("Labels"));
+    QCOMPARE(startAgain({}), QStringList("0"));
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+}
+
+void GalleryOnXTest::takesNoWordForGranted()
+{
+    const Gallery first("labels");
+    for (const QByteArray& text : { QByteArray("knobs"), QByteArray("SHEETS"), QByteArray("--page sheets"),
+             QByteArray("\xff\xfe\x80"), QByteArray(1000000, 'a') }) {
+        QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+        first.minimise();
+        QTRY_COMPARE_WITH_TIMEOUT(first.look(), minimised("Labels"), patience);
+        QCOMPARE(answerTo(text), QByteArray("ack"));
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
+}
+
+QTEST_MAIN(GalleryOnXTest)
+
+#include "gallery-on-x-test.moc"
