@@ -24,6 +24,8 @@
 #include "views/vant-filter-bar.h"
 #include "views/vant-paging-bar.h"
 #include "views/vant-paging-model.h"
+#include "views/vant-table-columns-info.h"
+#include "views/vant-table-widget.h"
 #include "widgets/link-label.h"
 #include "widgets/message-label.h"
 #include "widgets/mouse-filters.h"
