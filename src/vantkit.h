@@ -20,6 +20,8 @@
 #include "utils/focus-helpers.h"
 #include "utils/ui-path-manager.h"
 #include "utils/window-close-button.h"
+#include "views/vant-calander-view.h"
+#include "views/vant-date-selector.h"
 #include "widgets/link-label.h"
 #include "widgets/message-label.h"
 #include "widgets/mouse-filters.h"
