@@ -23,6 +23,8 @@
 #include "utils/window-close-button.h"
 #include "views/file-system-tree-widget-item.h"
 #include "views/item-delegate.h"
+#include "views/vant-calander-view.h"
+#include "views/vant-date-selector.h"
 #include "views/vant-filter-bar.h"
 #include "views/vant-paging-bar.h"
 #include "views/vant-paging-model.h"
