@@ -252,13 +252,15 @@ void PagingPage::showFooter()
 {
     const int first = m_model.startItem();
     const int last = qMin(first + m_model.rowLimit(), m_model.itemCount());
+    const QString items = number(m_model.itemCount());
     std::vector<PagingFooterInfo> infos {
-        { text("paging.list.items").arg(number(m_model.itemCount())), 0 },
-        { text("paging.list.rows").arg(number(qMin(first + 1, last)), number(last)), 0 },
+        { text("paging.list.items").arg(items), 0 },
+        { text("paging.list.rows").arg(number(first + 1), number(last)), 0 },
         { text("paging.list.page").arg(number(m_model.nowPage()), number(m_model.pageCount())), 0 },
     };
-    const bool inNeedOfRoom = m_model.pageCount() > longestShortPage;
-    if (m_model.itemCount() == 0 || inNeedOfRoom) {
+    if (m_model.pageCount() > longestShortPage) {
+        infos = { { items, 0 } };
+    } else if (m_model.itemCount() == 0) {
         infos.resize(1);
     }
     infos.resize(qMin(infos.size(), std::size_t(textCounts[m_texts->currentIndex()])));
