@@ -35,7 +35,7 @@ void VantFilterBar::setMenu(QMenu* menu)
 
 void VantFilterBar::slotKeywordChange()
 {
-    emit sigKeywordChanged(text());
+    Q_EMIT sigKeywordChanged(text());
 }
 
 void VantFilterBar::keyPressEvent(QKeyEvent* event)

@@ -25,7 +25,7 @@ public:
     /** Has the button open @p menu, which stays the caller's; null takes the menu away. */
     void setMenu(QMenu* menu);
 
-signals:
+Q_SIGNALS:
     /** Return or Enter was pressed on @p keyword, which may be empty or the same as before. Typing is not
      * reported. */
     void sigKeywordChanged(QString keyword);
@@ -33,7 +33,7 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
-private slots:
+private Q_SLOTS:
     void slotKeywordChange();
 
 private:

@@ -188,7 +188,7 @@ void VantPagingBar::reset()
 void VantPagingBar::goToPage(int page)
 {
     setPage(page);
-    emit sigPageChanged();
+    Q_EMIT sigPageChanged();
 }
 
 void VantPagingBar::pageClick(int page)

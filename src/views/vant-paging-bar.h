@@ -82,14 +82,14 @@ public:
      */
     void setRefreshButtonHidden(bool hidden);
 
-signals:
+Q_SIGNALS:
     /** The user went to a page, or reset() was called. The model has the new page already. */
     void sigPageChanged();
 
     /** The user asks to have the list fetched again. */
     void sigRefresh();
 
-private slots:
+private Q_SLOTS:
     void pageClick(int page);
     void next_5_page();
     void prev_5_page();
