@@ -34,6 +34,7 @@
 #include "widgets/link-label.h"
 #include "widgets/message-label.h"
 #include "widgets/mouse-filters.h"
+#include "widgets/vant-button-path.h"
 #include "widgets/vant-button.h"
 #include "widgets/vant-check-box.h"
 #include "widgets/vant-combo-box.h"
