@@ -8,6 +8,8 @@ Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
 Page* createSheetsPage();
+Page* createPagingPage();
+Page* createFilterPage();
 
 const QList<PageInfo>& pages()
 {
@@ -20,6 +22,8 @@ const QList<PageInfo>& pages()
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
+        { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
+        { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
     };
     return table;
 }

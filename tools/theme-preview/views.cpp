@@ -195,39 +195,13 @@ QPixmap treeView()
 
 QPixmap pagingBar()
 {
-    auto* border = new QWidget;
-    border->setObjectName(QStringLiteral("PAGINGBARBORDER"));
-    border->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
-    border->setFixedSize(px(560), px(29));
-    auto* row = new QHBoxLayout(border);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    row->addSpacing(px(50));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_backend")));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_back")));
-    row->addStretch(0);
-    for (int i = 0; i < 5; ++i) {
-        if (i > 0) {
-            row->addSpacing(px(4));
-        }
-        auto* page = new VantButton(QString::number(i + 4), i == 2 ? 2 : 3);
-        page->setFixedHeight(px(27));
-        page->setMinimumWidth(px(28));
-        row->addWidget(page);
-    }
-    row->addStretch(0);
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_next")));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_nextend")));
-    row->addSpacing(px(50));
-    auto* footer = new QLabel(QStringLiteral("128 items"));
-    footer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    footer->setFixedHeight(px(19));
-    footer->setStyleSheet(getStyleSheet("component.paging_bar_label", false));
-    row->addWidget(footer);
-    auto* refresh = new VantIconButton(QStringLiteral("bt_pagebar_refresh"));
-    refresh->setFixedSize(px(24), px(24));
-    row->addWidget(refresh);
-    return pictureOf(border, 12, ground);
+    VantPagingModel model(10);
+    auto* bar = new VantPagingBar(&model);
+    bar->setFixedWidth(px(560));
+    bar->setItemCount(128);
+    bar->setPage(6);
+    bar->setFooterText(QStringLiteral("128 items"));
+    return pictureOf(bar, 12, ground);
 }
 
 QPixmap pathBar()
