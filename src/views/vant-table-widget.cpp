@@ -56,6 +56,7 @@ void VantTableWidget::initailze()
     makeHeader();
     table = new ResizeSignalTableWidget(
         0, static_cast<int>(columns.columns.size())); // layOut() gives it a parent
+    allowNarrowSections();
     makeColumns();
     makeFillerSection();
     dressTable();
@@ -89,6 +90,20 @@ void VantTableWidget::makeHeader()
     header->setStyleSheet(getStyleSheet("component.table_header", false));
     header->setFixedSize(designPixels(20000), designPixels(30));
     headerTable->setHorizontalHeaderLabels(titles);
+}
+
+// Qt bounds each section by a least size that depends on the font, and the fonts of header and body differ.
+// The user gets the filler's width as the bound, unless a column is declared narrower; the body takes all
+// that the header has.
+void VantTableWidget::allowNarrowSections()
+{
+    int least = designPixels(12);
+    for (const VantTableColumnsInfo::ColumnInfo& column : columns.columns) {
+        least = std::min(least, designPixels(column.width));
+    }
+    header->setMinimumSectionSize(std::max(least, 1));
+    headerTable->horizontalHeader()->setMinimumSectionSize(1);
+    table->horizontalHeader()->setMinimumSectionSize(1);
 }
 
 void VantTableWidget::makeColumns()
@@ -152,18 +167,18 @@ void VantTableWidget::layOut()
 
 void VantTableWidget::connectParts()
 {
-    connect(header, SIGNAL(sectionResized(int, int, int)), this, SLOT(slotSectionResized(int, int, int)));
-    connect(table->verticalScrollBar(), SIGNAL(rangeChanged(int, int)), this,
-        SLOT(slotVerticalScrollRangeChanged(int, int)));
-    connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), headerArea->horizontalScrollBar(),
-        SLOT(setValue(int)));
+    connect(header, SIGNAL(sectionResized(int,int,int)), this, SLOT(slotSectionResized(int,int,int)));
+    connect(table->verticalScrollBar(),
+        SIGNAL(rangeChanged(int,int)), this, SLOT(slotVerticalScrollRangeChanged(int,int)));
+    connect(table->horizontalScrollBar(),
+        SIGNAL(valueChanged(int)), headerArea->horizontalScrollBar(), SLOT(setValue(int)));
     connect(table, SIGNAL(sigResized(QSize)), this, SLOT(slotTableResized(QSize)));
 
     // Columns may add up to more than the header is wide. Where the area is at its end, the header scrolls
     // on.
     connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
-    connect(headerArea->horizontalScrollBar(), SIGNAL(rangeChanged(int, int)), this,
-        SLOT(slotScrolledPastHeader()));
+    connect(headerArea->horizontalScrollBar(),
+        SIGNAL(rangeChanged(int,int)), this, SLOT(slotScrolledPastHeader()));
     headerArea->horizontalScrollBar()->installEventFilter(this);
 }
 
