@@ -179,7 +179,7 @@ void VantTableWidget::connectParts()
     connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
     connect(headerArea->horizontalScrollBar(),
         SIGNAL(rangeChanged(int,int)), this, SLOT(slotScrolledPastHeader()));
-    headerArea->horizontalScrollBar()->installEventFilter(this);
+    headerArea->viewport()->installEventFilter(this);
 }
 
 void VantTableWidget::slotSectionResized(int index, int old_size, int new_size)
@@ -225,10 +225,10 @@ void VantTableWidget::slotScrolledPastHeader()
 
 bool VantTableWidget::eventFilter(QObject* watched, QEvent* event)
 {
-    // A sideways wheel over the header reaches the area's hidden scroll bar. The body scrolls, and the header
-    // with it.
-    if (watched == headerArea->horizontalScrollBar() && event->type() == QEvent::Wheel) {
-        QCoreApplication::sendEvent(table->horizontalScrollBar(), event);
+    // The area would scroll by itself, away from the body. So the body gets the wheel, as that of a table
+    // with a header of its own does.
+    if (watched == headerArea->viewport() && event->type() == QEvent::Wheel) {
+        QCoreApplication::sendEvent(table->viewport(), event);
         return true;
     }
     return QWidget::eventFilter(watched, event);

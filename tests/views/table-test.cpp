@@ -340,7 +340,7 @@ void TableTest::headerIsPaintedOverItsColumns()
 
 void TableTest::wheelOverTheHeader()
 {
-    const auto widget = shown(mixed, scaled(200));
+    const auto widget = shown(mixed, scaled(200), 100);
     const QScrollBar* bar = widget->getTable()->horizontalScrollBar();
     QVERIFY(bar->maximum() > 0);
     QWidget* over = widget->getHeader()->viewport();
@@ -348,7 +348,7 @@ void TableTest::wheelOverTheHeader()
         QWheelEvent event(QPointF(5, 5), over->mapToGlobal(QPoint(5, 5)), QPoint(), angle, Qt::NoButton,
             Qt::NoModifier, Qt::NoScrollPhase, false);
         QSpontaneKeyEvent::setSpontaneous(&event); // others are not handed on to parents
-        QCoreApplication::sendEvent(over, &event);
+        qApp->notify(over, &event);
     };
     turn(QPoint(-120, 0));
     QVERIFY(bar->value() > 0);
@@ -358,6 +358,8 @@ void TableTest::wheelOverTheHeader()
     }
     QCOMPARE(bar->value(), bar->maximum());
     QCOMPARE(misalignment(*widget), QString());
+    turn(QPoint(0, -120));
+    QVERIFY(widget->getTable()->verticalScrollBar()->value() > 0);
 }
 
 void TableTest::verticalScrollBar()
