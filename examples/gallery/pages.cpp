@@ -8,6 +8,7 @@ Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
 Page* createSheetsPage();
+Page* createTablePage();
 
 const QList<PageInfo>& pages()
 {
@@ -20,6 +21,7 @@ const QList<PageInfo>& pages()
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
+        { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
     };
     return table;
 }
