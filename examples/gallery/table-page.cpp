@@ -51,6 +51,14 @@ const struct
     { "table.music", "nas.example.org/music", "2017-03-01 04:00", "96.0 GB", 0 },
 };
 
+// The same in a selected row, where Qt would tint it.
+QIcon plain(const QPixmap& pixmap)
+{
+    QIcon icon(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected);
+    return icon;
+}
+
 QIcon dot(const QColor& color)
 {
     const qreal ratio = DPIinfo::getInstance().getDPR();
@@ -63,7 +71,8 @@ QIcon dot(const QColor& color)
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawEllipse(QRectF(side / 6.0, side / 6.0, side / 1.5, side / 1.5));
-    return pixmap;
+    painter.end();
+    return plain(pixmap);
 }
 
 VantTableColumnsInfo taskColumns()
@@ -137,7 +146,7 @@ QFrame* TablePage::framedTable()
     m_frame = styledFrame("well", "gallery.well");
     m_tasks = live(new VantTableWidget(taskColumns()));
     m_table = m_tasks->getTable();
-    m_tasks->setFixedHeight(px(30 + visibleRows * 28 + 12)); // the header, rows and a scroll bar
+    m_frame->setMinimumHeight(px(1 + 30 + visibleRows * 28 + 12 + 1)); // the header, rows and a scroll bar
     auto* layout = new QVBoxLayout(m_frame);
     layout->setContentsMargins(px(1), px(1), px(1), px(1));
     layout->addWidget(m_tasks);
@@ -181,7 +190,7 @@ void TablePage::addTask(int row)
     const auto& task = tasks[row % kinds];
     const auto& state = states[task.state];
     const QString number = row < kinds ? QString() : QStringLiteral(" %1").arg(row / kinds + 1);
-    auto* name = new QTableWidgetItem(getGlobalImage("folder"), text(task.name) + number);
+    auto* name = new QTableWidgetItem(plain(getGlobalImage("folder")), text(task.name) + number);
     auto* size = new QTableWidgetItem(QLatin1String(task.size));
     size->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_table->setItem(row, Name, name);
