@@ -3,6 +3,7 @@
 #include "style-manager/style-manager.h"
 #include "utils/design-pixels_p.h"
 #include "utils/dpi-info.h"
+#include "views/table-row-delegate_p.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -143,6 +144,7 @@ void VantTableWidget::dressTable()
     table->setStyleSheet(
         getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
     table->setShowGrid(false);
+    table->setItemDelegate(new vantkit::internal::TableRowDelegate(table));
     // The policy keeps the bar's room, so that columns stay where they are when the bar comes and goes.
     table->verticalScrollBar()->hide();
 }

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void headerIsPaintedOverItsColumns_data();
     void headerIsPaintedOverItsColumns();
     void wheelOverTheHeader();
+    void hoveredRow();
     void verticalScrollBar();
     void columnsAreFixedForLife();
     void builtTwice();
@@ -124,7 +125,8 @@ void TableTest::initTestCase()
     StyleManager::getInstance().initialize({ theme.write(QStringLiteral("kit.style"),
         "==component.table_header==\n"
         "QHeaderView::section { border: none; border-right: 4px solid #FF0000; background-color: #00FF00; }\n"
-        "==component.table==\nQTableView { border: none; }\n"
+        "==component.table==\nQTableView { border: none; }\nQTableView::item:hover { background-color: "
+        "#0000FF; }\n"
         "==component.scrollbar==\nQScrollBar:vertical { width: 12px; }") });
 }
 
@@ -360,6 +362,39 @@ void TableTest::wheelOverTheHeader()
     QCOMPARE(misalignment(*widget), QString());
     turn(QPoint(0, -120));
     QVERIFY(widget->getTable()->verticalScrollBar()->value() > 0);
+}
+
+void TableTest::hoveredRow()
+{
+    const auto widget = shown(mixed, 640, 100);
+    ResizeSignalTableWidget* table = widget->getTable();
+    const auto hoveredRows = [table] {
+        const QImage picture = table->viewport()->grab().toImage();
+        QVector<int> rows;
+        for (int column : { 0, 3 }) {
+            for (int row = 0; row < table->rowCount(); ++row) {
+                const QPoint center = table->visualRect(table->model()->index(row, column)).center()
+                    * picture.devicePixelRatio();
+                if (picture.valid(center) && picture.pixelColor(center) == QColor(Qt::blue)) {
+                    rows << row;
+                }
+            }
+        }
+        return rows;
+    };
+    const auto send = [table](QEvent::Type type, const QPoint& position) {
+        QHoverEvent event(type, position, QPointF());
+        QCoreApplication::sendEvent(table->viewport(), &event);
+    };
+    send(QEvent::HoverMove, { scaled(60), scaled(40) });
+    QCOMPARE(hoveredRows(), QVector<int>({ 1, 1 }));
+    table->verticalScrollBar()->setValue(scaled(28) * 2);
+    QCOMPARE(hoveredRows(), QVector<int>({ 3, 3 }));
+    widget->setEnabled(false);
+    QCOMPARE(hoveredRows(), QVector<int>());
+    widget->setEnabled(true);
+    send(QEvent::HoverLeave, { -1, -1 });
+    QCOMPARE(hoveredRows(), QVector<int>());
 }
 
 void TableTest::verticalScrollBar()
