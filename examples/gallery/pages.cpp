@@ -10,6 +10,7 @@ Page* createFootbarPage();
 Page* createSheetsPage();
 Page* createPagingPage();
 Page* createFilterPage();
+Page* createTablePage();
 
 const QList<PageInfo>& pages()
 {
@@ -24,6 +25,7 @@ const QList<PageInfo>& pages()
                 "processing", "movie", "input", "box", "countdown" } },
         { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
+        { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
     };
     return table;
 }

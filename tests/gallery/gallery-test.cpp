@@ -20,7 +20,8 @@ const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "
     "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge", "paging-last",
     "paging-plain", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
     "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion" };
+    "sheets-warning", "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many",
+    "table-narrow", "table-selected" };
 
 struct Outcome
 {
