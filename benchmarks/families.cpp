@@ -12,6 +12,7 @@ Suite wholeSuite()
     addPagingRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
+    addTreeRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

@@ -11,6 +11,7 @@ void addSheetRows(Suite& suite);
 void addPagingRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
+void addTreeRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
 void addStartupRows(Suite& suite);
 #endif
