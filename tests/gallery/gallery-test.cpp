@@ -18,7 +18,8 @@ const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "
     "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
     "labels-narrow", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
     "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion" };
+    "sheets-warning", "sheets-warningquestion", "tree", "tree-deep", "tree-disabled", "tree-hover",
+    "tree-menu", "tree-rename" };
 
 struct Outcome
 {
