@@ -13,6 +13,7 @@ Suite wholeSuite()
     addTableRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
+    addTreeRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

@@ -12,6 +12,7 @@ void addPagingRows(Suite& suite);
 void addTableRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
+void addTreeRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
 void addStartupRows(Suite& suite);
 #endif

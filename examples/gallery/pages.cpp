@@ -7,6 +7,7 @@ Page* createInputsPage();
 Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
+Page* createTreePage();
 Page* createSheetsPage();
 Page* createPagingPage();
 Page* createFilterPage();
@@ -20,6 +21,7 @@ const QList<PageInfo>& pages()
         { "fields", createFieldsPage, { "disabled", "focus", "error" } },
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },
         { "footbar", createFootbarPage, { "disabled", "filled" } },
+        { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },

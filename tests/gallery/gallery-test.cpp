@@ -19,9 +19,10 @@ const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "
     "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
     "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge", "paging-last",
     "paging-plain", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
-    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many",
-    "table-narrow", "table-selected" };
+    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question",
+    "sheets-upgrading", "sheets-warning", "sheets-warningquestion", "table", "table-disabled",
+    "table-empty", "table-many", "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled",
+    "tree-hover", "tree-menu", "tree-rename" };
 
 struct Outcome
 {

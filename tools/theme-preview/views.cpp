@@ -146,7 +146,12 @@ QPixmap tableView()
 
 QPixmap treeView()
 {
-    auto* tree = new QTreeWidget;
+    auto* tree = new VantTreeWidget;
+    auto* delegate = new ItemDelegate;
+    delegate->setParent(tree);
+    tree->setItemDelegate(delegate);
+    tree->setBackgroundColor(QColor(0xE6, 0xF1, 0xFB), QColor(0xEB, 0xF0, 0xF4));
+    tree->setIndentation(px(20));
     tree->setStyleSheet(getStyleSheet("theme.tree", false) + getStyleSheet("component.scrollbar", false));
     tree->setHeaderHidden(true);
     tree->setFixedSize(px(240), px(170));
@@ -158,6 +163,7 @@ QPixmap treeView()
     new QTreeWidgetItem(pictures, { QStringLiteral("2017") });
     home->setExpanded(true);
     documents->setExpanded(true);
+    tree->setCurrentItem(documents);
     return pictureOf(tree, 12, ground);
 }
 
