@@ -52,18 +52,45 @@ void showIcon(QToolButton* button, const QPixmap& pixmap)
     button->setIconSize(QSize(qRound(pixmap.width() / dpr), qRound(pixmap.height() / dpr)));
 }
 
+// The popup of a combo box closes on Return and Escape as soon as it is asked whether they are shortcuts.
+// That question must not come to the view when a widget inside has a use for the key.
+bool keepsKey(QEvent* event, bool escapeToo)
+{
+    if (event->type() != QEvent::ShortcutOverride) {
+        return false;
+    }
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool keeps = key == Qt::Key_Return || key == Qt::Key_Enter || (escapeToo && key == Qt::Key_Escape);
+    if (keeps) {
+        event->accept();
+    }
+    return keeps;
+}
+
 // What has been changed in Qt's calendar from outside is lost in some of its own events: with its locale it
 // writes the month names and the first day of the week, with its style and direction the icons of the arrows.
 class Calendar : public QCalendarWidget
 {
 public:
-    using QCalendarWidget::QCalendarWidget;
+    // The calendar is no stop of the Tab key beside its grid. As the grid's proxy it would be one, and would
+    // take the focus policy of the grid away while the year is edited.
+    explicit Calendar(QWidget* parent)
+        : QCalendarWidget(parent)
+        , grid(findChild<QTableView*>(dayGridName))
+        , yearEditor(findChild<QSpinBox*>(yearEditorName))
+    {
+        setFocusProxy(nullptr);
+        setFocusPolicy(Qt::NoFocus);
+    }
 
     std::function<void()> restore;
 
 protected:
     bool event(QEvent* event) override
     {
+        if (keepsKey(event, yearEditor->isVisible())) {
+            return true;
+        }
         const bool handled = QCalendarWidget::event(event);
         const QEvent::Type type = event->type();
         if (restore
@@ -74,8 +101,11 @@ protected:
         return handled;
     }
 
+    // Qt gives the calendar the focus where it means the grid.
+    void focusInEvent(QFocusEvent* event) override { grid->setFocus(event->reason()); }
+
     // The year editor and the buttons let Return through when they are done with it. It ends here: further up
-    // it would close the popup of a combo box, or press the default button of a dialog.
+    // it would press the default button of a dialog.
     void keyPressEvent(QKeyEvent* event) override
     {
         QCalendarWidget::keyPressEvent(event);
@@ -83,6 +113,30 @@ protected:
             event->accept();
         }
     }
+
+    // So does a click on a day outside the limits, which would close a popup.
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        QCalendarWidget::mousePressEvent(event);
+        event->accept();
+    }
+
+private:
+    QTableView* grid;
+    QSpinBox* yearEditor;
+};
+
+class TodayButton : public VantButton
+{
+public:
+    TodayButton()
+        : VantButton(componentString("today"), 1)
+    {
+        setAutoDefault(true); // Return presses it
+    }
+
+protected:
+    bool event(QEvent* event) override { return keepsKey(event, false) || VantButton::event(event); }
 };
 
 void showWeekendInBlack(QCalendarWidget* calendar)
@@ -114,9 +168,11 @@ VantCalanderView::VantCalanderView(QWidget* parent)
 {
     auto* layout = new QVBoxLayout(this);
 
-    auto* todayButton = new VantButton(componentString("today"), 1);
+    auto* todayButton = new TodayButton; // the layout gives it its parent
     todayButton->setFixedHeight(designPixels(24));
     todayButton->setObjectName(todayButtonName);
+    todayButton->setAutoDefault(
+        true); // Return chooses today; in a popup it would close it and choose nothing
 
     auto* ownCalendar = new Calendar(this);
     calendar = ownCalendar;
@@ -305,6 +361,14 @@ void VantCalanderView::restoreAfterCalendar()
     showMonthIcons();
     showShortMonthNames();
     showNameOfPage();
+}
+
+// A press on the frame would go on to a popup, and close it.
+bool VantCalanderView::event(QEvent* event)
+{
+    const bool handled = QAbstractItemView::event(event);
+    return handled || event->type() == QEvent::MouseButtonPress
+        || event->type() == QEvent::MouseButtonDblClick;
 }
 
 QRect VantCalanderView::visualRect(const QModelIndex&) const

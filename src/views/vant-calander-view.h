@@ -68,6 +68,7 @@ signals:
     void sigDateSelect(const QDate& date);
 
 protected:
+    bool event(QEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     int horizontalOffset() const override;
     int verticalOffset() const override;
