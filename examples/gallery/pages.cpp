@@ -8,6 +8,8 @@ Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
 Page* createSheetsPage();
+Page* createCalendarPage();
+Page* createDatesPage();
 
 const QList<PageInfo>& pages()
 {
@@ -20,6 +22,8 @@ const QList<PageInfo>& pages()
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
+        { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
+        { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
     };
     return table;
 }

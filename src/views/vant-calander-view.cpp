@@ -221,7 +221,7 @@ void VantCalanderView::setMaximumDate(const QDate& date)
 void VantCalanderView::selectToday()
 {
     calendar->setSelectedDate(QDate::currentDate());
-    emit sigDateSelect(QDate::currentDate());
+    Q_EMIT sigDateSelect(QDate::currentDate());
 }
 
 void VantCalanderView::handleNavigationBar()
