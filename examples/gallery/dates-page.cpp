@@ -16,6 +16,7 @@ namespace gallery {
 
 namespace {
 
+const int labelWidth = 96;
 const int selectorWidth = 200;
 const QDate shownDay(2017, 3, 9);
 const QDate firstDay(2017, 3, 6);
@@ -54,6 +55,7 @@ QGridLayout* addGrid(QVBoxLayout* section)
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(px(16));
     grid->setVerticalSpacing(px(12));
+    grid->setColumnMinimumWidth(0, px(labelWidth));
     grid->setColumnStretch(2, 1);
     section->addLayout(grid);
     return grid;

@@ -15,6 +15,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QSpinBox>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTextCharFormat>
@@ -85,6 +87,18 @@ public:
 
     std::function<void()> restore;
 
+    // Black, but for a disabled calendar, in which it has the colour of all days.
+    void colorWeekend()
+    {
+        QTextCharFormat format = weekdayTextFormat(Qt::Saturday);
+        format.clearForeground();
+        if (isEnabled()) {
+            format.setForeground(QBrush(Qt::black, Qt::SolidPattern));
+        }
+        setWeekdayTextFormat(Qt::Saturday, format);
+        setWeekdayTextFormat(Qt::Sunday, format);
+    }
+
 protected:
     bool event(QEvent* event) override
     {
@@ -97,8 +111,19 @@ protected:
             && (type == QEvent::LocaleChange || type == QEvent::StyleChange
                 || type == QEvent::LayoutDirectionChange)) {
             restore();
+        } else if (type == QEvent::EnabledChange) {
+            colorWeekend();
         }
         return handled;
+    }
+
+    // A style sheet leaves Qt no colour to tell the days that cannot be chosen from the others.
+    void paintCell(QPainter* painter, const QRect& rect, const QDate& date) const override
+    {
+        const bool choosable = isEnabled() && date >= minimumDate() && date <= maximumDate();
+        painter->setOpacity(choosable ? 1.0 : 0.5);
+        QCalendarWidget::paintCell(painter, rect, date);
+        painter->setOpacity(1.0);
     }
 
     // Qt gives the calendar the focus where it means the grid.
@@ -126,6 +151,31 @@ private:
     QSpinBox* yearEditor;
 };
 
+// Qt paints the arrows as if they never had the focus. With it, they can be styled like the other buttons.
+class ArrowPainter : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Paint) {
+            return false;
+        }
+
+        struct Opened : QToolButton
+        {
+            using QToolButton::initStyleOption;
+        };
+
+        auto* button = static_cast<QToolButton*>(watched);
+        QStyleOptionToolButton option;
+        (button->*&Opened::initStyleOption)(&option);
+        QStylePainter(button).drawComplexControl(QStyle::CC_ToolButton, option);
+        return true;
+    }
+};
+
 class TodayButton : public VantButton
 {
 public:
@@ -138,14 +188,6 @@ public:
 protected:
     bool event(QEvent* event) override { return keepsKey(event, false) || VantButton::event(event); }
 };
-
-void showWeekendInBlack(QCalendarWidget* calendar)
-{
-    QTextCharFormat format = calendar->weekdayTextFormat(Qt::Saturday);
-    format.setForeground(QBrush(Qt::black, Qt::SolidPattern));
-    calendar->setWeekdayTextFormat(Qt::Saturday, format);
-    calendar->setWeekdayTextFormat(Qt::Sunday, format);
-}
 
 void fillWithWeekdays(QTableWidget* row)
 {
@@ -184,7 +226,7 @@ VantCalanderView::VantCalanderView(QWidget* parent)
     setSelectionMode(NoSelection);
     calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    showWeekendInBlack(calendar);
+    ownCalendar->colorWeekend();
     setAccessibleName(componentString("accessible_calendar"));
 
     handleNavigationBar();
@@ -235,6 +277,9 @@ void VantCalanderView::handleNavigationBar()
     previous->setAccessibleName(componentString("accessible_calendar_prev_month"));
     next->setAccessibleName(componentString("accessible_calendar_next_month"));
     showMonthIcons();
+    auto* arrowPainter = new ArrowPainter(previous);
+    previous->installEventFilter(arrowPainter);
+    next->installEventFilter(arrowPainter);
     findChild<QSpinBox*>(yearEditorName)->setAttribute(Qt::WA_MacShowFocusRect, false);
 
     auto* bar = findChild<QWidget*>(navigationBarName);
