@@ -12,6 +12,8 @@ Page* createSheetsPage();
 Page* createPagingPage();
 Page* createFilterPage();
 Page* createTablePage();
+Page* createCalendarPage();
+Page* createDatesPage();
 
 const QList<PageInfo>& pages()
 {
@@ -28,6 +30,8 @@ const QList<PageInfo>& pages()
         { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
         { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
+        { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
+        { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
     };
     return table;
 }
