@@ -166,7 +166,8 @@ void VantButtonPath::refresh(QString path)
         }
         QPushButton* button = createNameButton(names.at(i), 2 * i);
         appendColumn(button);
-        setColumnWidth(columnCount() - 1, button->width());
+        // Qt takes no wider one, and would leave the column as it is.
+        setColumnWidth(columnCount() - 1, qMin(button->width(), horizontalHeader()->maximumSectionSize()));
     }
     updateColumnSize();
     focusColumn(focused);
