@@ -103,6 +103,13 @@ Sampler samplerInChild(const QString& name, const QProcessEnvironment& environme
     };
 }
 
+QProcessEnvironment offscreen()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    return environment;
+}
+
 void serveAsChild(const Suite& suite, const QString& name, const QString& path)
 {
     const auto sampler = suite.samplers.find(name);

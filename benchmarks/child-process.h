@@ -34,6 +34,9 @@ private:
 /** The suite's sampler @p name, at work in a process of its own for as long as the sampler is kept. */
 Sampler samplerInChild(const QString& name, const QProcessEnvironment& environment);
 
+/** The surroundings of this process, without a display. */
+QProcessEnvironment offscreen();
+
 /** The other end of all three: does the work, or takes a sample for each line read, and writes what came out.
  */
 void serveAsChild(const Suite& suite, const QString& name, const QString& path);

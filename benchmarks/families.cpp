@@ -9,6 +9,7 @@ Suite wholeSuite()
     addStyleRows(suite);
     addWidgetRows(suite);
     addSheetRows(suite);
+    addPagingRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY

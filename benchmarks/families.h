@@ -8,6 +8,7 @@ void addImageRows(Suite& suite);
 void addStyleRows(Suite& suite);
 void addWidgetRows(Suite& suite);
 void addSheetRows(Suite& suite);
+void addPagingRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY

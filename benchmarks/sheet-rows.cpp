@@ -1,5 +1,6 @@
 #include "bench.h"
 #include "child-process.h"
+#include "default-theme.h"
 #include "families.h"
 #include "virtual-display.h"
 
@@ -7,7 +8,6 @@
 
 #include <QApplication>
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QFile>
 #include <QGridLayout>
 #include <QLabel>
@@ -15,7 +15,6 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
@@ -37,24 +36,6 @@ const QString question = QStringLiteral("Delete the 3 selected folders and every
 constexpr int warmUpCalls = 200;
 constexpr int countedCalls = 1000;
 constexpr double allowedBytes = 8 * 1024;
-
-// The theme that the kit comes with. Its temporary images go to a folder of this process.
-void useDefaultTheme()
-{
-    static const QTemporaryDir userData;
-    const QString theme = QStringLiteral(VANTKIT_BENCH_THEME);
-    UIPathManager::getInstance().setPath(QStringLiteral("resource_path"), theme);
-    UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), userData.path());
-    ComponentStrings::getInstance().installStrings({ { QStringLiteral("ok"), QStringLiteral("OK") },
-        { QStringLiteral("cancel"), QStringLiteral("Cancel") } });
-    ImageManager::getInstance().initialize(ImageManager::LazyLoad);
-    const QDir templates(theme + QStringLiteral("/templates"));
-    std::vector<QString> files;
-    for (const QString& name : templates.entryList({ QStringLiteral("*.style") }, QDir::Files, QDir::Name)) {
-        files.push_back(templates.filePath(name));
-    }
-    StyleManager::getInstance().initialize(files);
-}
 
 /** The window of an application. */
 class Window : public QWidget
@@ -272,13 +253,6 @@ ChildResult holdMessages(const QString& /*path*/)
     const double before = residentBytes();
     callMessages(&window, countedCalls);
     return { (residentBytes() - before) / countedCalls, {} };
-}
-
-QProcessEnvironment offscreen()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    return environment;
 }
 
 Sampler openingOnDisplay()

@@ -168,10 +168,7 @@ private:
             { QStringLiteral("limit"), [&] { return truth(limitOpenFiles(argument.toInt())); } },
             { QStringLiteral("peer"), [&] { return peer().applicationId(); } },
             { QStringLiteral("isClient"), [&] { return truth(peer().isClient()); } },
-            { QStringLiteral("send"),
-                [&] {
-                    return truth(peer().sendMessage(QUrl::fromPercentEncoding(argument.toUtf8()), 20000));
-                } },
+            { QStringLiteral("send"), [&] { return truth(send(argument)); } },
             { QStringLiteral("unlock"), [&] { return truth(peer().unlock()); } },
             { QStringLiteral("take"), [&] { return takeMessage(); } },
             { QStringLiteral("left"), [&] { return QString::number(messages.size()); } },
@@ -187,6 +184,14 @@ private:
                 onlyPeer.get(), SIGNAL(messageReceived(const QString&)), this, SLOT(receive(const QString&)));
         }
         return *onlyPeer;
+    }
+
+    /** A text, percent-encoded, and perhaps the time-out in milliseconds. */
+    bool send(const QString& argument)
+    {
+        const QStringList words = argument.split(QLatin1Char(' '));
+        const int timeout = words.size() > 1 ? words[1].toInt() : 20000;
+        return peer().sendMessage(QUrl::fromPercentEncoding(words[0].toUtf8()), timeout);
     }
 
     QString takeMessage()

@@ -12,7 +12,7 @@ constexpr const char* sceneIdentity = "scene";
  * Processes that act on one another as they are told, in a temporary folder of their own, which is also that
  * of this process meanwhile.
  *
- * What they are told is written as steps, which end in "; ", such as
+ * What they are told is written as steps, with "; " between them, such as
  *
  *     P0 write: true; Q0 write: false; P kill; Q0 write
  *

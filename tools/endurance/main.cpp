@@ -54,10 +54,10 @@ QString drive(const Numbers& numbers)
         return manyStart(numbers.number("processes", 100), numbers.number("rounds", 20));
     }
     if (driver == QLatin1String("kills")) {
-        return primaryIsKilled(numbers.number("rounds", 200));
+        return primaryIsKilled(numbers.number("rounds", 1000));
     }
     if (driver == QLatin1String("ends")) {
-        return primaryEnds(numbers.number("rounds", 200));
+        return primaryEnds(numbers.number("rounds", 1000));
     }
     if (driver == QLatin1String("messages")) {
         return manyMessages(numbers.number("clients", 8), numbers.number("messages", 10000));

@@ -36,10 +36,12 @@ std::optional<quint32> ownSession()
     return session;
 }
 
-bool connectTo(QLocalSocket& socket, const QString& name, int timeout)
+/** Null if nobody takes the connection in time. */
+std::unique_ptr<QLocalSocket> connectionTo(const QString& name, int timeout)
 {
-    socket.connectToServer(name, QIODevice::ReadWrite);
-    return socket.waitForConnected(timeout);
+    auto socket = std::make_unique<QLocalSocket>();
+    socket->connectToServer(name, QIODevice::ReadWrite);
+    return socket->waitForConnected(timeout) ? std::move(socket) : nullptr;
 }
 
 bool isConnected(const QLocalSocket& socket)
@@ -158,22 +160,23 @@ bool QtLocalPeer::sendMessage(const QString& message, int timeout)
     if (!isClient()) {
         return false;
     }
-    QLocalSocket socket;
-    if (!connectTo(socket, socketName, timeout / 2)) {
+    std::unique_ptr<QLocalSocket> socket = connectionTo(socketName, timeout / 2);
+    if (!socket) {
         // A process that has just become the primary one may not be listening yet.
         Sleep(250);
-        if (!connectTo(socket, socketName, timeout / 2)) {
-            return false;
-        }
+        socket = connectionTo(socketName, timeout / 2);
+    }
+    if (!socket) {
+        return false;
     }
 
     const QByteArray text = message.toUtf8();
-    QDataStream stream(&socket);
+    QDataStream stream(socket.get());
     stream.writeBytes(text.constData(), static_cast<uint>(text.size()));
-    if (!socket.waitForBytesWritten(timeout) || !socket.waitForReadyRead(timeout)) {
+    if (!socket->waitForBytesWritten(timeout) || !socket->waitForReadyRead(timeout)) {
         return false;
     }
-    return qstrcmp(socket.read(qstrlen(ack)), ack) == 0;
+    return qstrcmp(socket->read(qstrlen(ack)), ack) == 0;
 }
 
 bool QtLocalPeer::unlock()

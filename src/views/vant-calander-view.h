@@ -1,0 +1,92 @@
+#pragma once
+
+#include "vantkit-export.h"
+
+#include <QAbstractItemView>
+#include <QStringList>
+
+class QAction;
+class QCalendarWidget;
+class QDate;
+class QTableWidget;
+
+/**
+ * A month calendar in the kit's look: one-letter weekdays, a "today" button, translated month names and a
+ * keyboard order of its own.
+ *
+ * It wraps a QCalendarWidget, whose weeks begin on Sunday and whose inner widgets keep the object names that
+ * Qt gives them. It is an item view only so that QComboBox::setView takes it, as VantDateSelector does; as an
+ * item view it is empty. Its size hint is that of an item view too: outside a combo box, give it a size.
+ *
+ * Style keys "component.table_header" and "component.table", for the row of weekdays; the rest comes from the
+ * style sheet around it, for which the keys "component.date_selector" and "component.menu" are made. Images
+ * "bt_pagebar_backend" and "bt_pagebar_nextend". String keys "today", "accessible_calendar",
+ * "accessible_calendar_prev_month", "accessible_calendar_next_month", "month_jan" to "month_dec" and "sunday"
+ * to "saturday". All are read once, in the constructor.
+ */
+class VANTKIT_EXPORT VantCalanderView : public QAbstractItemView
+{
+    Q_OBJECT
+
+public:
+    explicit VantCalanderView(QWidget* parent = nullptr);
+
+    /** Shows @p month (1 to 12) of @p year. Selects nothing. */
+    void setCurrentPage(int year, int month);
+
+    /** The first day that can be chosen; an invalid @p date is ignored. See QCalendarWidget::setMinimumDate.
+     */
+    void setMinimumDate(const QDate& date);
+
+    /** The last day that can be chosen; an invalid @p date is ignored. See QCalendarWidget::setMaximumDate.
+     */
+    void setMaximumDate(const QDate& date);
+
+    QRect visualRect(const QModelIndex& index) const override; ///< a null rectangle
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override; ///< does nothing
+    QModelIndex indexAt(const QPoint& point) const override; ///< an invalid index
+
+    /** Steps of the construction, called once by the constructor. */
+    void handleNavigationBar();
+    void handleMonthMenu(); ///< @copydoc handleNavigationBar
+    void handleWeekdayHeader(); ///< @copydoc handleNavigationBar
+    void handleTabOrder(); ///< @copydoc handleNavigationBar
+
+    /** Moves the focus along the calendar's own order on Tab and Backtab. */
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+public slots:
+    /** Selects the day of today, and emits sigDateSelect() even if it was selected or is outside the limits.
+     */
+    void selectToday();
+
+signals:
+    /**
+     * A day was chosen with the mouse, the keyboard or the "today" button. A double click chooses its day
+     * more than once.
+     */
+    void sigDateSelect(const QDate& date);
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    int horizontalOffset() const override;
+    int verticalOffset() const override;
+    bool isIndexHidden(const QModelIndex& index) const override;
+    void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags flags) override;
+    QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+
+private slots:
+    void pageChanged(int, int month);
+    void slotMonthTriggered(QAction* action);
+    void showNameOfPage();
+
+private:
+    void showMonthIcons();
+    void showShortMonthNames();
+    void showNameOfMonth(int month);
+    void restoreAfterCalendar();
+
+    QTableWidget* weekdayView = nullptr;
+    QStringList monthNames; // January first
+    QCalendarWidget* calendar = nullptr;
+};

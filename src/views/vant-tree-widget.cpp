@@ -1,0 +1,105 @@
+#include "views/vant-tree-widget.h"
+
+#include "utils/design-pixels_p.h"
+#include "views/hovered-row_p.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+using vantkit::internal::cutToInt;
+using vantkit::internal::designPixels;
+using vantkit::internal::HoveredRow;
+
+namespace {
+
+void paintGround(QPainter* painter, const QRect& row, const QColor& color)
+{
+    const int width = cutToInt(row.width() - 3 * DPIinfo::getInstance().getDPI());
+    const int radius = designPixels(3);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(QBrush(color, Qt::SolidPattern));
+    painter->setPen(QColor(0xFF, 0xFF, 0xFF));
+    painter->drawRoundedRect(row.left(), row.top(), width, row.height(), radius, radius, Qt::AbsoluteSize);
+    painter->restore();
+}
+
+} // namespace
+
+VantTreeWidget::VantTreeWidget(QWidget* parent)
+    : QTreeWidget(parent)
+{
+    new HoveredRow(this); // a child of the tree
+}
+
+void VantTreeWidget::setBackgroundColor(QColor selected, QColor hover)
+{
+    selectedColor = selected;
+    hoverColor = hover;
+}
+
+void VantTreeWidget::updateScrollArea(QTreeWidgetItem* item)
+{
+    if (!item) {
+        return;
+    }
+    const int left = visualItemRect(item).left();
+    const int width = viewport()->width();
+    const bool isSeen = left >= 0 && left + designPixels(100) <= width;
+    if (!isSeen) {
+        QScrollBar* bar = horizontalScrollBar();
+        bar->setValue(bar->value() + left - width / 2);
+    }
+}
+
+void VantTreeWidget::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton) {
+        Q_EMIT sigMouseRightClickEvent(event);
+    }
+    QTreeView::mousePressEvent(event);
+}
+
+void VantTreeWidget::keyPressEvent(QKeyEvent* event)
+{
+    Q_EMIT sigKeyPressEvent(event);
+    QTreeView::keyPressEvent(event);
+}
+
+void VantTreeWidget::focusInEvent(QFocusEvent* /*event*/)
+{
+    // Whoever hears of the change may delete the item.
+    const QPersistentModelIndex current = currentIndex();
+    if (current.isValid()) {
+        setCurrentItem(itemAt({ -1, -1 }));
+        setCurrentItem(itemFromIndex(current));
+    } else {
+        setCurrentItem(itemAt({ 0, 0 }));
+    }
+}
+
+void VantTreeWidget::drawRow(
+    QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    if (const std::optional<QColor> ground = rowGround(option.rect, index)) {
+        paintGround(painter, option.rect, *ground);
+    }
+    QStyleOptionViewItem content = option;
+    if (!itemFromIndex(index)->flags().testFlag(Qt::ItemIsUserCheckable)) {
+        content.state &= ~QStyle::State_Enabled;
+    }
+    QTreeView::drawRow(painter, content, index);
+}
+
+std::optional<QColor> VantTreeWidget::rowGround(const QRect& row, const QModelIndex& index) const
+{
+    if (selectionModel()->isRowSelected(index.row(), index.parent())) {
+        return selectedColor;
+    }
+    if (row.contains(HoveredRow::pointerAmongRows(this))) {
+        return hoverColor;
+    }
+    return std::nullopt;
+}
