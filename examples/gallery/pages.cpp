@@ -7,6 +7,7 @@ Page* createInputsPage();
 Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
+Page* createPathPage();
 Page* createSheetsPage();
 
 const QList<PageInfo>& pages()
@@ -17,6 +18,7 @@ const QList<PageInfo>& pages()
         { "fields", createFieldsPage, { "disabled", "focus", "error" } },
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },
         { "footbar", createFootbarPage, { "disabled", "filled" } },
+        { "path", createPathPage, { "disabled", "hover", "focus", "hidden" } },
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },

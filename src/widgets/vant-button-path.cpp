@@ -320,7 +320,7 @@ void VantButtonPath::slotUpdatePath(QString path)
 void VantButtonPath::slotPathBarClicked(int btn_id)
 {
     const Click click(this, clickedObject(btn_id));
-    emit sigUpdatePath(getPath(btn_id));
+    Q_EMIT sigUpdatePath(getPath(btn_id));
 }
 
 /** The button or the menu action that column @p btn_id was clicked by; null if the slot was called directly.

@@ -16,9 +16,10 @@ namespace {
 const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "fields", "fields-disabled",
     "fields-error", "fields-focus", "footbar", "footbar-disabled", "footbar-filled", "inputs", "inputs-combo",
     "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
-    "labels-narrow", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
-    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion" };
+    "labels-narrow", "path", "path-disabled", "path-focus", "path-hidden", "path-hover", "sheets",
+    "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information", "sheets-input", "sheets-long",
+    "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading", "sheets-warning",
+    "sheets-warningquestion" };
 
 struct Outcome
 {
@@ -165,7 +166,8 @@ void GalleryTest::answersWithoutDisplay_data()
 
     QTest::newRow("help") << "--help"
                           << QStringList { "--page", "--lang", "--theme", "--screenshots", "--startup-times",
-                                 "buttons", "inputs", "fields", "labels", "footbar", "sheets", "enu", "chs" };
+                                 "buttons", "inputs", "fields", "labels", "footbar", "path", "sheets", "enu",
+                                 "chs" };
     QTest::newRow("version") << "--version" << QStringList { "gallery " };
 }
 
