@@ -12,20 +12,22 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <vector>
-
 namespace gallery {
 
 namespace {
 
-const int barWidth = 400;
 const int deepest = 12;
+const int mostFolders = 3;
 
 /** A path bar that looks again what fits when its width changes. */
 class FittedPath : public VantButtonPath
 {
 public:
-    explicit FittedPath(const QString& name) { setAccessibleName(name); }
+    explicit FittedPath(const QString& name)
+    {
+        setAccessibleName(name);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
 
     void moveTo(const QString& path)
     {
@@ -70,9 +72,8 @@ private:
     void openHiddenFolders();
 
     FittedPath* m_bar = nullptr;
-    QHBoxLayout* m_folders = nullptr;
     QLabel* m_foldersLabel = nullptr;
-    std::vector<VantButton*> m_folderButtons;
+    QList<VantButton*> m_folders;
     FittedPath* m_long = nullptr;
 };
 
@@ -117,12 +118,19 @@ void PathPage::addLive()
     section->addWidget(m_bar);
 
     m_foldersLabel = styledLabel({}, "gallery.text");
-    m_folders = new QHBoxLayout;
-    m_folders->setSpacing(px(8));
-    m_folders->addWidget(m_foldersLabel);
-    m_folders->addSpacing(px(8));
-    m_folders->addStretch(1);
-    section->addLayout(m_folders);
+    auto* folders = new QHBoxLayout;
+    folders->setSpacing(px(8));
+    folders->addWidget(m_foldersLabel);
+    folders->addSpacing(px(8));
+    for (int count = 0; count < mostFolders; ++count) {
+        VantButton* folder = live(button({}, 1));
+        connect(folder, &QPushButton::clicked, this,
+            [this, folder] { go(m_bar->path() + QLatin1Char('/') + folder->text()); });
+        folders->addWidget(folder);
+        m_folders << folder;
+    }
+    folders->addStretch(1);
+    section->addLayout(folders);
     go(joined({ "path.backup", "path.documents" }) + QStringLiteral("/2025"));
 }
 
@@ -135,21 +143,11 @@ void PathPage::go(const QString& path)
 
 void PathPage::showFolders()
 {
-    for (VantButton* button : m_folderButtons) {
-        button->hide();
-        button->deleteLater(); // it may be the one that was clicked
-    }
-    m_folderButtons.clear();
-
     const QStringList names = foldersAt(m_bar->path().count(QLatin1Char('/')) + 1);
     m_foldersLabel->setText(text(names.isEmpty() ? "path.none" : "path.folders"));
-    for (const QString& name : names) {
-        VantButton* folder = button(name, 1);
-        folder->setEnabled(m_bar->isEnabled());
-        connect(folder, &QPushButton::clicked, this,
-            [this, name] { go(m_bar->path() + QLatin1Char('/') + name); });
-        m_folders->insertWidget(m_folders->count() - 1, folder);
-        m_folderButtons.push_back(folder);
+    for (int i = 0; i < mostFolders; ++i) {
+        m_folders.at(i)->setText(names.value(i));
+        m_folders.at(i)->setVisible(i < names.size());
     }
 }
 
@@ -163,18 +161,16 @@ void PathPage::addFitting()
     for (const QString& path : { fitting, tooLong }) {
         m_long = live(tellingBar(QStringLiteral("path.fit.title"), path));
         FittedPath* disabled = tellingBar(QStringLiteral("state.disabled"), path);
-        for (FittedPath* bar : { m_long, disabled }) {
-            bar->setFixedWidth(px(barWidth));
-        }
-        addPair(grid, m_long, disabled);
+        disabled->setEnabled(false);
+        const int row = grid->rowCount();
+        grid->addWidget(m_long, row, 0);
+        grid->addWidget(disabled, row, 1);
     }
 }
 
 void PathPage::addUnusual()
 {
-    const QString path = QStringLiteral("R&D/Q&A && FAQ/-  a  b  -/100 %/")
-        + QString::fromUtf8("Größe/Ελλάδα/")
-        + QString::fromUtf8("\u05e9\u05d9\u05e8\u05d5\u05ea/\u6771\u4eac/\uc11c\uc6b8");
+    const QString path = QString::fromUtf8("R&D/Q&A && FAQ/Draft  2/100 %/Größe/Ελλάδα/Услуги/東京/서울");
     addSection(QStringLiteral("path.odd"))
         ->addWidget(live(tellingBar(QStringLiteral("path.odd.title"), path)));
 }
