@@ -8,6 +8,7 @@ Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
 Page* createTreePage();
+Page* createPathPage();
 Page* createSheetsPage();
 Page* createPagingPage();
 Page* createFilterPage();
@@ -24,6 +25,7 @@ const QList<PageInfo>& pages()
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },
         { "footbar", createFootbarPage, { "disabled", "filled" } },
         { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
+        { "path", createPathPage, { "disabled", "hover", "focus", "hidden" } },
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
