@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
