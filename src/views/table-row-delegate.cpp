@@ -2,13 +2,13 @@
 
 #include <QHoverEvent>
 #include <QScrollBar>
-#include <QTableView>
 
 namespace vantkit::internal {
 
 TableRowDelegate::TableRowDelegate(QTableView* view)
     : QStyledItemDelegate(view)
     , table(view)
+    , viewport(view->viewport())
 {
     table->viewport()->setAttribute(Qt::WA_Hover);
     table->viewport()->installEventFilter(this);
@@ -17,7 +17,7 @@ TableRowDelegate::TableRowDelegate(QTableView* view)
 
 bool TableRowDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != table->viewport()) {
+    if (watched != viewport) {
         return QStyledItemDelegate::eventFilter(watched, event); // an editor
     }
     switch (event->type()) {
@@ -49,6 +49,9 @@ void TableRowDelegate::setPointer(const QPoint& position)
 
 void TableRowDelegate::follow()
 {
+    if (table.isNull()) {
+        return;
+    }
     const int row = table->indexAt(pointer).row();
     if (row != hoveredRow) {
         repaintRow(hoveredRow);

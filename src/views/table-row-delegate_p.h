@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QPoint>
+#include <QPointer>
 #include <QStyledItemDelegate>
-
-class QTableView;
+#include <QTableView>
 
 namespace vantkit::internal {
 
@@ -29,7 +29,8 @@ private:
     void setPointer(const QPoint& position);
     void repaintRow(int row);
 
-    QTableView* table;
+    QPointer<QTableView> table; // gone before its viewport, which is watched, and before this
+    const QObject* viewport;
     QPoint pointer { -1, -1 };
     int hoveredRow = -1;
 };

@@ -88,6 +88,7 @@ void VantTableWidget::makeHeader()
     header->setModel(headerTable->model());
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    header->setTextElideMode(Qt::ElideRight); // as the body does with what a narrow column cannot hold
     header->setStyleSheet(getStyleSheet("component.table_header", false));
     header->setFixedSize(designPixels(20000), designPixels(30));
     headerTable->setHorizontalHeaderLabels(titles);
