@@ -180,8 +180,8 @@ void VantTableWidget::connectParts()
     // Columns may add up to more than the header is wide. Where the area is at its end, the header scrolls
     // on.
     connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
-    connect(headerArea->horizontalScrollBar(),
-        SIGNAL(rangeChanged(int,int)), this, SLOT(slotScrolledPastHeader()));
+    connect(
+        headerArea->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
     headerArea->viewport()->installEventFilter(this);
 }
 
