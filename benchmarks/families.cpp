@@ -11,8 +11,10 @@ Suite wholeSuite()
     addSheetRows(suite);
     addPagingRows(suite);
     addTableRows(suite);
+    addPathRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
+    addTreeRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

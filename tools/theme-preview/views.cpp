@@ -146,7 +146,12 @@ QPixmap tableView()
 
 QPixmap treeView()
 {
-    auto* tree = new QTreeWidget;
+    auto* tree = new VantTreeWidget;
+    auto* delegate = new ItemDelegate;
+    delegate->setParent(tree);
+    tree->setItemDelegate(delegate);
+    tree->setBackgroundColor(QColor(0xE6, 0xF1, 0xFB), QColor(0xEB, 0xF0, 0xF4));
+    tree->setIndentation(px(20));
     tree->setStyleSheet(getStyleSheet("theme.tree", false) + getStyleSheet("component.scrollbar", false));
     tree->setHeaderHidden(true);
     tree->setFixedSize(px(240), px(170));
@@ -158,44 +163,19 @@ QPixmap treeView()
     new QTreeWidgetItem(pictures, { QStringLiteral("2017") });
     home->setExpanded(true);
     documents->setExpanded(true);
+    tree->setCurrentItem(documents);
     return pictureOf(tree, 12, ground);
 }
 
 QPixmap pagingBar()
 {
-    auto* border = new QWidget;
-    border->setObjectName(QStringLiteral("PAGINGBARBORDER"));
-    border->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
-    border->setFixedSize(px(560), px(29));
-    auto* row = new QHBoxLayout(border);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    row->addSpacing(px(50));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_backend")));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_back")));
-    row->addStretch(0);
-    for (int i = 0; i < 5; ++i) {
-        if (i > 0) {
-            row->addSpacing(px(4));
-        }
-        auto* page = new VantButton(QString::number(i + 4), i == 2 ? 2 : 3);
-        page->setFixedHeight(px(27));
-        page->setMinimumWidth(px(28));
-        row->addWidget(page);
-    }
-    row->addStretch(0);
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_next")));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_nextend")));
-    row->addSpacing(px(50));
-    auto* footer = new QLabel(QStringLiteral("128 items"));
-    footer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    footer->setFixedHeight(px(19));
-    footer->setStyleSheet(getStyleSheet("component.paging_bar_label", false));
-    row->addWidget(footer);
-    auto* refresh = new VantIconButton(QStringLiteral("bt_pagebar_refresh"));
-    refresh->setFixedSize(px(24), px(24));
-    row->addWidget(refresh);
-    return pictureOf(border, 12, ground);
+    VantPagingModel model(10);
+    auto* bar = new VantPagingBar(&model);
+    bar->setFixedWidth(px(560));
+    bar->setItemCount(128);
+    bar->setPage(6);
+    bar->setFooterText(QStringLiteral("128 items"));
+    return pictureOf(bar, 12, ground);
 }
 
 QPixmap pathBar()
