@@ -17,9 +17,14 @@ TableRowDelegate::TableRowDelegate(QTableView* view)
 
 bool TableRowDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != viewport) {
-        return QStyledItemDelegate::eventFilter(watched, event); // an editor
+    if (watched == viewport) {
+        notePointer(event);
     }
+    return watched != viewport && QStyledItemDelegate::eventFilter(watched, event); // which is for editors
+}
+
+void TableRowDelegate::notePointer(QEvent* event)
+{
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
@@ -31,7 +36,6 @@ bool TableRowDelegate::eventFilter(QObject* watched, QEvent* event)
     default:
         break;
     }
-    return false;
 }
 
 void TableRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const

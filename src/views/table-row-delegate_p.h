@@ -26,6 +26,7 @@ private Q_SLOTS:
     void follow();
 
 private:
+    void notePointer(QEvent* event);
     void setPointer(const QPoint& position);
     void repaintRow(int row);
 
