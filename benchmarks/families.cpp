@@ -10,6 +10,7 @@ Suite wholeSuite()
     addWidgetRows(suite);
     addSheetRows(suite);
     addPagingRows(suite);
+    addDateRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY

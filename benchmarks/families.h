@@ -9,6 +9,7 @@ void addStyleRows(Suite& suite);
 void addWidgetRows(Suite& suite);
 void addSheetRows(Suite& suite);
 void addPagingRows(Suite& suite);
+void addDateRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
