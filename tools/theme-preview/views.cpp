@@ -14,7 +14,6 @@
 #include <QScrollArea>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
-#include <QTextCharFormat>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -28,11 +27,6 @@ const QColor ground(0xF5, 0xF8, 0xFA);
 int px(int designPixels)
 {
     return static_cast<int>(designPixels * DPIinfo::getInstance().getDPI());
-}
-
-QString text(const char* key)
-{
-    return ComponentStrings::getInstance().getString(QLatin1String(key));
 }
 
 // A sheet over the mask of a window, as an application shows it. @p make gets the window, which is a little
@@ -68,53 +62,6 @@ void hover(QAbstractItemView* view, const QModelIndex& index)
     const QPointF position(view->visualRect(index).center());
     QHoverEvent event(QEvent::HoverMove, position, QPointF());
     QCoreApplication::sendEvent(view->viewport(), &event);
-}
-
-// The reshaping that the calendar view does from outside.
-void reshape(QCalendarWidget* calendar)
-{
-    calendar->setFirstDayOfWeek(Qt::Sunday);
-    calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
-    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    QTextCharFormat weekend = calendar->weekdayTextFormat(Qt::Saturday);
-    weekend.setForeground(Qt::black);
-    calendar->setWeekdayTextFormat(Qt::Saturday, weekend);
-    calendar->setWeekdayTextFormat(Qt::Sunday, weekend);
-
-    const auto arrow = [calendar](const char* button, const char* image) {
-        const QPixmap pixmap = getGlobalImage(image, ImageManager::Normal);
-        auto* made = calendar->findChild<QToolButton*>(QLatin1String(button));
-        made->setIcon(pixmap);
-        made->setIconSize(pixmap.size() / DPIinfo::getInstance().getDPR());
-    };
-    arrow("qt_calendar_prevmonth", "bt_pagebar_backend");
-    arrow("qt_calendar_nextmonth", "bt_pagebar_nextend");
-    calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"))->setText(text("month_mar"));
-    calendar->findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))->setAutoFillBackground(false);
-}
-
-QTableWidget* weekdayRow()
-{
-    auto* row = new QTableWidget(1, 7);
-    row->setObjectName(QStringLiteral("qt_calendar_weekdayview"));
-    row->horizontalHeader()->setStyleSheet(getStyleSheet("component.table_header", false));
-    row->setStyleSheet(getStyleSheet("component.table", false));
-    row->setFixedHeight(px(30));
-    row->horizontalHeader()->hide();
-    row->verticalHeader()->hide();
-    const char* const days[] = { "sunday", "monday", "tuesday", "wednesday", "thursday", "friday",
-        "saturday" };
-    for (int column = 0; column < 7; ++column) {
-        auto* item = new QTableWidgetItem(text(days[column]).left(1));
-        item->setTextAlignment(Qt::AlignCenter);
-        row->setItem(0, column, item);
-    }
-    row->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    row->setSelectionMode(QAbstractItemView::NoSelection);
-    row->setFrameStyle(0);
-    row->setShowGrid(false);
-    row->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    return row;
 }
 
 } // namespace
@@ -230,24 +177,12 @@ QPixmap pathBar()
 
 QPixmap calendarPopup()
 {
-    auto* popup = new QFrame;
-    popup->setFixedSize(px(280), px(260));
-    popup->setObjectName(QStringLiteral("popup"));
-    popup->setStyleSheet(QStringLiteral("#popup { border: 1px solid #C8D2DC; background-color: #FFFFFF; }")
-        + getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
-    auto* calendar = new QCalendarWidget;
-    auto* today = new VantButton(text("today"), 1);
-    today->setFixedHeight(px(24));
-    auto* layout = new QVBoxLayout(popup);
-    layout->addWidget(calendar);
-    layout->addWidget(today, 0, Qt::AlignHCenter);
-    reshape(calendar);
-    qobject_cast<QVBoxLayout*>(calendar->layout())->insertWidget(1, weekdayRow(), 0);
-    calendar->setSelectedDate(QDate(2017, 3, 9));
-    return pictureOf(popup, 12, ground, [calendar] {
-        calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"))
-            ->setText(text("month_mar"));
-    });
+    auto* view = new VantCalanderView;
+    view->setFixedSize(px(280), px(260));
+    view->setStyleSheet(
+        getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
+    view->findChild<QCalendarWidget*>()->setSelectedDate(QDate(2017, 3, 9));
+    return pictureOf(view, 12, ground);
 }
 
 QPixmap messageSheet()
