@@ -10,9 +10,11 @@ Suite wholeSuite()
     addWidgetRows(suite);
     addSheetRows(suite);
     addPagingRows(suite);
+    addTableRows(suite);
     addPathRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
+    addTreeRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

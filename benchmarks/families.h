@@ -9,9 +9,11 @@ void addStyleRows(Suite& suite);
 void addWidgetRows(Suite& suite);
 void addSheetRows(Suite& suite);
 void addPagingRows(Suite& suite);
+void addTableRows(Suite& suite);
 void addPathRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
+void addTreeRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
 void addStartupRows(Suite& suite);
 #endif

@@ -12,7 +12,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QToolButton>
 
 namespace gallery {
 
@@ -59,6 +61,19 @@ VantComboBox* comboBox(const QString& name, const QStringList& entries, int widt
     return box;
 }
 
+const char* eventOf(Qt::CheckState state)
+{
+    switch (state) {
+    case Qt::Checked:
+        return "event.on";
+    case Qt::PartiallyChecked:
+        return "event.partial";
+    case Qt::Unchecked:
+        break;
+    }
+    return "event.off";
+}
+
 QLayout* labelled(const QString& text, QWidget* widget)
 {
     auto* row = new QHBoxLayout;
@@ -89,6 +104,13 @@ void addPair(QGridLayout* grid, QWidget* live, QWidget* disabled)
     const int row = grid->rowCount();
     grid->addWidget(live, row, 0, Qt::AlignLeft);
     grid->addWidget(disabled, row, 1, Qt::AlignLeft);
+}
+
+void openMenu(QToolButton* button)
+{
+    QMenu* menu = button->menu();
+    menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+    menu->setActiveAction(menu->actions().constFirst());
 }
 
 void freeze(QAbstractButton* button, Look look)

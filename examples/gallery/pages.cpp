@@ -9,6 +9,12 @@ Page* createLabelsPage();
 Page* createFootbarPage();
 Page* createPathPage();
 Page* createSheetsPage();
+Page* createTablePage();
+Page* createPagingPage();
+Page* createTreePage();
+Page* createCalendarPage();
+Page* createDatesPage();
+Page* createFilterPage();
 
 const QList<PageInfo>& pages()
 {
@@ -22,6 +28,12 @@ const QList<PageInfo>& pages()
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
+        { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
+        { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
+        { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
+        { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
+        { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
+        { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
     };
     return table;
 }
