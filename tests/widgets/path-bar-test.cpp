@@ -32,7 +32,7 @@ private Q_SLOTS:
     void clickInsideClick();
     void keyboard();
     void focusStaysInRow();
-    void refreshUnderOpenMenu();
+    void changesUnderOpenMenu();
 };
 
 namespace {
@@ -437,17 +437,23 @@ void PathBarTest::focusStaysInRow()
     QCOMPARE(window.focusWidget(), window.after);
 }
 
-void PathBarTest::refreshUnderOpenMenu()
+void PathBarTest::changesUnderOpenMenu()
 {
     const Window window(150);
-    window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
-    QTimer::singleShot(0, this, [&] {
-        QVERIFY(QApplication::activePopupWidget());
-        window.bar->refresh(QStringLiteral("a"));
-        QVERIFY(!QApplication::activePopupWidget());
-    });
-    QTest::keyClick(window.folderButton(), Qt::Key_Space);
-    QVERIFY(window.folderButton()->isHidden());
+    for (const bool deletesBar : { false, true }) {
+        window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
+        QTimer::singleShot(0, this, [&] {
+            QVERIFY(QApplication::activePopupWidget());
+            if (deletesBar) {
+                delete window.bar;
+            } else {
+                window.bar->refresh(QStringLiteral("a"));
+            }
+            QVERIFY(!QApplication::activePopupWidget());
+        });
+        QTest::keyClick(window.folderButton(), Qt::Key_Space);
+        QVERIFY(deletesBar ? !window.bar : window.folderButton()->isHidden());
+    }
 }
 
 QTEST_MAIN(PathBarTest)

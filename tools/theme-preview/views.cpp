@@ -127,51 +127,12 @@ QPixmap pagingBar()
 
 QPixmap pathBar()
 {
-    auto* bar = new QTableWidget(1, 0);
-    bar->horizontalHeader()->hide();
-    bar->verticalHeader()->hide();
-    bar->setShowGrid(false);
-    bar->setSelectionMode(QAbstractItemView::NoSelection);
-    bar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    bar->setFocusPolicy(Qt::NoFocus);
-    bar->setFixedSize(px(420), px(28));
-    bar->setStyleSheet(getStyleSheet("component.button_path", false));
-    const auto add = [bar](QPushButton* button) {
-        button->setFlat(true);
-        const int column = bar->columnCount();
-        bar->insertColumn(column);
-        bar->setCellWidget(0, column, button);
-        bar->setColumnWidth(column, button->width());
-    };
-    QPushButton* hovered = nullptr;
-    const QStringList names { QString(), QStringLiteral("Documents"), QStringLiteral("Letters"),
-        QStringLiteral("R&&D"), QStringLiteral("Drafts") };
-    for (const QString& name : names) {
-        auto* button = new QPushButton(name);
-        button->setStyleSheet(getStyleSheet("component.button_path_name_button", false));
-        const int textWidth = button->fontMetrics().horizontalAdvance(name);
-        button->setFixedSize(name.isEmpty() ? px(26) : px(textWidth + 16), px(26));
-        add(button);
-        if (name != names.last()) {
-            auto* arrow = new QPushButton;
-            arrow->setIcon(getGlobalImage("bt_next", ImageManager::Normal));
-            arrow->setStyleSheet(getStyleSheet("component.button_path_arrow", false));
-            arrow->setFixedSize(px(6), px(28));
-            add(arrow);
-            hovered = button;
-        }
-    }
-    auto* folder = new QToolButton(bar);
-    folder->setIcon(getGlobalImage("folder", ImageManager::Normal));
-    folder->setIconSize({ 20, 20 });
-    folder->setStyleSheet(getStyleSheet("component.button_path_change_folder_btn", false));
-    folder->setFixedSize(px(26), px(26));
-    folder->move(px(1), px(1));
-    return pictureOf(bar, 12, ground, [bar, hovered] {
-        for (int column = 1; column < bar->columnCount(); column += 2) {
-            bar->setColumnWidth(column, px(6));
-        }
-        putPointerOn(hovered);
+    auto* bar = new VantButtonPath;
+    bar->setFixedWidth(px(420));
+    return pictureOf(bar, 12, ground, [bar] {
+        QCoreApplication::processEvents(); // the bar has to have its width
+        bar->refresh(QStringLiteral("Server/Backups of the office/Documents/Letters/R&D/Drafts"));
+        putPointerOn(bar->cellWidget(0, bar->columnCount() - 3));
     });
 }
 
