@@ -175,7 +175,7 @@ void VantButtonPath::refresh(QString path)
     focusColumn(focused);
 }
 
-// With each column that comes the table would lay out those before it again. It is told to when the row is there.
+// The table would lay out the whole row with each column that comes; updateColumnSize() has it do so once.
 void VantButtonPath::updateGeometries()
 {
     if (!m_isRebuilding) {

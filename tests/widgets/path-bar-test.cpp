@@ -362,7 +362,8 @@ void PathBarTest::clickInsideClick()
     QList<QPointer<QPushButton>> clicked;
     int depth = 0;
     connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
-        if (++depth == 3) {
+        const int level = ++depth;
+        if (level == 3) {
             delete window.bar;
             return;
         }
@@ -371,7 +372,7 @@ void PathBarTest::clickInsideClick()
             clicked << window.button(0);
             window.button(0)->click();
         });
-        QVERIFY(clicked.at(depth - 3));
+        QVERIFY(clicked.at(level - 1));
     });
     clicked << window.button(2);
     window.button(2)->click();
