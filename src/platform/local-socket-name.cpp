@@ -25,9 +25,7 @@ namespace {
 
 bool isOwnSocket(const QByteArray& path)
 {
-    struct stat status
-    { };
-
+    struct stat status = {};
     return lstat(path.constData(), &status) == 0 && S_ISSOCK(status.st_mode) && status.st_uid == geteuid();
 }
 
@@ -39,7 +37,7 @@ constexpr int endingTime = 200;
 
 Server serverAt(const QByteArray& path)
 {
-    sockaddr_un address {};
+    sockaddr_un address = {};
     address.sun_family = AF_UNIX;
     if (path.size() >= static_cast<int>(sizeof address.sun_path)) {
         return Server::Living;
