@@ -19,8 +19,6 @@ class VANTKIT_EXPORT FileSystemTreeWidgetItem : public QTreeWidgetItem
 {
 public:
     FileSystemTreeWidgetItem();
-    FileSystemTreeWidgetItem(const FileSystemTreeWidgetItem&) = delete;
-    FileSystemTreeWidgetItem& operator=(const FileSystemTreeWidgetItem&) = delete;
 
     /**
      * False if the key of @p other is exactly "home"; else Qt's comparison by the sort column, as also with
@@ -48,4 +46,9 @@ public:
 
     /** Whatever else belongs to the folder. */
     QVariant userData;
+
+protected:
+    /** For clone() of a derived class. */
+    FileSystemTreeWidgetItem(const FileSystemTreeWidgetItem& other) = default;
+    FileSystemTreeWidgetItem& operator=(const FileSystemTreeWidgetItem& other) = default;
 };

@@ -9,11 +9,16 @@ namespace vantkit::internal {
 
 HoveredRow::HoveredRow(QTreeView* view)
     : QObject(view)
-    , tree(view)
 {
-    tree->viewport()->setAttribute(Qt::WA_Hover);
-    tree->viewport()->installEventFilter(this);
-    connect(tree->verticalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(follow()));
+    view->viewport()->setAttribute(Qt::WA_Hover);
+    view->viewport()->installEventFilter(this);
+    connect(view->verticalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(follow()));
+}
+
+// Null while the tree is being destroyed: it is no tree any more when the pointer leaves its viewport then.
+QTreeView* HoveredRow::tree() const
+{
+    return qobject_cast<QTreeView*>(parent());
 }
 
 QPoint HoveredRow::pointerAmongRows(const QTreeView* tree)
@@ -38,15 +43,19 @@ bool HoveredRow::eventFilter(QObject* viewport, QEvent* event)
 
 void HoveredRow::follow()
 {
-    const QModelIndex row = rowUnderPointer();
+    QTreeView* view = tree();
+    if (!view) {
+        return;
+    }
+    const QModelIndex row = rowUnderPointer(view);
     if (row != hovered) {
-        repaint(hovered);
-        repaint(row);
+        repaint(view, hovered);
+        repaint(view, row);
         hovered = row;
     }
 }
 
-QModelIndex HoveredRow::rowUnderPointer() const
+QModelIndex HoveredRow::rowUnderPointer(const QTreeView* tree)
 {
     const QPoint pointer = pointerAmongRows(tree);
     if (pointer.x() < 0 || pointer.x() >= tree->viewport()->width()) {
@@ -55,7 +64,7 @@ QModelIndex HoveredRow::rowUnderPointer() const
     return tree->indexAt({ tree->columnViewportPosition(0), pointer.y() });
 }
 
-void HoveredRow::repaint(const QModelIndex& row)
+void HoveredRow::repaint(QTreeView* tree, const QModelIndex& row)
 {
     const QRect rect = tree->visualRect(row);
     tree->viewport()->update(0, rect.y(), tree->viewport()->width(), rect.height());

@@ -28,10 +28,10 @@ private Q_SLOTS:
     void follow();
 
 private:
-    QModelIndex rowUnderPointer() const;
-    void repaint(const QModelIndex& row);
+    QTreeView* tree() const;
+    static QModelIndex rowUnderPointer(const QTreeView* tree);
+    static void repaint(QTreeView* tree, const QModelIndex& row);
 
-    QTreeView* tree;
     QPersistentModelIndex hovered;
 };
 

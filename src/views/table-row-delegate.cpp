@@ -7,12 +7,17 @@ namespace vantkit::internal {
 
 TableRowDelegate::TableRowDelegate(QTableView* view)
     : QStyledItemDelegate(view)
-    , table(view)
     , viewport(view->viewport())
 {
-    table->viewport()->setAttribute(Qt::WA_Hover);
-    table->viewport()->installEventFilter(this);
-    connect(table->verticalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(follow()));
+    view->viewport()->setAttribute(Qt::WA_Hover);
+    view->viewport()->installEventFilter(this);
+    connect(view->verticalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(follow()));
+}
+
+// Null while the table is being destroyed: it is no table any more when the pointer leaves its viewport then.
+QTableView* TableRowDelegate::table() const
+{
+    return qobject_cast<QTableView*>(parent());
 }
 
 bool TableRowDelegate::eventFilter(QObject* watched, QEvent* event)
@@ -53,18 +58,19 @@ void TableRowDelegate::setPointer(const QPoint& position)
 
 void TableRowDelegate::follow()
 {
-    if (table.isNull()) {
+    QTableView* view = table();
+    if (!view) {
         return;
     }
-    const int row = table->indexAt(pointer).row();
+    const int row = view->indexAt(pointer).row();
     if (row != hoveredRow) {
-        repaintRow(hoveredRow);
+        repaintRow(view, hoveredRow);
         hoveredRow = row;
-        repaintRow(row);
+        repaintRow(view, row);
     }
 }
 
-void TableRowDelegate::repaintRow(int row)
+void TableRowDelegate::repaintRow(QTableView* table, int row)
 {
     if (row >= 0) {
         table->viewport()->update(

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPoint>
-#include <QPointer>
 #include <QStyledItemDelegate>
 #include <QTableView>
 
@@ -28,9 +27,9 @@ private Q_SLOTS:
 private:
     void notePointer(QEvent* event);
     void setPointer(const QPoint& position);
-    void repaintRow(int row);
+    QTableView* table() const;
+    static void repaintRow(QTableView* table, int row);
 
-    QPointer<QTableView> table; // gone before its viewport, which is watched, and before this
     const QObject* viewport;
     QPoint pointer { -1, -1 };
     int hoveredRow = -1;

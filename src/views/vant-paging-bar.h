@@ -83,7 +83,10 @@ public:
     void setRefreshButtonHidden(bool hidden);
 
 Q_SIGNALS:
-    /** The user went to a page, or reset() was called. The model has the new page already. */
+    /**
+     * The user went to a page, or reset() was called. The model has the new page already. A slot that wants
+     * the bar gone calls deleteLater().
+     */
     void sigPageChanged();
 
     /** The user asks to have the list fetched again. */

@@ -38,7 +38,7 @@ public:
      * Ratios need not add up to 1: beyond it, or close to it, the body scrolls sideways. Nothing is checked
      * here; a width that no column can have, below 0 or above about a million pixels, is passed over.
      */
-    int addColumn(const QString& title, int width, bool resizable, double ratio);
+    int addColumn(const QString& title, int width, bool resizable = true, double ratio = 0.0);
 
 private:
     friend class VantTableWidget;

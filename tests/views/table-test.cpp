@@ -1,5 +1,6 @@
 #include "support/display-scale.h"
 #include "support/guarded-test.h"
+#include "support/pointer.h"
 #include "support/theme-folder.h"
 
 #include <vantkit-qt/vantkit.h>
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void headerIsPaintedOverItsColumns();
     void wheelOverTheHeader();
     void hoveredRow();
+    void goesFromUnderPointer();
     void verticalScrollBar();
     void columnsAreFixedForLife();
     void builtTwice();
@@ -398,6 +400,27 @@ void TableTest::hoveredRow()
     widget->setEnabled(true);
     send(QEvent::HoverLeave, { -1, -1 });
     QCOMPARE(hoveredRows(), QVector<int>());
+}
+
+/** While its window stays. */
+void TableTest::goesFromUnderPointer()
+{
+    QWidget window;
+    VantTableColumnsInfo columns;
+    columns.addColumn(QStringLiteral("Name"), 100);
+    auto* widget = new VantTableWidget(columns, &window);
+    widget->getTable()->setRowCount(3);
+    widget->resize(300, 200);
+    window.resize(400, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    for (int y : { 10, 12, 14 }) {
+        QTest::mouseMove(widget->getTable()->viewport(), { 20, y });
+        QCoreApplication::processEvents();
+    }
+    QTRY_VERIFY(widget->getTable()->viewport()->underMouse());
+    delete widget;
+    pointer::moveAway();
 }
 
 void TableTest::verticalScrollBar()

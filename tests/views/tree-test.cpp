@@ -24,6 +24,7 @@ private Q_SLOTS:
     void grounds();
     void hoverFollowsPointer_data();
     void hoverFollowsPointer();
+    void goesFromUnderPointer();
     void scrollsSideways_data();
     void scrollsSideways();
     void largeAndDeepTrees_data();
@@ -245,6 +246,25 @@ void TreeTest::hoverFollowsPointer()
     QTRY_COMPARE(hovered(), expected(21));
     pointer::moveAway();
     QTRY_COMPARE(hovered(), QString());
+}
+
+/** While its window stays. */
+void TreeTest::goesFromUnderPointer()
+{
+    QWidget window;
+    auto* tree = new VantTreeWidget(&window);
+    tree->addTopLevelItem(new QTreeWidgetItem({ QStringLiteral("Row") }));
+    tree->resize(300, 200);
+    window.resize(400, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    for (int y : { 10, 12, 14 }) {
+        QTest::mouseMove(tree->viewport(), { 20, y });
+        QCoreApplication::processEvents();
+    }
+    QTRY_VERIFY(tree->viewport()->underMouse());
+    delete tree;
+    pointer::moveAway();
 }
 
 void TreeTest::scrollsSideways_data()
