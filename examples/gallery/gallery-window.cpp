@@ -290,6 +290,11 @@ void GalleryWindow::enterState(const QString& state)
     m_page->enterState(state);
 }
 
+void GalleryWindow::settle()
+{
+    m_page->settle();
+}
+
 QWidget* GalleryWindow::opener(const QString& state) const
 {
     return m_page->opener(state);

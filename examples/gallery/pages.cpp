@@ -8,6 +8,7 @@ Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
 Page* createSheetsPage();
+Page* createFilesPage();
 
 const QList<PageInfo>& pages()
 {
@@ -20,6 +21,8 @@ const QList<PageInfo>& pages()
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
+        { "files", createFilesPage,
+            { "selected", "filtered", "kinds", "rename", "failure", "deep", "disabled" } },
     };
     return table;
 }
