@@ -365,7 +365,7 @@ void FilesPage::rename(const QString& path, const QString& newName)
 
 void FilesPage::warn(const char* title, const QString& words)
 {
-    showWarningMsg(text(title), words, window());
+    showWarningMsg(text("files.title"), text(title), words, window());
 }
 
 void FilesPage::showEvent(QShowEvent* event)
