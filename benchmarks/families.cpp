@@ -10,8 +10,10 @@ Suite wholeSuite()
     addWidgetRows(suite);
     addSheetRows(suite);
     addPagingRows(suite);
+    addTableRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
+    addTreeRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

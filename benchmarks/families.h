@@ -9,8 +9,10 @@ void addStyleRows(Suite& suite);
 void addWidgetRows(Suite& suite);
 void addSheetRows(Suite& suite);
 void addPagingRows(Suite& suite);
+void addTableRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
+void addTreeRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
 void addStartupRows(Suite& suite);
 #endif

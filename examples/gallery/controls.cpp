@@ -59,6 +59,19 @@ VantComboBox* comboBox(const QString& name, const QStringList& entries, int widt
     return box;
 }
 
+const char* eventOf(Qt::CheckState state)
+{
+    switch (state) {
+    case Qt::Checked:
+        return "event.on";
+    case Qt::PartiallyChecked:
+        return "event.partial";
+    case Qt::Unchecked:
+        break;
+    }
+    return "event.off";
+}
+
 QLayout* labelled(const QString& text, QWidget* widget)
 {
     auto* row = new QHBoxLayout;

@@ -34,6 +34,9 @@ VantButton* button(const QString& text, int kind);
  * see it. */
 VantComboBox* comboBox(const QString& name, const QStringList& entries, int width);
 
+/** The key of the text that tells of a check box in @p state. */
+const char* eventOf(Qt::CheckState state);
+
 /** @p widget with its label @p text in front of it. */
 QLayout* labelled(const QString& text, QWidget* widget);
 

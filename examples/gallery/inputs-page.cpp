@@ -61,19 +61,6 @@ VantRadioButton* radioButton(const char* key, QButtonGroup* group)
     return button;
 }
 
-const char* eventOf(Qt::CheckState state)
-{
-    switch (state) {
-    case Qt::Checked:
-        return "event.on";
-    case Qt::PartiallyChecked:
-        return "event.partial";
-    case Qt::Unchecked:
-        break;
-    }
-    return "event.off";
-}
-
 InputsPage::InputsPage()
 {
     addComboBoxes();

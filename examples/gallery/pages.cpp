@@ -7,8 +7,12 @@ Page* createInputsPage();
 Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
+Page* createTreePage();
 Page* createSheetsPage();
 Page* createFilesPage();
+Page* createPagingPage();
+Page* createFilterPage();
+Page* createTablePage();
 
 const QList<PageInfo>& pages()
 {
@@ -18,11 +22,15 @@ const QList<PageInfo>& pages()
         { "fields", createFieldsPage, { "disabled", "focus", "error" } },
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },
         { "footbar", createFootbarPage, { "disabled", "filled" } },
+        { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
         { "files", createFilesPage,
             { "selected", "filtered", "kinds", "rename", "failure", "deep", "disabled" } },
+        { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
+        { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
+        { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
     };
     return table;
 }

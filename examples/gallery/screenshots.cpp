@@ -6,6 +6,7 @@
 #include <vantkit-qt/sheets/vant-sheet.h>
 
 #include <QApplication>
+#include <QCursor>
 #include <QDialog>
 #include <QDir>
 #include <QMovie>
@@ -95,6 +96,7 @@ QPixmap pictureOfQuestion(QWidget* window)
 
 QPixmap pictureOf(const QString& page, const QString& state, const QString& language)
 {
+    QCursor::setPos(-1, -1); // over no window
     GalleryWindow window(page, language);
     window.show();
     window.activateWindow();

@@ -1,5 +1,6 @@
 #include "texts.h"
 
+#include "languages.h"
 #include "theme.h"
 
 #include <QDebug>
@@ -12,6 +13,22 @@ QMap<QString, QString>& table()
 {
     static QMap<QString, QString> texts;
     return texts;
+}
+
+QLocale& tableLocale()
+{
+    static QLocale locale;
+    return locale;
+}
+
+QLocale localeOf(const QString& code)
+{
+    for (const Language& language : languages()) {
+        if (language.code == code) {
+            return QLocale(language.locales.constFirst());
+        }
+    }
+    return QLocale(QLocale::English);
 }
 
 QMap<QString, QString> textsOf(const QString& language)
@@ -28,6 +45,7 @@ void installTexts(const QString& language)
     for (auto entry = translated.begin(); entry != translated.end(); ++entry) {
         table().insert(entry.key(), entry.value());
     }
+    tableLocale() = localeOf(language);
 }
 
 QString text(const char* key)
@@ -43,6 +61,11 @@ QString text(const QString& key)
         return key;
     }
     return *found;
+}
+
+QLocale locale()
+{
+    return tableLocale();
 }
 
 } // namespace gallery

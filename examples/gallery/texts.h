@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 
 namespace gallery {
@@ -11,5 +12,8 @@ void installTexts(const QString& language);
 /** The gallery's own text of @p key; with a warning, @p key itself if there is none. */
 QString text(const char* key);
 QString text(const QString& key);
+
+/** What writes numbers and dates in the language of the texts. */
+QLocale locale();
 
 } // namespace gallery

@@ -3,6 +3,7 @@
 #include "style-manager/style-manager.h"
 #include "utils/design-pixels_p.h"
 #include "utils/dpi-info.h"
+#include "views/table-row-delegate_p.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -56,6 +57,7 @@ void VantTableWidget::initailze()
     makeHeader();
     table = new ResizeSignalTableWidget(
         0, static_cast<int>(columns.columns.size())); // layOut() gives it a parent
+    allowNarrowSections();
     makeColumns();
     makeFillerSection();
     dressTable();
@@ -89,6 +91,20 @@ void VantTableWidget::makeHeader()
     header->setStyleSheet(getStyleSheet("component.table_header", false));
     header->setFixedSize(designPixels(20000), designPixels(30));
     headerTable->setHorizontalHeaderLabels(titles);
+}
+
+// Qt bounds each section by a least size that depends on the font, and the fonts of header and body differ.
+// The user gets the filler's width as the bound, unless a column is declared narrower; the body takes all
+// that the header has.
+void VantTableWidget::allowNarrowSections()
+{
+    int least = designPixels(12);
+    for (const VantTableColumnsInfo::ColumnInfo& column : columns.columns) {
+        least = std::min(least, designPixels(column.width));
+    }
+    header->setMinimumSectionSize(std::max(least, 1));
+    headerTable->horizontalHeader()->setMinimumSectionSize(1);
+    table->horizontalHeader()->setMinimumSectionSize(1);
 }
 
 void VantTableWidget::makeColumns()
@@ -128,6 +144,7 @@ void VantTableWidget::dressTable()
     table->setStyleSheet(
         getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
     table->setShowGrid(false);
+    table->setItemDelegate(new vantkit::internal::TableRowDelegate(table));
     // The policy keeps the bar's room, so that columns stay where they are when the bar comes and goes.
     table->verticalScrollBar()->hide();
 }
@@ -152,19 +169,19 @@ void VantTableWidget::layOut()
 
 void VantTableWidget::connectParts()
 {
-    connect(header, SIGNAL(sectionResized(int, int, int)), this, SLOT(slotSectionResized(int, int, int)));
-    connect(table->verticalScrollBar(), SIGNAL(rangeChanged(int, int)), this,
-        SLOT(slotVerticalScrollRangeChanged(int, int)));
-    connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), headerArea->horizontalScrollBar(),
-        SLOT(setValue(int)));
+    connect(header, SIGNAL(sectionResized(int,int,int)), this, SLOT(slotSectionResized(int,int,int)));
+    connect(table->verticalScrollBar(),
+        SIGNAL(rangeChanged(int,int)), this, SLOT(slotVerticalScrollRangeChanged(int,int)));
+    connect(table->horizontalScrollBar(),
+        SIGNAL(valueChanged(int)), headerArea->horizontalScrollBar(), SLOT(setValue(int)));
     connect(table, SIGNAL(sigResized(QSize)), this, SLOT(slotTableResized(QSize)));
 
     // Columns may add up to more than the header is wide. Where the area is at its end, the header scrolls
     // on.
     connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
-    connect(headerArea->horizontalScrollBar(), SIGNAL(rangeChanged(int, int)), this,
-        SLOT(slotScrolledPastHeader()));
-    headerArea->horizontalScrollBar()->installEventFilter(this);
+    connect(headerArea->horizontalScrollBar(),
+        SIGNAL(rangeChanged(int,int)), this, SLOT(slotScrolledPastHeader()));
+    headerArea->viewport()->installEventFilter(this);
 }
 
 void VantTableWidget::slotSectionResized(int index, int old_size, int new_size)
@@ -210,10 +227,10 @@ void VantTableWidget::slotScrolledPastHeader()
 
 bool VantTableWidget::eventFilter(QObject* watched, QEvent* event)
 {
-    // A sideways wheel over the header reaches the area's hidden scroll bar. The body scrolls, and the header
-    // with it.
-    if (watched == headerArea->horizontalScrollBar() && event->type() == QEvent::Wheel) {
-        QCoreApplication::sendEvent(table->horizontalScrollBar(), event);
+    // The area would scroll by itself, away from the body. So the body gets the wheel, as that of a table
+    // with a header of its own does.
+    if (watched == headerArea->viewport() && event->type() == QEvent::Wheel) {
+        QCoreApplication::sendEvent(table->viewport(), event);
         return true;
     }
     return QWidget::eventFilter(watched, event);

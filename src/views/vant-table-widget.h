@@ -11,7 +11,12 @@ class QHeaderView;
 class QScrollArea;
 class QVBoxLayout;
 
-/** The body of a VantTableWidget: a table that tells its new size before it acts on it. */
+/**
+ * The body of a VantTableWidget: a table that tells its new size before it acts on it.
+ *
+ * A scroll area gets its resize events for the room that its contents have, so the scroll bars and the frame
+ * are not part of the size.
+ */
 class VANTKIT_EXPORT ResizeSignalTableWidget : public QTableWidget
 {
     Q_OBJECT
@@ -20,7 +25,7 @@ public:
     ResizeSignalTableWidget(int rows, int columns);
 
 Q_SIGNALS:
-    /** The table has been resized to @p size, and its contents have not yet. */
+    /** The rows have got a room of @p size, and are not laid out for it yet. */
     void sigResized(QSize size);
 
 protected:
@@ -82,9 +87,9 @@ public Q_SLOTS:
     void slotVerticalScrollRangeChanged(int min, int max);
 
     /**
-     * Gives each share column its width for a body of @p size, in pixels.
+     * Gives each share column its width in @p size, in pixels, the body's room for rows.
      *
-     * The free width is that of the body less the declared widths of the other columns, dragged or not. A
+     * The free width is that of @p size less the declared widths of the other columns, dragged or not. A
      * share column gets its ratio of it, but not less than its declared width.
      */
     void slotTableResized(QSize size);
@@ -97,6 +102,7 @@ private Q_SLOTS:
 
 private:
     void makeHeader();
+    void allowNarrowSections();
     void makeColumns();
     void makeFillerSection();
     void dressTable();

@@ -14,11 +14,15 @@
 namespace {
 
 const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "fields", "fields-disabled",
-    "fields-error", "fields-focus", "footbar", "footbar-disabled", "footbar-filled", "inputs", "inputs-combo",
+    "fields-error", "fields-focus", "filter", "filter-disabled", "filter-focus", "filter-keyword",
+    "filter-menu", "footbar", "footbar-disabled", "footbar-filled", "inputs", "inputs-combo",
     "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
-    "labels-narrow", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
-    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion" };
+    "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge", "paging-last",
+    "paging-plain", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
+    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question",
+    "sheets-upgrading", "sheets-warning", "sheets-warningquestion", "table", "table-disabled",
+    "table-empty", "table-many", "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled",
+    "tree-hover", "tree-menu", "tree-rename" };
 
 struct Outcome
 {

@@ -78,14 +78,9 @@ QWidget* lineEdit()
 
 QWidget* filterBar()
 {
-    QWidget* bar = field(
-        getStyleSheet("component.lineedit", false) + getStyleSheet("component.filter_bar_padding", false),
-        180);
-    auto* search = new VantIconButton(QStringLiteral("bt_search_dropdown"));
-    search->setParent(bar);
-    search->setStyleSheet(getStyleSheet("component.filter_search_button", false));
-    search->move(px(4), px(2));
-    search->setFixedSize(px(34), px(24));
+    auto* bar = new VantFilterBar;
+    bar->setText(QStringLiteral("Quarterly report"));
+    bar->setFixedWidth(px(180));
     return bar;
 }
 

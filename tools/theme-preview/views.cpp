@@ -12,7 +12,6 @@
 #include <QMovie>
 #include <QPainter>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QTextCharFormat>
@@ -122,39 +121,13 @@ QTableWidget* weekdayRow()
 
 QPixmap tableView()
 {
-    auto* widget = new QWidget;
+    VantTableColumnsInfo columns;
+    columns.addColumn(QStringLiteral("Name"), 160, true, 1.0);
+    columns.addColumn(QStringLiteral("Size"), 90, true, 0.0);
+    columns.addColumn(QStringLiteral("Changed"), 138, false, 0.0);
+    auto* widget = new VantTableWidget(columns);
     widget->setFixedSize(px(460), px(178));
-    auto* names = new QTableWidget(0, 4, widget);
-    names->hide();
-    names->setHorizontalHeaderLabels(
-        { QStringLiteral("Name"), QStringLiteral("Size"), QStringLiteral("Changed"), {} });
-    auto* header = new QHeaderView(Qt::Horizontal);
-    header->setModel(names->model());
-    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header->setStyleSheet(getStyleSheet("component.table_header", false));
-    header->setFixedSize(20000, px(30));
-    auto* area = new QScrollArea;
-    area->setFixedHeight(px(30));
-    area->setWidget(header);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setStyleSheet(QStringLiteral("QScrollArea { border: none; }"));
-
-    auto* table = new QTableWidget(0, 3);
-    const int widths[] = { 220, 90, 138 };
-    for (int column = 0; column < 3; ++column) {
-        header->resizeSection(column, px(widths[column]));
-        table->horizontalHeader()->resizeSection(column, px(widths[column]));
-    }
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->verticalHeader()->hide();
-    table->horizontalHeader()->hide();
-    table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table->verticalHeader()->setDefaultSectionSize(px(28));
-    table->setStyleSheet(
-        getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
-    table->setShowGrid(false);
+    QTableWidget* table = widget->getTable();
     const QStringList files { QStringLiteral("Annual report.docx"), QStringLiteral("Balance 2017.xlsx"),
         QStringLiteral("Cover photo.jpg"), QStringLiteral("Invoices.zip"),
         QStringLiteral("Meeting notes.txt"), QStringLiteral("Presentation.pptx"),
@@ -164,11 +137,6 @@ QPixmap tableView()
             { files[row], QStringLiteral("%1 KB").arg(48 + 37 * row),
                 QStringLiteral("2017-03-0%1").arg(row + 1) });
     }
-    auto* layout = new QVBoxLayout(widget);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(area);
-    layout->addWidget(table);
     return pictureOf(widget, 12, ground, [table] {
         table->setFocus();
         table->setCurrentCell(1, 0);
@@ -178,7 +146,12 @@ QPixmap tableView()
 
 QPixmap treeView()
 {
-    auto* tree = new QTreeWidget;
+    auto* tree = new VantTreeWidget;
+    auto* delegate = new ItemDelegate;
+    delegate->setParent(tree);
+    tree->setItemDelegate(delegate);
+    tree->setBackgroundColor(QColor(0xE6, 0xF1, 0xFB), QColor(0xEB, 0xF0, 0xF4));
+    tree->setIndentation(px(20));
     tree->setStyleSheet(getStyleSheet("theme.tree", false) + getStyleSheet("component.scrollbar", false));
     tree->setHeaderHidden(true);
     tree->setFixedSize(px(240), px(170));
@@ -190,44 +163,19 @@ QPixmap treeView()
     new QTreeWidgetItem(pictures, { QStringLiteral("2017") });
     home->setExpanded(true);
     documents->setExpanded(true);
+    tree->setCurrentItem(documents);
     return pictureOf(tree, 12, ground);
 }
 
 QPixmap pagingBar()
 {
-    auto* border = new QWidget;
-    border->setObjectName(QStringLiteral("PAGINGBARBORDER"));
-    border->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
-    border->setFixedSize(px(560), px(29));
-    auto* row = new QHBoxLayout(border);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    row->addSpacing(px(50));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_backend")));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_back")));
-    row->addStretch(0);
-    for (int i = 0; i < 5; ++i) {
-        if (i > 0) {
-            row->addSpacing(px(4));
-        }
-        auto* page = new VantButton(QString::number(i + 4), i == 2 ? 2 : 3);
-        page->setFixedHeight(px(27));
-        page->setMinimumWidth(px(28));
-        row->addWidget(page);
-    }
-    row->addStretch(0);
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_next")));
-    row->addWidget(new VantIconButton(QStringLiteral("bt_pagebar_nextend")));
-    row->addSpacing(px(50));
-    auto* footer = new QLabel(QStringLiteral("128 items"));
-    footer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    footer->setFixedHeight(px(19));
-    footer->setStyleSheet(getStyleSheet("component.paging_bar_label", false));
-    row->addWidget(footer);
-    auto* refresh = new VantIconButton(QStringLiteral("bt_pagebar_refresh"));
-    refresh->setFixedSize(px(24), px(24));
-    row->addWidget(refresh);
-    return pictureOf(border, 12, ground);
+    VantPagingModel model(10);
+    auto* bar = new VantPagingBar(&model);
+    bar->setFixedWidth(px(560));
+    bar->setItemCount(128);
+    bar->setPage(6);
+    bar->setFooterText(QStringLiteral("128 items"));
+    return pictureOf(bar, 12, ground);
 }
 
 QPixmap pathBar()

@@ -1,0 +1,337 @@
+#include "controls.h"
+#include "file-icons.h"
+#include "page.h"
+#include "texts.h"
+
+#include <vantkit-qt/vantkit.h>
+
+#include <QActionGroup>
+#include <QDate>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace gallery {
+
+namespace {
+
+const int barWidth = 280;
+const int listHeight = 30 + 9 * 28;
+const int typesInRow = 8;
+
+struct SampleFile
+{
+    const char* name;
+    int kilobytes;
+    int day; // of March 2017
+    bool removed;
+};
+
+const SampleFile files[] = {
+    { "Annual report 2015.pdf", 1254, 1, true },
+    { "Annual report 2016.docx", 412, 8, false },
+    { "Annual report 2016.pdf", 1280, 8, false },
+    { "Budget 2017.xlsx", 96, 7, false },
+    { "Company film.mp4", 184320, 2, false },
+    { "Contacts.accdb", 2304, 6, false },
+    { "Cover.psd", 18432, 3, false },
+    { "Drivers.iso", 327680, 1, false },
+    { "Floor plan.png", 864, 5, false },
+    { "Holiday photos.zip", 73728, 4, false },
+    { "Holiday photos (old).zip", 71680, 1, true },
+    { "IMG_2041.jpg", 3172, 4, false },
+    { "IMG_2042.jpg", 2988, 4, false },
+    { "Index.html", 14, 6, false },
+    { "Interview.mp3", 10240, 2, false },
+    { "Letter to the bank.docx", 38, 7, false },
+    { "Logo.ai", 742, 3, false },
+    { "main.cpp", 21, 9, false },
+    { "Minutes of the meeting.txt", 6, 9, false },
+    { "Minutes of the meeting (draft).txt", 5, 8, true },
+    { "Presentation.pptx", 5632, 7, false },
+    { "Price list.pdf", 268, 5, false },
+    { "Setup.exe", 40960, 2, false },
+    { "Table of hours.xls", 58, 6, false },
+};
+
+// What the menu has to choose from: the kinds of files under one word.
+const struct
+{
+    const char* name;
+    const char* types;
+} kinds[] = {
+    { "filter.kind.documents", "doc pdf ppt txt xls" },
+    { "filter.kind.pictures", "ai image psd" },
+    { "filter.kind.media", "audio swf video" },
+    { "filter.kind.archives", "iso zip" },
+    { "filter.kind.other", "" },
+};
+
+const int otherKind = 4;
+const int anyKind = -1;
+
+// One extension of each kind of file that has an icon; the last one stands for all that have none.
+const char* const extensions[] = { "acc", "ai", "mp3", "bkpi", "doc", "exe", "fla", "htm", "idn", "jpg",
+    "iso", "cpp", "pdf", "ppt", "psd", "swf", "ttf", "txt", "avi", "xls", "zip", "?" };
+
+class FilterPage : public Page
+{
+public:
+    FilterPage();
+
+    void enterState(const QString& state) override;
+    QWidget* opener(const QString& state) const override;
+
+private:
+    void addList();
+    QLayout* filter();
+    QWidget* list();
+    void makeMenu();
+    QAction* addKind(QActionGroup* group, const char* name, int kind);
+    void addTypes();
+    void addBars();
+    void apply(const QString& keyword);
+    void fill();
+    bool isWanted(const SampleFile& file) const;
+    void addRow(const SampleFile& file);
+
+    VantFilterBar* m_bar = nullptr;
+    VantMenu* m_menu = nullptr;
+    QAction* m_removed = nullptr;
+    int m_kind = anyKind;
+    QString m_keyword;
+    QLabel* m_found = nullptr;
+    VantTableWidget* m_list = nullptr;
+};
+
+QString extensionOf(const SampleFile& file)
+{
+    return QFileInfo(QString::fromLatin1(file.name)).suffix();
+}
+
+QString typeOf(const QString& extension)
+{
+    return FileTypeMap::getInstance().getFiletypeMapping(extension, false).section(QLatin1Char('.'), 0, 0);
+}
+
+// The last of the kinds is what is left.
+int kindOf(const SampleFile& file)
+{
+    const QString type = typeOf(extensionOf(file));
+    int kind = 0;
+    while (
+        kind < otherKind && !QString::fromLatin1(kinds[kind].types).split(QLatin1Char(' ')).contains(type)) {
+        ++kind;
+    }
+    return kind;
+}
+
+QString dayOf(const SampleFile& file)
+{
+    const QString day = QDate(2017, 3, file.day).toString(Qt::ISODate);
+    return file.removed ? text("filter.list.removed_on").arg(day) : day;
+}
+
+QLabel* iconLabel(const QString& extension, bool removed)
+{
+    auto* label = new QLabel;
+    label->setPixmap(fileIcon(extension, removed));
+    label->setToolTip(FileTypeMap::getInstance().getFiletypeMapping(extension, removed));
+    return label;
+}
+
+VantFilterBar* filterBar(const QString& keyword)
+{
+    auto* bar = new VantFilterBar;
+    bar->setAccessibleName(text("filter.part"));
+    bar->setText(keyword);
+    bar->setFixedWidth(px(barWidth));
+    return bar;
+}
+
+FilterPage::FilterPage()
+{
+    addList();
+    addBars();
+    addTypes();
+}
+
+void FilterPage::addList()
+{
+    QVBoxLayout* section = addSection(QStringLiteral("filter.list"));
+    section->addLayout(filter());
+    section->addWidget(list());
+    fill();
+}
+
+QLayout* FilterPage::filter()
+{
+    makeMenu();
+    m_bar = live(filterBar({}));
+    m_bar->setMenu(m_menu);
+    connect(m_bar, &VantFilterBar::sigKeywordChanged, this, &FilterPage::apply);
+    m_found = styledLabel({}, "gallery.caption");
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(16));
+    row->addLayout(labelled(text("filter.part"), m_bar));
+    row->addWidget(m_found);
+    row->addStretch(1);
+    return row;
+}
+
+void FilterPage::makeMenu()
+{
+    m_menu = new VantMenu(this);
+    m_menu->setStyleSheet(getStyleSheet("component.menu"));
+    auto* group = new QActionGroup(m_menu);
+    addKind(group, "filter.kind.all", anyKind)->setChecked(true);
+    for (int kind = 0; kind <= otherKind; ++kind) {
+        addKind(group, kinds[kind].name, kind);
+    }
+    m_menu->addSeparator();
+    m_removed = m_menu->addAction(text("filter.removed"));
+    m_removed->setCheckable(true);
+    m_removed->setChecked(true);
+
+    connect(m_menu, &QMenu::triggered, this, [this, group](QAction* action) {
+        m_kind = group->checkedAction()->data().toInt();
+        fill();
+        Q_EMIT happened(text("event.chosen").arg(action->text()));
+    });
+}
+
+QAction* FilterPage::addKind(QActionGroup* group, const char* name, int kind)
+{
+    QAction* action = group->addAction(text(name));
+    action->setData(kind);
+    action->setCheckable(true);
+    m_menu->addAction(action);
+    return action;
+}
+
+QWidget* FilterPage::list()
+{
+    VantTableColumnsInfo columns;
+    columns.addColumn(text("filter.list.name"), 200, true, 0.97);
+    columns.addColumn(text("filter.list.kind"), 168, true, 0);
+    columns.addColumn(text("filter.list.size"), 104, true, 0);
+    columns.addColumn(text("filter.list.day"), 176, true, 0);
+    m_list = live(new VantTableWidget(columns));
+    m_list->setFixedHeight(px(listHeight));
+    QTableWidget* table = m_list->getTable();
+    table->setAccessibleName(text("filter.list.title"));
+    table->setTabKeyNavigation(false);
+    table->setIconSize(QSize(px(20), px(20)));
+
+    QFrame* well = styledFrame("well", "gallery.well");
+    auto* layout = new QVBoxLayout(well);
+    layout->setContentsMargins(px(1), px(1), px(1), px(1));
+    layout->addWidget(m_list);
+    return well;
+}
+
+void FilterPage::addBars()
+{
+    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("filter.bars")));
+    for (const QString& keyword : { QString(), QStringLiteral("report 2016") }) {
+        VantFilterBar* bar = live(filterBar(keyword));
+        connect(bar, &VantFilterBar::sigKeywordChanged, this,
+            [this](const QString& word) { Q_EMIT happened(text("filter.keyword").arg(word)); });
+        addPair(grid, bar, filterBar(keyword));
+    }
+}
+
+void FilterPage::addTypes()
+{
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(px(16));
+    grid->setVerticalSpacing(px(12));
+    addSection(QStringLiteral("filter.types"))->addLayout(grid);
+    int count = 0;
+    for (const char* name : extensions) {
+        const QString extension = QString::fromLatin1(name);
+        auto* cell = new QHBoxLayout;
+        cell->setSpacing(px(4));
+        cell->addWidget(iconLabel(extension, false));
+        cell->addWidget(iconLabel(extension, true));
+        cell->addWidget(styledLabel(typeOf(extension), "gallery.caption"));
+        cell->addStretch(1);
+        grid->addLayout(cell, count / typesInRow, count % typesInRow);
+        grid->setColumnStretch(count % typesInRow, 1);
+        ++count;
+    }
+}
+
+void FilterPage::apply(const QString& keyword)
+{
+    m_keyword = keyword.trimmed();
+    fill();
+    Q_EMIT happened(text("filter.keyword").arg(keyword));
+}
+
+bool FilterPage::isWanted(const SampleFile& file) const
+{
+    return (m_kind == anyKind || kindOf(file) == m_kind) && (m_removed->isChecked() || !file.removed)
+        && QString::fromLatin1(file.name).contains(m_keyword, Qt::CaseInsensitive);
+}
+
+void FilterPage::fill()
+{
+    m_list->getTable()->setRowCount(0);
+    int all = 0;
+    for (const SampleFile& file : files) {
+        ++all;
+        if (isWanted(file)) {
+            addRow(file);
+        }
+    }
+    const int found = m_list->getTable()->rowCount();
+    m_found->setText(text("filter.found").arg(locale().toString(found), locale().toString(all)));
+}
+
+void FilterPage::addRow(const SampleFile& file)
+{
+    QTableWidget* table = m_list->getTable();
+    const int row = table->rowCount();
+    table->insertRow(row);
+    const QString size = text("filter.list.kilobytes").arg(locale().toString(file.kilobytes));
+    int column = 0;
+    for (const QString& cell :
+        { QString::fromLatin1(file.name), text(kinds[kindOf(file)].name), size, dayOf(file) }) {
+        table->setItem(row, column++, new QTableWidgetItem(cell)); // the table owns it
+    }
+    table->item(row, 0)->setIcon(fileIcon(extensionOf(file), file.removed));
+}
+
+void FilterPage::enterState(const QString& state)
+{
+    if (state == QLatin1String("focus")) {
+        m_bar->setFocus(Qt::TabFocusReason);
+    } else if (state == QLatin1String("keyword")) {
+        m_bar->setText(QStringLiteral("report"));
+        apply(m_bar->text());
+    } else if (state == QLatin1String("menu")) {
+        auto* button = m_bar->findChild<QToolButton*>();
+        m_bar->setFocus(Qt::MouseFocusReason);
+        button->setDown(true);
+        m_menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+        m_menu->setActiveAction(m_menu->actions().at(1));
+    }
+}
+
+QWidget* FilterPage::opener(const QString& state) const
+{
+    return state == QLatin1String("menu") ? m_bar : nullptr;
+}
+
+} // namespace
+
+Page* createFilterPage()
+{
+    return new FilterPage;
+}
+
+} // namespace gallery
