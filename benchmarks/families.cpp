@@ -11,6 +11,7 @@ Suite wholeSuite()
     addSheetRows(suite);
     addPagingRows(suite);
     addTableRows(suite);
+    addPathRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
     addTreeRows(suite);

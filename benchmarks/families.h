@@ -10,6 +10,7 @@ void addWidgetRows(Suite& suite);
 void addSheetRows(Suite& suite);
 void addPagingRows(Suite& suite);
 void addTableRows(Suite& suite);
+void addPathRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
 void addTreeRows(Suite& suite);

@@ -12,7 +12,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QToolButton>
 
 namespace gallery {
 
@@ -102,6 +104,13 @@ void addPair(QGridLayout* grid, QWidget* live, QWidget* disabled)
     const int row = grid->rowCount();
     grid->addWidget(live, row, 0, Qt::AlignLeft);
     grid->addWidget(disabled, row, 1, Qt::AlignLeft);
+}
+
+void openMenu(QToolButton* button)
+{
+    QMenu* menu = button->menu();
+    menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+    menu->setActiveAction(menu->actions().constFirst());
 }
 
 void freeze(QAbstractButton* button, Look look)

@@ -9,6 +9,7 @@ class QFrame;
 class QGridLayout;
 class QLabel;
 class QLayout;
+class QToolButton;
 class QVBoxLayout;
 class QWidget;
 class VantButton;
@@ -45,6 +46,9 @@ QGridLayout* addLiveAndDisabled(QVBoxLayout* section);
 
 /** Adds a row with two widgets of a kind, and disables the second. */
 void addPair(QGridLayout* grid, QWidget* live, QWidget* disabled);
+
+/** Opens the menu of @p button below it, with the first entry active, and does not wait for it. */
+void openMenu(QToolButton* button);
 
 enum class Look { Rest, Hover, Pressed, Disabled };
 

@@ -7,12 +7,17 @@ Page* createInputsPage();
 Page* createFieldsPage();
 Page* createLabelsPage();
 Page* createFootbarPage();
-Page* createTreePage();
+Page* createPathPage();
 Page* createSheetsPage();
 Page* createFilesPage();
 Page* createPagingPage();
 Page* createFilterPage();
 Page* createTablePage();
+Page* createPagingPage();
+Page* createTreePage();
+Page* createCalendarPage();
+Page* createDatesPage();
+Page* createFilterPage();
 
 const QList<PageInfo>& pages()
 {
@@ -22,7 +27,7 @@ const QList<PageInfo>& pages()
         { "fields", createFieldsPage, { "disabled", "focus", "error" } },
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },
         { "footbar", createFootbarPage, { "disabled", "filled" } },
-        { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
+        { "path", createPathPage, { "disabled", "hover", "focus", "hidden" } },
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
@@ -31,6 +36,11 @@ const QList<PageInfo>& pages()
         { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
         { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
+        { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
+        { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
+        { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
+        { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
+        { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
     };
     return table;
 }

@@ -36,11 +36,30 @@ void makeRoomBelow(QWidget* opener)
     QApplication::processEvents();
 }
 
+// The open popups, the one on top last.
+QWidgetList openPopups()
+{
+    QWidgetList popups = QApplication::topLevelWidgets();
+    popups.erase(std::remove_if(popups.begin(), popups.end(),
+                     [](const QWidget* widget) {
+                         return !widget->isVisible() || widget->windowType() != Qt::Popup
+                             || widget == QApplication::activePopupWidget();
+                     }),
+        popups.end());
+    if (QWidget* top = QApplication::activePopupWidget()) {
+        popups << top;
+    }
+    return popups;
+}
+
 QPixmap pictureOf(QWidget* window)
 {
     QPixmap picture = window->grab();
-    if (QWidget* popup = QApplication::activePopupWidget()) {
+    const QWidgetList popups = openPopups();
+    for (QWidget* popup : popups) {
         QPainter(&picture).drawPixmap(window->mapFromGlobal(popup->pos()), popup->grab());
+    }
+    while (QWidget* popup = QApplication::activePopupWidget()) {
         popup->close();
     }
     return picture;

@@ -1,5 +1,7 @@
 #include "theme.h"
 
+#include "controls.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -68,6 +70,9 @@ void useLightGround()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
+    QFont font = QApplication::font();
+    font.setPixelSize(px(13));
+    QApplication::setFont(font);
 }
 
 } // namespace gallery

@@ -15,6 +15,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QSpinBox>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTextCharFormat>
@@ -52,30 +54,83 @@ void showIcon(QToolButton* button, const QPixmap& pixmap)
     button->setIconSize(QSize(qRound(pixmap.width() / dpr), qRound(pixmap.height() / dpr)));
 }
 
+// The popup of a combo box closes on Return and Escape as soon as it is asked whether they are shortcuts.
+// That question must not come to the view when a widget inside has a use for the key.
+bool keepsKey(QEvent* event, bool escapeToo)
+{
+    if (event->type() != QEvent::ShortcutOverride) {
+        return false;
+    }
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool keeps = key == Qt::Key_Return || key == Qt::Key_Enter || (escapeToo && key == Qt::Key_Escape);
+    if (keeps) {
+        event->accept();
+    }
+    return keeps;
+}
+
 // What has been changed in Qt's calendar from outside is lost in some of its own events: with its locale it
 // writes the month names and the first day of the week, with its style and direction the icons of the arrows.
 class Calendar : public QCalendarWidget
 {
 public:
-    using QCalendarWidget::QCalendarWidget;
+    // The calendar is no stop of the Tab key beside its grid. As the grid's proxy it would be one, and would
+    // take the focus policy of the grid away while the year is edited.
+    explicit Calendar(QWidget* parent)
+        : QCalendarWidget(parent)
+        , grid(findChild<QTableView*>(dayGridName))
+        , yearEditor(findChild<QSpinBox*>(yearEditorName))
+    {
+        setFocusProxy(nullptr);
+        setFocusPolicy(Qt::NoFocus);
+    }
 
     std::function<void()> restore;
+
+    // Black, but for a disabled calendar, in which it has the colour of all days.
+    void colorWeekend()
+    {
+        QTextCharFormat format = weekdayTextFormat(Qt::Saturday);
+        format.clearForeground();
+        if (isEnabled()) {
+            format.setForeground(QBrush(Qt::black, Qt::SolidPattern));
+        }
+        setWeekdayTextFormat(Qt::Saturday, format);
+        setWeekdayTextFormat(Qt::Sunday, format);
+    }
 
 protected:
     bool event(QEvent* event) override
     {
+        if (keepsKey(event, yearEditor->isVisible())) {
+            return true;
+        }
         const bool handled = QCalendarWidget::event(event);
         const QEvent::Type type = event->type();
         if (restore
             && (type == QEvent::LocaleChange || type == QEvent::StyleChange
                 || type == QEvent::LayoutDirectionChange)) {
             restore();
+        } else if (type == QEvent::EnabledChange) {
+            colorWeekend();
         }
         return handled;
     }
 
+    // A style sheet leaves Qt no colour to tell the days that cannot be chosen from the others.
+    void paintCell(QPainter* painter, const QRect& rect, const QDate& date) const override
+    {
+        const bool choosable = isEnabled() && date >= minimumDate() && date <= maximumDate();
+        painter->setOpacity(choosable ? 1.0 : 0.5);
+        QCalendarWidget::paintCell(painter, rect, date);
+        painter->setOpacity(1.0);
+    }
+
+    // Qt gives the calendar the focus where it means the grid.
+    void focusInEvent(QFocusEvent* event) override { grid->setFocus(event->reason()); }
+
     // The year editor and the buttons let Return through when they are done with it. It ends here: further up
-    // it would close the popup of a combo box, or press the default button of a dialog.
+    // it would press the default button of a dialog.
     void keyPressEvent(QKeyEvent* event) override
     {
         QCalendarWidget::keyPressEvent(event);
@@ -83,15 +138,56 @@ protected:
             event->accept();
         }
     }
+
+    // So does a click on a day outside the limits, which would close a popup.
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        QCalendarWidget::mousePressEvent(event);
+        event->accept();
+    }
+
+private:
+    QTableView* grid;
+    QSpinBox* yearEditor;
 };
 
-void showWeekendInBlack(QCalendarWidget* calendar)
+// Qt paints the arrows as if they never had the focus. With it, they can be styled like the other buttons.
+class ArrowPainter : public QObject
 {
-    QTextCharFormat format = calendar->weekdayTextFormat(Qt::Saturday);
-    format.setForeground(QBrush(Qt::black, Qt::SolidPattern));
-    calendar->setWeekdayTextFormat(Qt::Saturday, format);
-    calendar->setWeekdayTextFormat(Qt::Sunday, format);
-}
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Paint) {
+            return false;
+        }
+
+        struct Opened : QToolButton
+        {
+            using QToolButton::initStyleOption;
+        };
+
+        auto* button = static_cast<QToolButton*>(watched);
+        QStyleOptionToolButton option;
+        (button->*&Opened::initStyleOption)(&option);
+        QStylePainter(button).drawComplexControl(QStyle::CC_ToolButton, option);
+        return true;
+    }
+};
+
+class TodayButton : public VantButton
+{
+public:
+    TodayButton()
+        : VantButton(componentString("today"), 1)
+    {
+        setAutoDefault(true); // Return presses it
+    }
+
+protected:
+    bool event(QEvent* event) override { return keepsKey(event, false) || VantButton::event(event); }
+};
 
 void fillWithWeekdays(QTableWidget* row)
 {
@@ -114,9 +210,11 @@ VantCalanderView::VantCalanderView(QWidget* parent)
 {
     auto* layout = new QVBoxLayout(this);
 
-    auto* todayButton = new VantButton(componentString("today"), 1);
+    auto* todayButton = new TodayButton; // the layout gives it its parent
     todayButton->setFixedHeight(designPixels(24));
     todayButton->setObjectName(todayButtonName);
+    todayButton->setAutoDefault(
+        true); // Return chooses today; in a popup it would close it and choose nothing
 
     auto* ownCalendar = new Calendar(this);
     calendar = ownCalendar;
@@ -128,7 +226,7 @@ VantCalanderView::VantCalanderView(QWidget* parent)
     setSelectionMode(NoSelection);
     calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    showWeekendInBlack(calendar);
+    ownCalendar->colorWeekend();
     setAccessibleName(componentString("accessible_calendar"));
 
     handleNavigationBar();
@@ -165,7 +263,7 @@ void VantCalanderView::setMaximumDate(const QDate& date)
 void VantCalanderView::selectToday()
 {
     calendar->setSelectedDate(QDate::currentDate());
-    emit sigDateSelect(QDate::currentDate());
+    Q_EMIT sigDateSelect(QDate::currentDate());
 }
 
 void VantCalanderView::handleNavigationBar()
@@ -179,6 +277,9 @@ void VantCalanderView::handleNavigationBar()
     previous->setAccessibleName(componentString("accessible_calendar_prev_month"));
     next->setAccessibleName(componentString("accessible_calendar_next_month"));
     showMonthIcons();
+    auto* arrowPainter = new ArrowPainter(previous);
+    previous->installEventFilter(arrowPainter);
+    next->installEventFilter(arrowPainter);
     findChild<QSpinBox*>(yearEditorName)->setAttribute(Qt::WA_MacShowFocusRect, false);
 
     auto* bar = findChild<QWidget*>(navigationBarName);
@@ -305,6 +406,14 @@ void VantCalanderView::restoreAfterCalendar()
     showMonthIcons();
     showShortMonthNames();
     showNameOfPage();
+}
+
+// A press on the frame would go on to a popup, and close it.
+bool VantCalanderView::event(QEvent* event)
+{
+    const bool handled = QAbstractItemView::event(event);
+    return handled || event->type() == QEvent::MouseButtonPress
+        || event->type() == QEvent::MouseButtonDblClick;
 }
 
 QRect VantCalanderView::visualRect(const QModelIndex&) const

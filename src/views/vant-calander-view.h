@@ -55,12 +55,12 @@ public:
     /** Moves the focus along the calendar's own order on Tab and Backtab. */
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-public slots:
+public Q_SLOTS:
     /** Selects the day of today, and emits sigDateSelect() even if it was selected or is outside the limits.
      */
     void selectToday();
 
-signals:
+Q_SIGNALS:
     /**
      * A day was chosen with the mouse, the keyboard or the "today" button. A double click chooses its day
      * more than once.
@@ -68,6 +68,7 @@ signals:
     void sigDateSelect(const QDate& date);
 
 protected:
+    bool event(QEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     int horizontalOffset() const override;
     int verticalOffset() const override;
@@ -75,7 +76,7 @@ protected:
     void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags flags) override;
     QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
-private slots:
+private Q_SLOTS:
     void pageChanged(int, int month);
     void slotMonthTriggered(QAction* action);
     void showNameOfPage();

@@ -29,7 +29,7 @@ public:
     /** The calendar in the popup, for its limits and its signal. The selector owns it. */
     VantCalanderView* getCalendarView();
 
-public slots:
+public Q_SLOTS:
     /**
      * Chooses @p date, turns the calendar to its month and closes the popup. Limits of the calendar are not
      * looked at. An invalid date means no date; it leaves the calendar and an open popup alone.

@@ -166,7 +166,8 @@ void VantButtonPath::refresh(QString path)
         }
         QPushButton* button = createNameButton(names.at(i), 2 * i);
         appendColumn(button);
-        setColumnWidth(columnCount() - 1, button->width());
+        // Qt takes no wider one, and would leave the column as it is.
+        setColumnWidth(columnCount() - 1, qMin(button->width(), horizontalHeader()->maximumSectionSize()));
     }
     updateColumnSize();
     focusColumn(focused);
@@ -319,7 +320,7 @@ void VantButtonPath::slotUpdatePath(QString path)
 void VantButtonPath::slotPathBarClicked(int btn_id)
 {
     const Click click(this, clickedObject(btn_id));
-    emit sigUpdatePath(getPath(btn_id));
+    Q_EMIT sigUpdatePath(getPath(btn_id));
 }
 
 /** The button or the menu action that column @p btn_id was clicked by; null if the slot was called directly.

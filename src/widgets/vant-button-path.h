@@ -64,14 +64,14 @@ public:
      * refresh(). */
     void updateColumnSize();
 
-public slots:
+public Q_SLOTS:
     /** The same as refresh(). */
     void slotUpdatePath(QString path);
 
     /** Emits sigUpdatePath() with the path of column @p btn_id. */
     void slotPathBarClicked(int btn_id);
 
-signals:
+Q_SIGNALS:
     /**
      * A folder was clicked or chosen from the menu. @p path is as getPath() gives it. A slot may call
      * refresh(), run an event loop or delete the bar.

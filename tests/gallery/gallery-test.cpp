@@ -13,16 +13,19 @@
 
 namespace {
 
-const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "fields", "fields-disabled",
-    "fields-error", "fields-focus", "filter", "filter-disabled", "filter-focus", "filter-keyword",
-    "filter-menu", "footbar", "footbar-disabled", "footbar-filled", "inputs", "inputs-combo",
-    "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
-    "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge", "paging-last",
-    "paging-plain", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
-    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question",
-    "sheets-upgrading", "sheets-warning", "sheets-warningquestion", "table", "table-disabled",
-    "table-empty", "table-many", "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled",
-    "tree-hover", "tree-menu", "tree-rename" };
+const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "calendar", "calendar-bar",
+    "calendar-disabled", "calendar-focus", "calendar-frame", "calendar-month", "calendar-year", "dates",
+    "dates-day", "dates-disabled", "dates-focus", "dates-month", "dates-popup", "dates-year", "fields",
+    "fields-disabled", "fields-error", "fields-focus", "filter", "filter-disabled", "filter-focus",
+    "filter-keyword", "filter-menu", "footbar", "footbar-disabled", "footbar-filled", "inputs",
+    "inputs-combo", "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled",
+    "labels-focus", "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge",
+    "paging-last", "paging-plain", "path", "path-disabled", "path-focus", "path-hidden", "path-hover",
+    "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information", "sheets-input",
+    "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
+    "sheets-warning", "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many",
+    "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled", "tree-hover", "tree-menu",
+    "tree-rename" };
 
 struct Outcome
 {
@@ -169,7 +172,8 @@ void GalleryTest::answersWithoutDisplay_data()
 
     QTest::newRow("help") << "--help"
                           << QStringList { "--page", "--lang", "--theme", "--screenshots", "--startup-times",
-                                 "buttons", "inputs", "fields", "labels", "footbar", "sheets", "enu", "chs" };
+                                 "buttons", "inputs", "fields", "labels", "footbar", "path", "sheets", "enu",
+                                 "chs" };
     QTest::newRow("version") << "--version" << QStringList { "gallery " };
 }
 

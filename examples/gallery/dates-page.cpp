@@ -1,0 +1,162 @@
+#include "controls.h"
+#include "page.h"
+#include "texts.h"
+
+#include <vantkit-qt/vantkit.h>
+
+#include <QCalendarWidget>
+#include <QDate>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace gallery {
+
+namespace {
+
+const int labelWidth = 96;
+const int selectorWidth = 200;
+const QDate shownDay(2017, 3, 9);
+const QDate firstDay(2017, 3, 6);
+const QDate lastDay(2017, 3, 24);
+
+class DatesPage : public Page
+{
+public:
+    DatesPage();
+
+    void enterState(const QString& state) override;
+    QWidget* opener(const QString& state) const override;
+
+private:
+    void addSelectors();
+    void addSpan();
+    VantDateSelector* selector(const QString& name);
+
+    template <class Part>
+    Part* part(const char* name) const
+    {
+        return m_chosen->getCalendarView()->findChild<Part*>(QLatin1String(name));
+    }
+
+    VantDateSelector* m_chosen = nullptr;
+};
+
+void choose(VantDateSelector* selector, const QDate& date)
+{
+    selector->getCalendarView()->findChild<QCalendarWidget*>()->setSelectedDate(date);
+    selector->dateSelect(date);
+}
+
+QGridLayout* addGrid(QVBoxLayout* section)
+{
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(px(16));
+    grid->setVerticalSpacing(px(12));
+    grid->setColumnMinimumWidth(0, px(labelWidth));
+    grid->setColumnStretch(2, 1);
+    section->addLayout(grid);
+    return grid;
+}
+
+void addRow(QGridLayout* grid, VantDateSelector* selector, QWidget* beside = nullptr)
+{
+    QLabel* label = styledLabel(selector->accessibleName(), "gallery.text");
+    label->setBuddy(selector);
+    const int row = grid->rowCount();
+    grid->addWidget(label, row, 0, Qt::AlignVCenter);
+    grid->addWidget(selector, row, 1);
+    if (beside) {
+        grid->addWidget(beside, row, 2, Qt::AlignLeft | Qt::AlignVCenter);
+    }
+}
+
+DatesPage::DatesPage()
+{
+    addSelectors();
+    addSpan();
+}
+
+void DatesPage::addSelectors()
+{
+    QGridLayout* grid = addGrid(addSection(QStringLiteral("dates.selector")));
+    addRow(grid, live(selector(text("dates.empty"))));
+
+    m_chosen = live(selector(text("dates.chosen")));
+    choose(m_chosen, shownDay);
+    VantButton* clear = live(button(text("dates.clear"), 1));
+    connect(clear, &QPushButton::clicked, m_chosen, [this] { m_chosen->clearDate(); });
+    addRow(grid, m_chosen, clear);
+
+    VantDateSelector* limited = live(selector(text("dates.limited")));
+    limited->getCalendarView()->setMinimumDate(firstDay);
+    limited->getCalendarView()->setMaximumDate(lastDay);
+    addRow(grid, limited,
+        styledLabel(
+            text("calendar.limits.text").arg(firstDay.toString(Qt::ISODate), lastDay.toString(Qt::ISODate)),
+            "gallery.caption"));
+
+    VantDateSelector* disabled = selector(text("state.disabled"));
+    choose(disabled, shownDay);
+    disabled->setEnabled(false);
+    addRow(grid, disabled);
+}
+
+// Two selectors that keep each other in order by their limits.
+void DatesPage::addSpan()
+{
+    VantDateSelector* from = live(selector(text("dates.from")));
+    VantDateSelector* to = live(selector(text("dates.to")));
+    connect(from->getCalendarView(), &VantCalanderView::sigDateSelect, to,
+        [to](const QDate& date) { to->getCalendarView()->setMinimumDate(date); });
+    connect(to->getCalendarView(), &VantCalanderView::sigDateSelect, from,
+        [from](const QDate& date) { from->getCalendarView()->setMaximumDate(date); });
+
+    QGridLayout* grid = addGrid(addSection(QStringLiteral("dates.span")));
+    addRow(grid, from);
+    addRow(grid, to);
+}
+
+VantDateSelector* DatesPage::selector(const QString& name)
+{
+    auto* made = new VantDateSelector(text("dates.none"));
+    made->setAccessibleName(name);
+    made->setFixedWidth(px(selectorWidth));
+    connect(made->getCalendarView(), &VantCalanderView::sigDateSelect, this,
+        [this, made] { Q_EMIT happened(text("event.chosen").arg(made->currentText())); });
+    return made;
+}
+
+void DatesPage::enterState(const QString& state)
+{
+    m_chosen->setFocus(Qt::TabFocusReason);
+    if (!opener(state)) {
+        return;
+    }
+    m_chosen->showPopup();
+    if (state == QLatin1String("day")) {
+        part<QWidget>("qt_calendar_calendarview")->setFocus(Qt::TabFocusReason);
+    } else if (state == QLatin1String("month")) {
+        openMenu(part<QToolButton>("qt_calendar_monthbutton"));
+    } else if (state == QLatin1String("year")) {
+        part<QToolButton>("qt_calendar_yearbutton")->click();
+    }
+}
+
+QWidget* DatesPage::opener(const QString& state) const
+{
+    const QStringList openStates { QStringLiteral("popup"), QStringLiteral("day"), QStringLiteral("month"),
+        QStringLiteral("year") };
+    return openStates.contains(state) ? m_chosen : nullptr;
+}
+
+} // namespace
+
+Page* createDatesPage()
+{
+    return new DatesPage;
+}
+
+} // namespace gallery
