@@ -1,5 +1,6 @@
 #include "file-list.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace gallery {
@@ -10,7 +11,7 @@ bool FileFilter::accepts(const FileEntry& entry) const
         && (!kind || *kind == entry.kind) && (day.isNull() || entry.changed.date() == day);
 }
 
-void FileList::setListing(const std::shared_ptr<const FolderListing>& listing)
+void FileList::setListing(const ListingPtr& listing)
 {
     m_listing = listing;
     update();
@@ -20,6 +21,13 @@ void FileList::setFilter(const FileFilter& filter)
 {
     m_filter = filter;
     update();
+}
+
+int FileList::indexOf(const QString& name) const
+{
+    const auto found = std::find_if(
+        m_seen.begin(), m_seen.end(), [&name](const FileEntry* entry) { return entry->name == name; });
+    return found == m_seen.end() ? -1 : static_cast<int>(found - m_seen.begin());
 }
 
 qint64 FileList::totalSize() const

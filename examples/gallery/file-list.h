@@ -21,7 +21,7 @@ struct FileFilter
 class FileList
 {
 public:
-    void setListing(const std::shared_ptr<const FolderListing>& listing);
+    void setListing(const ListingPtr& listing);
     void setFilter(const FileFilter& filter);
 
     const FileFilter& filter() const { return m_filter; }
@@ -30,12 +30,15 @@ public:
 
     const FileEntry& at(int index) const { return *m_seen.at(static_cast<size_t>(index)); }
 
+    /** Where @p name is; -1 if it is not to be seen. */
+    int indexOf(const QString& name) const;
+
     qint64 totalSize() const;
 
 private:
     void update();
 
-    std::shared_ptr<const FolderListing> m_listing;
+    ListingPtr m_listing;
     FileFilter m_filter;
     std::vector<const FileEntry*> m_seen;
 };

@@ -23,6 +23,26 @@ bool isThere(const QString& path)
     return info.exists() || info.isSymLink();
 }
 
+// Left to itself, QFile would copy what cannot be renamed over whatever has got the name meanwhile.
+class FileToRename : public QFile
+{
+public:
+    using QFile::QFile;
+
+    bool isSequential() const override { return true; }
+};
+
+// Why no file may have the name @p path, in the words of the system.
+QString refusalOf(const QString& path, const QString& otherwise)
+{
+    QFile probe(path);
+    if (probe.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        probe.remove();
+        return otherwise;
+    }
+    return probe.errorString();
+}
+
 } // namespace
 
 QString renameFile(const QString& path, const QString& newName)
@@ -39,9 +59,11 @@ QString renameFile(const QString& path, const QString& newName)
     if (isThere(newPath) && !(differsInCaseOnly && QFileInfo(newPath) == info)) {
         return text("files.problem.taken").arg(newName);
     }
-    // The system refuses as well if the name was taken in between.
-    QFile file(path);
-    return file.rename(newPath) ? QString() : file.errorString();
+    FileToRename file(path);
+    if (file.rename(newPath)) {
+        return {};
+    }
+    return text("files.problem.refused").arg(info.fileName(), refusalOf(newPath, file.errorString()));
 }
 
 } // namespace gallery

@@ -14,6 +14,7 @@
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
 #include <functional>
 
 namespace gallery {
@@ -74,6 +75,39 @@ Item* newRest(size_t count)
     return item;
 }
 
+QString childPath(const FolderListing& listing, const FileEntry& entry)
+{
+    return QDir(listing.folder).filePath(entry.name);
+}
+
+size_t shownChildren(const FolderListing& listing)
+{
+    return std::min(listing.entries.size(), mostChildren);
+}
+
+// Whether nothing would change, so that an editor that is open may stay so.
+bool shows(const QTreeWidgetItem* folder, const FolderListing& listing)
+{
+    const size_t shown = shownChildren(listing);
+    if (shown < listing.entries.size() || static_cast<int>(shown) != folder->childCount()) {
+        return false;
+    }
+    for (size_t i = 0; i < shown; ++i) {
+        const QTreeWidgetItem* child = folder->child(static_cast<int>(i));
+        const FileEntry& entry = listing.entries[i];
+        if (pathOf(child) != childPath(listing, entry) || isFolder(child) != (entry.kind == Kind::Folder)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+QString moved(const QString& folder, const QString& path, const QString& newPath)
+{
+    const bool isWithin = folder == path || folder.startsWith(path + QLatin1Char('/'));
+    return isWithin ? QString(newPath + folder.mid(path.size())) : folder;
+}
+
 void forEachItem(QTreeWidgetItem* item, const std::function<void(Item*)>& act)
 {
     act(static_cast<Item*>(item));
@@ -120,12 +154,7 @@ FileTree::FileTree()
     connect(m_reader, &FolderReader::done, this, &FileTree::take);
     connect(this, &QTreeWidget::itemExpanded, this, &FileTree::open);
     connect(this, &QTreeWidget::itemChanged, this, &FileTree::takeChange);
-    connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item && isFolder(item)) {
-            updateScrollArea(item);
-            Q_EMIT folderChosen(pathOf(item));
-        }
-    });
+    connect(this, &QTreeWidget::currentItemChanged, this, &FileTree::announce);
     addPlaces();
 }
 
@@ -142,13 +171,25 @@ void FileTree::addPlaces()
     topLevelItem(0)->setExpanded(true);
 }
 
+// The tree names its current item anew whenever it gets the focus.
+void FileTree::announce(QTreeWidgetItem* current)
+{
+    if (current && isFolder(current) && pathOf(current) != m_announced) {
+        m_toShow.clear();
+        m_announced = pathOf(current);
+        updateScrollArea(current);
+        Q_EMIT folderChosen(m_announced);
+    }
+}
+
 void FileTree::open(QTreeWidgetItem* item)
 {
     auto* folder = static_cast<Item*>(item);
     if (!folder->isLoaded) {
         folder->isLoaded = true;
-        m_toRead.removeAll(pathOf(folder));
-        m_toRead.append(pathOf(folder));
+        if (!m_toRead.contains(pathOf(folder))) {
+            m_toRead.append(pathOf(folder));
+        }
         readNext();
     }
 }
@@ -161,16 +202,29 @@ bool FileTree::isReading() const
 void FileTree::readNext()
 {
     if (!m_reader->isReading() && !m_toRead.isEmpty()) {
-        m_reader->read(m_toRead.first());
+        m_beingRead = m_toRead.takeFirst();
+        m_reader->read(m_beingRead);
     }
 }
 
-void FileTree::take(const std::shared_ptr<const FolderListing>& listing)
+bool FileTree::isToBeRead(const QString& folder) const
 {
-    m_toRead.removeFirst();
-    if (Item* folder = itemOf(listing->folder)) {
-        const QSignalBlocker silent(this);
-        fill(folder, *listing);
+    return m_beingRead == folder || m_toRead.contains(folder);
+}
+
+void FileTree::take(const ListingPtr& listing)
+{
+    m_beingRead.clear();
+    const QList<Item*> items = itemsOf(listing->folder);
+    for (Item* item : items) {
+        // The same folder may be in several places, and need not be open in all of them.
+        if (item->isLoaded && !shows(item, *listing)) {
+            fill(item, *listing);
+        }
+        item->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
+    }
+    if (!listing->isThere) {
+        refresh(QFileInfo(listing->folder).path());
     }
     readNext();
     showCurrentFolder();
@@ -179,43 +233,53 @@ void FileTree::take(const std::shared_ptr<const FolderListing>& listing)
 // Items of what is still there stay, with their ticks and with what is open below them.
 void FileTree::fill(QTreeWidgetItem* folder, const FolderListing& listing)
 {
-    const QString current = currentItem() ? pathOf(currentItem()) : QString();
-    QList<QTreeWidgetItem*> open;
-    forEachItem(folder, [&open](Item* item) {
-        if (item->isExpanded()) {
-            open << item;
+    QTreeWidgetItem* current = currentItem();
+    const bool hadFolder = current && isFolder(current);
+    const bool hadNone = !current;
+    {
+        const QSignalBlocker silent(this);
+        QList<QTreeWidgetItem*> open;
+        forEachItem(folder, [&open](Item* item) {
+            if (item->isExpanded()) {
+                open << item;
+            }
+        });
+        QHash<QString, QTreeWidgetItem*> former;
+        const QList<QTreeWidgetItem*> children = folder->takeChildren();
+        for (QTreeWidgetItem* child : children) {
+            former.insert(pathOf(child), child);
         }
-    });
-    QHash<QString, QTreeWidgetItem*> former;
-    const QList<QTreeWidgetItem*> children = folder->takeChildren();
-    for (QTreeWidgetItem* child : children) {
-        former.insert(pathOf(child), child);
-    }
-
-    const size_t shown = std::min(listing.entries.size(), mostChildren);
-    for (size_t i = 0; i < shown; ++i) {
-        const FileEntry& entry = listing.entries[i];
-        QTreeWidgetItem* item = former.take(QDir(listing.folder).filePath(entry.name));
-        if (item && isFolder(item) != (entry.kind == Kind::Folder)) {
-            former.insert(pathOf(item), item);
-            item = nullptr;
+        QList<QTreeWidgetItem*> latter;
+        const size_t shown = shownChildren(listing);
+        for (size_t i = 0; i < shown; ++i) {
+            const FileEntry& entry = listing.entries[i];
+            QTreeWidgetItem* item = former.value(childPath(listing, entry));
+            if (item && isFolder(item) == (entry.kind == Kind::Folder)) {
+                former.remove(pathOf(item));
+                latter << item;
+            } else {
+                latter << newEntryItem(listing.folder, entry);
+            }
         }
-        folder->addChild(item ? item : newEntryItem(listing.folder, entry));
-    }
-    if (shown < listing.entries.size()) {
-        folder->addChild(newRest(listing.entries.size() - shown));
-    }
-    folder->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
+        if (shown < listing.entries.size()) {
+            latter << newRest(listing.entries.size() - shown);
+        }
+        folder->addChildren(latter);
 
-    for (QTreeWidgetItem* gone : qAsConst(former)) {
-        forEachItem(gone, [&open](Item* item) { open.removeAll(item); });
-        delete gone;
+        for (QTreeWidgetItem* gone : qAsConst(former)) {
+            forEachItem(gone, [&](Item* item) {
+                open.removeAll(item);
+                current = current == item ? nullptr : current;
+            });
+            delete gone;
+        }
+        for (QTreeWidgetItem* item : qAsConst(open)) {
+            item->setExpanded(true);
+        }
+        setCurrentItem(current || hadNone ? current : folder);
     }
-    for (QTreeWidgetItem* item : qAsConst(open)) {
-        item->setExpanded(true);
-    }
-    if (Item* item = itemOf(current)) {
-        setCurrentItem(item);
+    if (!current && hadFolder) {
+        Q_EMIT currentFolderGone();
     }
 }
 
@@ -231,28 +295,55 @@ void FileTree::takeChange(QTreeWidgetItem* item)
     QTimer::singleShot(0, this, [this, path, name] { Q_EMIT nameEdited(path, name); });
 }
 
+void FileTree::move(Item* item, const QString& path, const QString& newPath)
+{
+    forEachItem(item, [&](Item* below) {
+        if (!below->userData.isNull()) {
+            below->userData = moved(pathOf(below), path, newPath);
+        }
+    });
+    if (!isPlace(item)) {
+        item->setText(0, QFileInfo(newPath).fileName());
+    }
+}
+
 void FileTree::renamed(const QString& path, const QString& newPath)
 {
     const QSignalBlocker silent(this);
-    if (Item* item = itemOf(path)) {
-        forEachItem(
-            item, [&](Item* below) { below->userData = QString(newPath + pathOf(below).mid(path.size())); });
-        item->setText(0, QFileInfo(newPath).fileName());
+    const QList<Item*> items = itemsOf(path);
+    for (Item* item : items) {
+        move(item, path, newPath);
+    }
+    for (QString& folder : m_toRead) {
+        folder = moved(folder, path, newPath);
+    }
+    m_toShow = moved(m_toShow, path, newPath);
+    m_announced = moved(m_announced, path, newPath);
+    const QString beingRead = moved(m_beingRead, path, newPath);
+    if (beingRead != m_beingRead) {
+        m_beingRead = beingRead;
+        m_reader->read(beingRead);
     }
 }
 
 void FileTree::notRenamed(const QString& path)
 {
     const QSignalBlocker silent(this);
-    if (Item* item = itemOf(path)) {
-        item->setText(0, QFileInfo(path).fileName());
+    const QList<Item*> items = itemsOf(path);
+    for (Item* item : items) {
+        if (!isPlace(item)) {
+            item->setText(0, QFileInfo(path).fileName());
+        }
     }
 }
 
 void FileTree::setCurrentFolder(const QString& folder)
 {
-    m_toShow = folder;
-    showCurrentFolder();
+    m_announced = folder;
+    if (!currentItem() || pathOf(currentItem()) != folder) {
+        m_toShow = folder;
+        showCurrentFolder();
+    }
 }
 
 // Its parents may have to be read first, one after the other.
@@ -267,28 +358,36 @@ void FileTree::showCurrentFolder()
         path = QFileInfo(path).path();
         item = itemOf(path);
     }
-    if (item && path != m_toShow && (!item->isLoaded || m_toRead.contains(path))) {
+    if (item && path != m_toShow && (!item->isLoaded || isToBeRead(path))) {
         item->setExpanded(true);
         open(item);
         return;
     }
     m_toShow.clear();
     if (item) {
-        const QSignalBlocker silent(this);
-        for (QTreeWidgetItem* parent = item->parent(); parent; parent = parent->parent()) {
-            parent->setExpanded(true);
-        }
-        setCurrentItem(item);
-        updateScrollArea(item);
+        makeCurrent(item);
     }
+}
+
+void FileTree::makeCurrent(QTreeWidgetItem* item)
+{
+    for (QTreeWidgetItem* parent = item->parent(); parent; parent = parent->parent()) {
+        parent->setExpanded(true);
+    }
+    const QSignalBlocker silent(this);
+    setCurrentItem(item);
+    scrollToItem(item);
+    updateScrollArea(item);
 }
 
 void FileTree::refresh(const QString& folder)
 {
-    Item* item = itemOf(folder);
-    if (item && item->isLoaded) {
-        item->isLoaded = false;
-        open(item);
+    const QList<Item*> items = itemsOf(folder);
+    for (Item* item : items) {
+        if (item->isLoaded) {
+            item->isLoaded = false;
+            open(item);
+        }
     }
 }
 
@@ -303,11 +402,16 @@ int FileTree::tickedItems() const
 
 FileSystemTreeWidgetItem* FileTree::itemOf(const QString& path) const
 {
-    Item* found = nullptr;
+    return itemsOf(path).value(0);
+}
+
+QList<FileSystemTreeWidgetItem*> FileTree::itemsOf(const QString& path) const
+{
+    QList<Item*> found;
     for (int i = 0; i < topLevelItemCount(); ++i) {
         forEachItem(topLevelItem(i), [&](Item* item) {
-            if (!found && !item->userData.isNull() && pathOf(item) == path) {
-                found = item;
+            if (!item->userData.isNull() && pathOf(item) == path) {
+                found << item;
             }
         });
     }

@@ -23,7 +23,7 @@ class FileTree : public VantTreeWidget
 public:
     FileTree();
 
-    /** Shows @p folder as the current one, as soon as its parents are read. */
+    /** Shows @p folder as the current one, as soon as its parents are read. Says nothing of it. */
     void setCurrentFolder(const QString& folder);
     /** Reads @p folder anew, if it has been read. */
     void refresh(const QString& folder);
@@ -32,6 +32,8 @@ public:
 
 Q_SIGNALS:
     void folderChosen(const QString& folder);
+    /** The current folder turned out to be there no longer. */
+    void currentFolderGone();
     void ticked();
     /** A name was edited. The tree shows the new one until it is told by renamed() or notRenamed(). */
     void nameEdited(const QString& path, const QString& newName);
@@ -44,15 +46,22 @@ private:
     void addPlaces();
     void open(QTreeWidgetItem* item);
     void readNext();
+    bool isToBeRead(const QString& folder) const;
     void showCurrentFolder();
-    void take(const std::shared_ptr<const FolderListing>& listing);
+    void makeCurrent(QTreeWidgetItem* item);
+    void announce(QTreeWidgetItem* current);
+    void take(const ListingPtr& listing);
     void fill(QTreeWidgetItem* folder, const FolderListing& listing);
     void takeChange(QTreeWidgetItem* item);
+    void move(FileSystemTreeWidgetItem* item, const QString& path, const QString& newPath);
     FileSystemTreeWidgetItem* itemOf(const QString& path) const;
+    QList<FileSystemTreeWidgetItem*> itemsOf(const QString& path) const;
 
     FolderReader* m_reader;
-    QStringList m_toRead;
+    QString m_beingRead;
+    QStringList m_toRead; ///< after that
     QString m_toShow; ///< the folder to make the current one; empty once it is
+    QString m_announced; ///< the folder that the rest of the page believes to be the current one
 };
 
 } // namespace gallery

@@ -13,13 +13,17 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
 #include <QResizeEvent>
+#include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace gallery {
 
@@ -45,6 +49,12 @@ QString nearestFolder(QString folder)
         folder = QFileInfo(folder).path();
     }
     return folder;
+}
+
+// A name may have line ends, and a row has one line.
+QString inOneLine(QString name)
+{
+    return name.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
 }
 
 QTableWidgetItem* cell(const QString& text, Qt::Alignment alignment = Qt::AlignLeft)
@@ -73,22 +83,29 @@ private:
     QMenu* createKinds();
     QLayout* createViews();
     QWidget* createTable();
+    void leadUpFrom(QWidget* view);
     void openFolder(const QString& folder);
+    void openParent();
     void readAgain();
-    void take(const std::shared_ptr<const FolderListing>& listing);
+    void take(const ListingPtr& listing);
+    void leaveFolder();
     void filter(const FileFilter& filter);
     void setDay(const QDate& day);
     void showPath();
-    void showList();
+    void showList(int page);
     void showRows();
+    void showEntry(const QString& name);
     void showRow(int row, const FileEntry& entry);
     void showFooter();
+    void reportSelection();
     void openRow(int row);
     void rename(const QString& path, const QString& newName);
     void warn(const char* title, const QString& words);
     const FileEntry* entryOfRow(int row) const;
 
     QString m_folder;
+    QString m_cameFrom; ///< the folder in it to be selected, once it is read
+    QTimer m_pathTimer;
     FolderReader* m_reader = new FolderReader(this);
     FileList m_list;
     VantPagingModel* m_paging = new VantPagingModel(rowsOfAPage, this);
@@ -114,6 +131,8 @@ FilesPage::FilesPage()
     section->addLayout(createFilters());
     section->addLayout(createViews());
 
+    m_pathTimer.setSingleShot(true);
+    connect(&m_pathTimer, &QTimer::timeout, this, &FilesPage::showPath);
     connect(m_reader, &FolderReader::done, this, &FilesPage::take);
     openFolder(startFolder());
 }
@@ -130,6 +149,11 @@ QLayout* FilesPage::createFilters()
         FileFilter wanted = m_list.filter();
         wanted.keyword = keyword;
         filter(wanted);
+    });
+    connect(m_filterBar, &QLineEdit::textChanged, this, [this](const QString& keyword) {
+        if (keyword.isEmpty() && !m_list.filter().keyword.isEmpty()) {
+            Q_EMIT m_filterBar->sigKeywordChanged(keyword);
+        }
     });
 
     m_day = live(new VantDateSelector(text("files.day")));
@@ -180,6 +204,8 @@ QLayout* FilesPage::createViews()
     m_tree = live(new FileTree);
     m_tree->setFixedWidth(px(treeWidth));
     connect(m_tree, &FileTree::folderChosen, this, &FilesPage::openFolder);
+    connect(m_tree, &FileTree::currentFolderGone, this, &FilesPage::readAgain);
+    leadUpFrom(m_tree);
     connect(m_tree, &FileTree::nameEdited, this, &FilesPage::rename);
     connect(m_tree, &FileTree::ticked, this,
         [this] { Q_EMIT happened(text("files.ticked").arg(m_tree->tickedItems())); });
@@ -214,9 +240,13 @@ QWidget* FilesPage::createTable()
     m_table = live(new VantTableWidget(columns));
     m_table->getTable()->setAccessibleName(text("files.files"));
     m_table->getTable()->setIconSize({ px(20), px(20) });
-    m_table->getTable()->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->getTable()->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->getHeader()->model()->setHeaderData(
+        SizeColumn, Qt::Horizontal, int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
     m_table->getTable()->setTabKeyNavigation(false);
     connect(m_table->getTable(), &QTableWidget::cellActivated, this, &FilesPage::openRow);
+    connect(m_table->getTable(), &QTableWidget::itemSelectionChanged, this, &FilesPage::reportSelection);
+    leadUpFrom(m_table->getTable());
 
     QFrame* frame = styledFrame("frame", "gallery.frame");
     frame->setMinimumHeight(px(viewHeight));
@@ -232,11 +262,29 @@ void FilesPage::openFolder(const QString& folder)
         return;
     }
     m_folder = folder;
+    m_cameFrom.clear();
     m_list.setListing(nullptr);
     m_tree->setCurrentFolder(folder);
+    m_day->getCalendarView()->setMaximumDate(QDate::currentDate());
     showPath();
-    showList();
+    showList(1);
     readAgain();
+}
+
+void FilesPage::leadUpFrom(QWidget* view)
+{
+    auto* shortcut = new QShortcut(Qt::Key_Backspace, view); // a child of the view
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, &FilesPage::openParent);
+}
+
+void FilesPage::openParent()
+{
+    const QFileInfo info(m_folder);
+    if (!QDir(m_folder).isRoot() && !shownPath(info.path()).isEmpty()) {
+        openFolder(info.path());
+        m_cameFrom = info.fileName();
+    }
 }
 
 void FilesPage::readAgain()
@@ -245,16 +293,23 @@ void FilesPage::readAgain()
     m_bar->setFooterText(text("files.reading"));
 }
 
-void FilesPage::take(const std::shared_ptr<const FolderListing>& listing)
+void FilesPage::take(const ListingPtr& listing)
 {
-    if (listing->isReadable) {
-        m_list.setListing(listing);
-        m_tree->refresh(m_folder);
-        showList();
+    if (!listing->isReadable) {
+        leaveFolder();
         return;
     }
+    m_list.setListing(listing);
+    m_tree->refresh(m_folder);
+    showList(m_paging->nowPage());
+    showEntry(std::exchange(m_cameFrom, {}));
+}
+
+// It stays what is shown as long as it is there: then what forbids to read it may pass.
+void FilesPage::leaveFolder()
+{
     m_list.setListing(nullptr);
-    showList();
+    showList(1);
     const QString nearest = nearestFolder(m_folder);
     if (nearest == m_folder) {
         warn("files.problem.read", text("files.problem.denied").arg(shownPath(m_folder)));
@@ -269,7 +324,7 @@ void FilesPage::take(const std::shared_ptr<const FolderListing>& listing)
 void FilesPage::filter(const FileFilter& filter)
 {
     m_list.setFilter(filter);
-    showList();
+    showList(1);
 }
 
 void FilesPage::setDay(const QDate& day)
@@ -285,10 +340,10 @@ void FilesPage::showPath()
     m_path->refresh(shownPath(m_folder));
 }
 
-void FilesPage::showList()
+void FilesPage::showList(int page)
 {
     m_bar->setItemCount(m_list.count());
-    m_bar->setPage(1);
+    m_bar->setPage(qBound(1, page, qMax(1, m_paging->pageCount())));
     showRows();
     showFooter();
 }
@@ -302,7 +357,7 @@ const FileEntry* FilesPage::entryOfRow(int row) const
 void FilesPage::showRows()
 {
     QTableWidget* table = m_table->getTable();
-    table->clearSelection();
+    table->setCurrentItem(nullptr);
     table->setRowCount(qBound(0, m_list.count() - m_paging->startItem(), rowsOfAPage));
     for (int row = 0; row < table->rowCount(); ++row) {
         showRow(row, *entryOfRow(row));
@@ -310,26 +365,48 @@ void FilesPage::showRows()
     table->scrollToTop();
 }
 
+void FilesPage::showEntry(const QString& name)
+{
+    const int index = m_list.indexOf(name);
+    if (index < 0) {
+        return;
+    }
+    showList(index / rowsOfAPage + 1);
+    m_table->getTable()->setCurrentCell(index - m_paging->startItem(), NameColumn);
+}
+
 void FilesPage::showRow(int row, const FileEntry& entry)
 {
-    const QLocale locale;
     QTableWidget* table = m_table->getTable();
-    QTableWidgetItem* name = cell(entry.name);
+    QTableWidgetItem* name = cell(inOneLine(entry.name));
     name->setIcon(iconOf(entry));
     table->setItem(row, NameColumn, name);
     table->setItem(row, KindColumn, cell(nameOf(entry.kind)));
-    const QString size = entry.kind == Kind::Folder ? QString() : locale.formattedDataSize(entry.size, 1);
+    const QString size = entry.kind == Kind::Folder ? QString() : locale().formattedDataSize(entry.size, 1);
     table->setItem(row, SizeColumn, cell(size, Qt::AlignRight));
-    const QString changed =
-        entry.kind == Kind::Folder ? QString() : entry.changed.toString(QStringLiteral("yyyy-MM-dd hh:mm"));
-    table->setItem(row, ChangedColumn, cell(changed));
+    table->setItem(row, ChangedColumn, cell(entry.changed.toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
 }
 
 void FilesPage::showFooter()
 {
-    const QLocale locale;
-    m_bar->setFooterInfos({ { locale.formattedDataSize(m_list.totalSize(), 1), 0 },
-        { text("files.count").arg(locale.toString(m_list.count())), 0 } });
+    m_bar->setFooterInfos({ { locale().formattedDataSize(m_list.totalSize(), 1), 0 },
+        { text("files.count").arg(locale().toString(m_list.count())), 0 } });
+}
+
+void FilesPage::reportSelection()
+{
+    const QModelIndexList rows = m_table->getTable()->selectionModel()->selectedRows();
+    if (rows.isEmpty()) {
+        return;
+    }
+    qint64 size = 0;
+    for (const QModelIndex& row : rows) {
+        const FileEntry* entry = entryOfRow(row.row());
+        size += entry ? entry->size : 0;
+    }
+    const FileEntry* first = entryOfRow(rows.first().row());
+    const QString what = rows.size() == 1 && first ? first->name : locale().toString(rows.size());
+    Q_EMIT happened(text("files.selected").arg(what, locale().formattedDataSize(size, 1)));
 }
 
 void FilesPage::openRow(int row)
@@ -361,6 +438,7 @@ void FilesPage::rename(const QString& path, const QString& newName)
     } else if (m_folder == QFileInfo(path).path()) {
         readAgain();
     }
+    m_tree->refresh(QFileInfo(path).path());
 }
 
 void FilesPage::warn(const char* title, const QString& words)
@@ -371,20 +449,20 @@ void FilesPage::warn(const char* title, const QString& words)
 void FilesPage::showEvent(QShowEvent* event)
 {
     Page::showEvent(event);
-    QTimer::singleShot(0, this, &FilesPage::showPath);
+    m_pathTimer.start(0);
 }
 
 // The path bar decides what it hides by the width that it has.
 void FilesPage::resizeEvent(QResizeEvent* event)
 {
     Page::resizeEvent(event);
-    QTimer::singleShot(0, this, &FilesPage::showPath);
+    m_pathTimer.start(0);
 }
 
 void FilesPage::settle()
 {
     while (m_reader->isReading() || m_tree->isReading()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     QCoreApplication::processEvents();
 }

@@ -3,15 +3,21 @@
 #include <vantkit-qt/utils/file-type-map.h>
 
 #include <QCollator>
-#include <QDirIterator>
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QThreadPool>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace gallery {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+const size_t longListing = 1000;
 
 Kind kindOf(const QString& icon)
 {
@@ -35,6 +41,7 @@ Kind kindOf(const QString& icon)
     return kinds.value(icon, Kind::Other);
 }
 
+// A file whose name is not text is shown by what can be read of it, and nothing more is known of it.
 FileEntry entryOf(const QFileInfo& info)
 {
     FileEntry entry;
@@ -72,28 +79,56 @@ void sort(std::vector<FileEntry>& entries, const std::atomic_bool& isCancelled)
     std::sort(sorted.begin(), sorted.end(), [](const SortedEntry& one, const SortedEntry& other) {
         const bool isFolder = one.entry.kind == Kind::Folder;
         const bool isOtherFolder = other.entry.kind == Kind::Folder;
-        return isFolder == isOtherFolder ? one.key < other.key : isFolder;
+        if (isFolder != isOtherFolder) {
+            return isFolder;
+        }
+        const int order = one.key.compare(other.key);
+        return order == 0 ? one.entry.name < other.entry.name : order < 0;
     });
     std::transform(
         sorted.begin(), sorted.end(), entries.begin(), [](SortedEntry& one) { return std::move(one.entry); });
 }
 
+bool isHidden(const QFileInfo& info)
+{
+    return info.fileName().startsWith(QLatin1Char('.')) || info.isHidden();
+}
+
+// Qt's own iterators pass by names that are not text.
+void readEntries(FolderListing& listing, const std::atomic_bool& isCancelled)
+{
+    std::error_code error;
+    fs::directory_iterator files(fs::u8path(listing.folder.toStdString()), error);
+    for (; !error && files != fs::directory_iterator() && !isCancelled; files.increment(error)) {
+        const QString name = QString::fromStdString(files->path().filename().u8string());
+        const QFileInfo info(QDir(listing.folder), name);
+        if (!isHidden(info)) {
+            listing.entries.push_back(entryOf(info));
+        }
+    }
+    listing.isReadable = !error;
+}
+
+void release(const FolderListing* listing)
+{
+    if (listing->entries.size() < longListing) {
+        delete listing;
+    } else {
+        QThreadPool::globalInstance()->start([listing] { delete listing; });
+    }
+}
+
 } // namespace
 
-std::shared_ptr<const FolderListing> readFolder(const QString& folder, const std::atomic_bool& isCancelled)
+ListingPtr readFolder(const QString& folder, const std::atomic_bool& isCancelled)
 {
-    auto listing = std::make_shared<FolderListing>();
+    const std::shared_ptr<FolderListing> listing(new FolderListing, release);
     listing->folder = folder;
-    listing->isReadable = QFileInfo(folder).isDir() && QDir(folder).isReadable();
-    if (!listing->isReadable) {
-        return listing;
+    listing->isThere = QFileInfo(folder).isDir();
+    if (listing->isThere) {
+        readEntries(*listing, isCancelled);
+        sort(listing->entries, isCancelled);
     }
-    QDirIterator files(folder, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-    while (files.hasNext() && !isCancelled) {
-        files.next();
-        listing->entries.push_back(entryOf(files.fileInfo()));
-    }
-    sort(listing->entries, isCancelled);
     return listing;
 }
 

@@ -17,18 +17,24 @@ struct FileEntry
     QString icon; ///< the file below the theme's folder of file types; empty for a folder
     Kind kind = Kind::Other;
     qint64 size = 0;
-    QDateTime changed;
+    QDateTime changed; ///< null if it cannot be told
 };
 
 /** What was in a folder when it was read: folders first, each group by name as a reader would sort it. */
 struct FolderListing
 {
     QString folder;
+    bool isThere = false;
     bool isReadable = false;
     std::vector<FileEntry> entries;
 };
 
-/** Reads a folder without what is hidden, and stops early once @p isCancelled. May run in any thread. */
-std::shared_ptr<const FolderListing> readFolder(const QString& folder, const std::atomic_bool& isCancelled);
+using ListingPtr = std::shared_ptr<const FolderListing>;
+
+/**
+ * Reads a folder without what is hidden, and stops early once @p isCancelled. May run in any thread. A long
+ * listing is deleted in a thread of its own, whoever lets go of it last.
+ */
+ListingPtr readFolder(const QString& folder, const std::atomic_bool& isCancelled);
 
 } // namespace gallery

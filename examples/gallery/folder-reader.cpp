@@ -17,7 +17,10 @@ void FolderReader::read(const QString& folder)
     m_isCancelled = std::make_shared<std::atomic_bool>(false);
     // The thread knows the reader by name only: whether it is still there is asked in its own thread.
     QThreadPool::globalInstance()->start([folder, isCancelled = m_isCancelled, reader = QPointer(this)] {
-        const auto listing = readFolder(folder, *isCancelled);
+        const ListingPtr listing = readFolder(folder, *isCancelled);
+        if (*isCancelled) {
+            return;
+        }
         const auto tell = [listing, isCancelled, reader] {
             if (!*isCancelled && reader) {
                 reader->m_isCancelled.reset();

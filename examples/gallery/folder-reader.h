@@ -21,7 +21,7 @@ public:
     bool isReading() const { return m_isCancelled != nullptr; }
 
 Q_SIGNALS:
-    void done(const std::shared_ptr<const FolderListing>& listing);
+    void done(const gallery::ListingPtr& listing);
 
 private:
     void cancel();

@@ -10,8 +10,6 @@ Page* createFootbarPage();
 Page* createPathPage();
 Page* createSheetsPage();
 Page* createFilesPage();
-Page* createPagingPage();
-Page* createFilterPage();
 Page* createTablePage();
 Page* createPagingPage();
 Page* createTreePage();
@@ -31,16 +29,14 @@ const QList<PageInfo>& pages()
         { "sheets", createSheetsPage,
             { "disabled", "information", "warning", "question", "upgrading", "warningquestion", "long",
                 "processing", "movie", "input", "box", "countdown" } },
-        { "files", createFilesPage,
-            { "selected", "filtered", "kinds", "rename", "failure", "deep", "disabled" } },
-        { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
-        { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
         { "table", createTablePage, { "disabled", "selected", "many", "narrow", "empty" } },
         { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
         { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
         { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
         { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
+        { "files", createFilesPage,
+            { "selected", "filtered", "kinds", "rename", "failure", "deep", "disabled" } },
     };
     return table;
 }

@@ -4,7 +4,10 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+
+#include <filesystem>
 
 namespace gallery {
 
@@ -12,11 +15,16 @@ namespace {
 
 QString madeUpFolder;
 
+QDateTime madeUpTime()
+{
+    return { QDate(2026, 3, 9), QTime(16, 30, 30) };
+}
+
 struct MadeUpFile
 {
     const char* path;
     qint64 size;
-    int daysAgo; ///< before a day that never changes
+    int daysAgo; ///< before a time that never changes
 };
 
 const MadeUpFile madeUpFiles[] = {
@@ -49,9 +57,18 @@ void makeUp(const MadeUpFile& made)
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) {
         file.resize(made.size); // takes no room on the disk
-        file.setFileTime(QDateTime(QDate(2026, 3, 9), QTime(16, 30)).addDays(-made.daysAgo),
-            QFileDevice::FileModificationTime);
+        file.setFileTime(madeUpTime().addDays(-made.daysAgo), QFileDevice::FileModificationTime);
     }
+}
+
+// Qt sets the times of files only.
+void setTimeOfFolder(const QString& folder)
+{
+    using namespace std::chrono;
+    const qint64 secondsAgo = madeUpTime().secsTo(QDateTime::currentDateTime()) + 3 * 24 * 3600;
+    const auto time = std::filesystem::file_time_type::clock::now() - seconds(secondsAgo);
+    std::error_code error;
+    std::filesystem::last_write_time(std::filesystem::u8path(folder.toStdString()), time, error);
 }
 
 QString within(const QString& folder, const Place& place)
@@ -86,6 +103,10 @@ void useMadeUpPlaces(const QString& folder)
     madeUpFolder = folder;
     for (const MadeUpFile& file : madeUpFiles) {
         makeUp(file);
+    }
+    QDirIterator folders(folder, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (folders.hasNext()) {
+        setTimeOfFolder(folders.next());
     }
 }
 
