@@ -6,9 +6,13 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+
 namespace gallery {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 bool isName(const QString& name)
 {
@@ -17,10 +21,14 @@ bool isName(const QString& name)
 }
 
 // A link that leads nowhere is there as well.
-bool isThere(const QString& path)
+fs::file_type typeOf(const QString& path, std::error_code& error)
 {
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
+    return fs::symlink_status(fs::u8path(path.toStdString()), error).type();
+}
+
+bool isThere(fs::file_type type)
+{
+    return type != fs::file_type::not_found && type != fs::file_type::none;
 }
 
 // Left to itself, QFile would copy what cannot be renamed over whatever has got the name meanwhile.
@@ -52,11 +60,16 @@ QString renameFile(const QString& path, const QString& newName)
     }
     const QFileInfo info(path);
     const QString newPath = info.dir().filePath(newName);
-    if (!isThere(path)) {
+    std::error_code error;
+    if (!isThere(typeOf(path, error))) {
         return text("files.problem.gone").arg(info.fileName());
     }
+    const fs::file_type newType = typeOf(newPath, error);
+    if (newType == fs::file_type::none) {
+        return text("files.problem.refused").arg(info.fileName(), QString::fromStdString(error.message()));
+    }
     const bool differsInCaseOnly = newName.compare(info.fileName(), Qt::CaseInsensitive) == 0;
-    if (isThere(newPath) && !(differsInCaseOnly && QFileInfo(newPath) == info)) {
+    if (isThere(newType) && !(differsInCaseOnly && QFileInfo(newPath) == info)) {
         return text("files.problem.taken").arg(newName);
     }
     FileToRename file(path);

@@ -155,6 +155,8 @@ FileTree::FileTree()
     connect(this, &QTreeWidget::itemExpanded, this, &FileTree::open);
     connect(this, &QTreeWidget::itemChanged, this, &FileTree::takeChange);
     connect(this, &QTreeWidget::currentItemChanged, this, &FileTree::announce);
+    connect(this, &QTreeWidget::itemClicked, this, &FileTree::choose);
+    connect(this, &QTreeWidget::itemActivated, this, &FileTree::choose);
     addPlaces();
 }
 
@@ -174,11 +176,22 @@ void FileTree::addPlaces()
 // The tree names its current item anew whenever it gets the focus.
 void FileTree::announce(QTreeWidgetItem* current)
 {
-    if (current && isFolder(current) && pathOf(current) != m_announced) {
+    if (!current || pathOf(current) == m_current) {
+        return;
+    }
+    m_current = pathOf(current);
+    if (isFolder(current)) {
         m_toShow.clear();
-        m_announced = pathOf(current);
         updateScrollArea(current);
-        Q_EMIT folderChosen(m_announced);
+        Q_EMIT folderChosen(m_current);
+    }
+}
+
+// Also one that is the current item already, in place of a folder that is not in the tree.
+void FileTree::choose(QTreeWidgetItem* item)
+{
+    if (isFolder(item)) {
+        Q_EMIT folderChosen(pathOf(item));
     }
 }
 
@@ -277,6 +290,7 @@ void FileTree::fill(QTreeWidgetItem* folder, const FolderListing& listing)
             item->setExpanded(true);
         }
         setCurrentItem(current || hadNone ? current : folder);
+        m_current = currentItem() ? pathOf(currentItem()) : QString();
     }
     if (!current && hadFolder) {
         Q_EMIT currentFolderGone();
@@ -318,7 +332,7 @@ void FileTree::renamed(const QString& path, const QString& newPath)
         folder = moved(folder, path, newPath);
     }
     m_toShow = moved(m_toShow, path, newPath);
-    m_announced = moved(m_announced, path, newPath);
+    m_current = moved(m_current, path, newPath);
     const QString beingRead = moved(m_beingRead, path, newPath);
     if (beingRead != m_beingRead) {
         m_beingRead = beingRead;
@@ -339,7 +353,6 @@ void FileTree::notRenamed(const QString& path)
 
 void FileTree::setCurrentFolder(const QString& folder)
 {
-    m_announced = folder;
     if (!currentItem() || pathOf(currentItem()) != folder) {
         m_toShow = folder;
         showCurrentFolder();
@@ -359,6 +372,9 @@ void FileTree::showCurrentFolder()
         item = itemOf(path);
     }
     if (item && path != m_toShow && (!item->isLoaded || isToBeRead(path))) {
+        if (!currentItem()) {
+            makeCurrent(item);
+        }
         item->setExpanded(true);
         open(item);
         return;
@@ -376,6 +392,7 @@ void FileTree::makeCurrent(QTreeWidgetItem* item)
     }
     const QSignalBlocker silent(this);
     setCurrentItem(item);
+    m_current = pathOf(item);
     scrollToItem(item);
     updateScrollArea(item);
 }

@@ -50,6 +50,7 @@ private:
     void showCurrentFolder();
     void makeCurrent(QTreeWidgetItem* item);
     void announce(QTreeWidgetItem* current);
+    void choose(QTreeWidgetItem* item);
     void take(const ListingPtr& listing);
     void fill(QTreeWidgetItem* folder, const FolderListing& listing);
     void takeChange(QTreeWidgetItem* item);
@@ -61,7 +62,7 @@ private:
     QString m_beingRead;
     QStringList m_toRead; ///< after that
     QString m_toShow; ///< the folder to make the current one; empty once it is
-    QString m_announced; ///< the folder that the rest of the page believes to be the current one
+    QString m_current; ///< the item that was made the current one, by the page or by the user
 };
 
 } // namespace gallery

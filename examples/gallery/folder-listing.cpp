@@ -63,9 +63,9 @@ struct SortedEntry
     FileEntry entry;
 };
 
-void sort(std::vector<FileEntry>& entries, const std::atomic_bool& isCancelled)
+void sort(std::vector<FileEntry>& entries, const QLocale& reader, const std::atomic_bool& isCancelled)
 {
-    QCollator collator;
+    QCollator collator(reader);
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::vector<SortedEntry> sorted;
@@ -120,14 +120,14 @@ void release(const FolderListing* listing)
 
 } // namespace
 
-ListingPtr readFolder(const QString& folder, const std::atomic_bool& isCancelled)
+ListingPtr readFolder(const QString& folder, const QLocale& reader, const std::atomic_bool& isCancelled)
 {
     const std::shared_ptr<FolderListing> listing(new FolderListing, release);
     listing->folder = folder;
     listing->isThere = QFileInfo(folder).isDir();
     if (listing->isThere) {
         readEntries(*listing, isCancelled);
-        sort(listing->entries, isCancelled);
+        sort(listing->entries, reader, isCancelled);
     }
     return listing;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QLocale>
 #include <QString>
 
 #include <atomic>
@@ -35,6 +36,6 @@ using ListingPtr = std::shared_ptr<const FolderListing>;
  * Reads a folder without what is hidden, and stops early once @p isCancelled. May run in any thread. A long
  * listing is deleted in a thread of its own, whoever lets go of it last.
  */
-ListingPtr readFolder(const QString& folder, const std::atomic_bool& isCancelled);
+ListingPtr readFolder(const QString& folder, const QLocale& reader, const std::atomic_bool& isCancelled);
 
 } // namespace gallery
