@@ -42,6 +42,15 @@ QString nameOf(Kind kind)
     return text(names[static_cast<int>(kind)]);
 }
 
+// Bytes alone would be told in English.
+QString sizeText(qint64 size)
+{
+    const qint64 kilo = 1024;
+    return size < kilo
+        ? gallery::locale().toString(static_cast<double>(size) / kilo, 'f', 1) + QStringLiteral(" KiB")
+        : gallery::locale().formattedDataSize(size, 1);
+}
+
 /** The folder itself, or the innermost one around it that there is. */
 QString nearestFolder(QString folder)
 {
@@ -218,23 +227,23 @@ QLayout* FilesPage::createViews()
     connect(m_bar, &VantPagingBar::sigPageChanged, this, &FilesPage::showRows);
     connect(m_bar, &VantPagingBar::sigRefresh, this, &FilesPage::readAgain);
 
-    auto* list = new QVBoxLayout;
-    list->setSpacing(px(8));
-    list->addWidget(createTable(), 1);
-    list->addWidget(m_bar);
+    auto* views = new QHBoxLayout;
+    views->setSpacing(px(12));
+    views->addWidget(treeFrame);
+    views->addWidget(createTable(), 1);
 
-    auto* row = new QHBoxLayout;
-    row->setSpacing(px(12));
-    row->addWidget(treeFrame);
-    row->addLayout(list, 1);
-    return row;
+    auto* column = new QVBoxLayout;
+    column->setSpacing(px(8));
+    column->addLayout(views, 1);
+    column->addWidget(m_bar);
+    return column;
 }
 
 QWidget* FilesPage::createTable()
 {
     VantTableColumnsInfo columns;
     columns.addColumn(text("files.column.name"), 140, true, 1.0);
-    columns.addColumn(text("files.column.kind"), 96, true, 0.0);
+    columns.addColumn(text("files.column.kind"), 120, true, 0.0);
     columns.addColumn(text("files.column.size"), 88, true, 0.0);
     columns.addColumn(text("files.column.changed"), 140, true, 0.0);
     m_table = live(new VantTableWidget(columns));
@@ -382,15 +391,15 @@ void FilesPage::showRow(int row, const FileEntry& entry)
     name->setIcon(iconOf(entry));
     table->setItem(row, NameColumn, name);
     table->setItem(row, KindColumn, cell(nameOf(entry.kind)));
-    const QString size = entry.kind == Kind::Folder ? QString() : locale().formattedDataSize(entry.size, 1);
+    const QString size = entry.kind == Kind::Folder ? QString() : sizeText(entry.size);
     table->setItem(row, SizeColumn, cell(size, Qt::AlignRight));
     table->setItem(row, ChangedColumn, cell(entry.changed.toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
 }
 
 void FilesPage::showFooter()
 {
-    m_bar->setFooterInfos({ { locale().formattedDataSize(m_list.totalSize(), 1), 0 },
-        { text("files.count").arg(locale().toString(m_list.count())), 0 } });
+    m_bar->setFooterInfos({ { sizeText(m_list.totalSize()), 0 },
+        { text("files.count").arg(gallery::locale().toString(m_list.count())), 0 } });
 }
 
 void FilesPage::reportSelection()
@@ -405,8 +414,8 @@ void FilesPage::reportSelection()
         size += entry ? entry->size : 0;
     }
     const FileEntry* first = entryOfRow(rows.first().row());
-    const QString what = rows.size() == 1 && first ? first->name : locale().toString(rows.size());
-    Q_EMIT happened(text("files.selected").arg(what, locale().formattedDataSize(size, 1)));
+    const QString what = rows.size() == 1 && first ? first->name : gallery::locale().toString(rows.size());
+    Q_EMIT happened(text("files.selected").arg(what, sizeText(size)));
 }
 
 void FilesPage::openRow(int row)
