@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QResizeEvent>
 #include <QShortcut>
+#include <QTextDocument>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -452,7 +453,9 @@ void FilesPage::rename(const QString& path, const QString& newName)
 
 void FilesPage::warn(const char* title, const QString& words)
 {
-    showWarningMsg(text("files.title"), text(title), words, window());
+    // A name may look like rich text.
+    const QString shown = Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words) : words;
+    showWarningMsg(text("files.title"), text(title), shown, window());
 }
 
 void FilesPage::showEvent(QShowEvent* event)

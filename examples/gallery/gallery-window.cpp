@@ -194,6 +194,7 @@ QWidget* GalleryWindow::pageArea()
 QWidget* GalleryWindow::footbar()
 {
     m_report = styledLabel({}, "gallery.caption");
+    m_report->setTextFormat(Qt::PlainText);
     m_startAgain = button(text("window.start_again"), 1);
     connect(m_startAgain, &QPushButton::clicked, this, &GalleryWindow::openPage);
     m_close = button(text("window.close"), 0);
