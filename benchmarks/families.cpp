@@ -12,6 +12,7 @@ Suite wholeSuite()
     addPagingRows(suite);
     addTableRows(suite);
     addPathRows(suite);
+    addDateRows(suite);
     addPeerRows(suite);
     addLockRows(suite);
     addTreeRows(suite);

@@ -11,6 +11,7 @@ void addSheetRows(Suite& suite);
 void addPagingRows(Suite& suite);
 void addTableRows(Suite& suite);
 void addPathRows(Suite& suite);
+void addDateRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
 void addTreeRows(Suite& suite);

@@ -31,6 +31,7 @@ private:
     void addMonth();
     void addLimits();
     VantCalanderView* reporting(VantCalanderView* view);
+    QToolButton* monthButton() const;
 
     VantCalanderView* m_view = nullptr;
 };
@@ -94,7 +95,7 @@ void CalendarPage::enterState(const QString& state)
     } else if (state == QLatin1String("frame")) {
         m_view->setFocus(Qt::TabFocusReason);
     } else if (state == QLatin1String("month")) {
-        openMenu(m_view->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton")));
+        openMenu(monthButton());
     } else if (state == QLatin1String("year")) {
         m_view->findChild<QToolButton*>(QStringLiteral("qt_calendar_yearbutton"))->click();
     }
@@ -102,7 +103,12 @@ void CalendarPage::enterState(const QString& state)
 
 QWidget* CalendarPage::opener(const QString& state) const
 {
-    return state == QLatin1String("month") ? m_view : nullptr;
+    return state == QLatin1String("month") ? monthButton() : nullptr;
+}
+
+QToolButton* CalendarPage::monthButton() const
+{
+    return m_view->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"));
 }
 
 } // namespace

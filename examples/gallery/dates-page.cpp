@@ -131,10 +131,13 @@ VantDateSelector* DatesPage::selector(const QString& name)
 
 void DatesPage::enterState(const QString& state)
 {
-    m_chosen->setFocus(Qt::TabFocusReason);
+    if (state == QLatin1String("focus")) {
+        m_chosen->setFocus(Qt::TabFocusReason);
+    }
     if (!opener(state)) {
         return;
     }
+    m_chosen->setFocus(Qt::MouseFocusReason);
     m_chosen->showPopup();
     if (state == QLatin1String("day")) {
         part<QWidget>("qt_calendar_calendarview")->setFocus(Qt::TabFocusReason);

@@ -19,7 +19,7 @@ namespace {
 
 const int barWidth = 280;
 const int listHeight = 30 + 9 * 28;
-const int typesInRow = 8;
+const int typesInRow = 6;
 
 struct SampleFile
 {

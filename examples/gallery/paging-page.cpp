@@ -230,6 +230,7 @@ void PagingPage::fill()
     QTableWidget* table = m_list->getTable();
     const int first = m_model.startItem();
     const int rows = qMin(m_model.rowLimit(), m_model.itemCount() - first);
+    table->setRowCount(0); // what was selected is not on this page
     table->setRowCount(rows);
     for (int row = 0; row < rows; ++row) {
         fillRow(row, first + row);

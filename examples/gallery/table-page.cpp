@@ -78,7 +78,7 @@ QIcon dot(const QColor& color)
 VantTableColumnsInfo taskColumns()
 {
     VantTableColumnsInfo columns;
-    columns.addColumn(text("fields.name"), 160, true, 0.45);
+    columns.addColumn(text("fields.name"), 136, true, 0.45);
     columns.addColumn(text("table.place"), 144, true, 0.55);
     columns.addColumn(text("table.last"), 148, false, 0.0);
     columns.addColumn(text("table.size"), 100, true, 0.0);

@@ -17,9 +17,7 @@ bool isOwnDirectory(const struct stat& status)
 
 bool makePrivate(int directory)
 {
-    struct stat status
-    { };
-
+    struct stat status = {};
     if (fstat(directory, &status) != 0) {
         return false;
     }
@@ -34,10 +32,7 @@ std::string pathOfUser()
 {
     const std::string user = std::to_string(geteuid());
     std::string runtime = "/run/user/" + user;
-
-    struct stat status
-    { };
-
+    struct stat status = {};
     if (lstat(runtime.c_str(), &status) == 0 && isOwnDirectory(status)) {
         return runtime;
     }
@@ -54,6 +49,15 @@ const MutexDirectory& MutexDirectory::ofUser()
 {
     static const MutexDirectory directory(pathOfUser());
     return directory;
+}
+
+MutexDirectory::State MutexDirectory::state() const
+{
+    struct stat status = {};
+    if (lstat(m_path.c_str(), &status) != 0) {
+        return errno == ENOENT ? State::Missing : State::Unusable;
+    }
+    return isOwnDirectory(status) ? State::Usable : State::Unusable;
 }
 
 FileDescriptor MutexDirectory::open() const

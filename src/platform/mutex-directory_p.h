@@ -24,6 +24,10 @@ public:
 
     const std::string& path() const { return m_path; }
 
+    enum class State { Usable, Missing, Unusable };
+    /** A quick look, for what needs no more than that. */
+    State state() const;
+
     /** Not open on failure, with errno set. */
     FileDescriptor open() const;
     /** The same after it was made, if it does not exist yet. */

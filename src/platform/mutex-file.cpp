@@ -52,9 +52,7 @@ std::string fileNameOf(const std::u16string& name)
 
 Answer setLock(const FileDescriptor& file, int command, short type, Bytes bytes)
 {
-    struct flock lock
-    { };
-
+    struct flock lock = {};
     lock.l_type = type;
     lock.l_whence = SEEK_SET;
     lock.l_start = bytes.first;
@@ -126,13 +124,13 @@ Answer MutexFile::create()
 
 Answer MutexFile::open()
 {
-    // A mutex that does not exist is the usual case, and quickly told.
+    // A mutex that does not exist is the usual case, and quickly told: where it would be found, no file is.
+    const MutexDirectory::State directory = m_directory.state();
     const std::string path = m_directory.path() + '/' + m_fileName;
-
-    struct stat status
-    { };
-
-    if (lstat(path.c_str(), &status) != 0 && errno == ENOENT) {
+    struct stat status = {};
+    if (directory == MutexDirectory::State::Missing
+        || (directory == MutexDirectory::State::Usable && lstat(path.c_str(), &status) != 0
+            && errno == ENOENT)) {
         return Answer::No;
     }
     return enter(false);
@@ -173,10 +171,7 @@ Answer MutexFile::openFile(const FileDescriptor& folder, bool mayCreate)
     if (!m_file.isOpen()) {
         return !mayCreate && errno == ENOENT ? Answer::No : Answer::Failure;
     }
-
-    struct stat status
-    { };
-
+    struct stat status = {};
     if (fstat(m_file.number(), &status) != 0) {
         m_file = FileDescriptor();
         return Answer::Failure;
@@ -214,9 +209,7 @@ Answer MutexFile::join(const FileDescriptor& folder, bool mayCreate)
 
 bool MutexFile::hasName(const FileDescriptor& folder) const
 {
-    struct stat status
-    { };
-
+    struct stat status = {};
     return fstatat(folder.number(), m_fileName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0
         && status.st_dev == m_device && status.st_ino == m_inode;
 }

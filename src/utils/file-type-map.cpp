@@ -66,5 +66,5 @@ QString FileTypeMap::getFiletypeMapping(const QString& name, bool removed)
 {
     const auto found = m_file_type_map.find(name);
     const QString type = found == m_file_type_map.end() ? QStringLiteral("xxx") : found->second;
-    return type + (removed ? QLatin1String("_removed.png") : QLatin1String(".png"));
+    return type + (removed ? QStringLiteral("_removed.png") : QStringLiteral(".png"));
 }

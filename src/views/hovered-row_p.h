@@ -16,8 +16,8 @@ class HoveredRow : public QObject
     Q_OBJECT
 
 public:
-    /** @p tree owns it. */
-    explicit HoveredRow(QTreeView* tree);
+    /** @p view owns it. */
+    explicit HoveredRow(QTreeView* view);
 
     /** Where the pointer is, to be compared with the rectangle of a row in the viewport of @p tree. */
     static QPoint pointerAmongRows(const QTreeView* tree);

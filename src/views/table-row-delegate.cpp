@@ -2,13 +2,13 @@
 
 #include <QHoverEvent>
 #include <QScrollBar>
-#include <QTableView>
 
 namespace vantkit::internal {
 
 TableRowDelegate::TableRowDelegate(QTableView* view)
     : QStyledItemDelegate(view)
     , table(view)
+    , viewport(view->viewport())
 {
     table->viewport()->setAttribute(Qt::WA_Hover);
     table->viewport()->installEventFilter(this);
@@ -17,9 +17,14 @@ TableRowDelegate::TableRowDelegate(QTableView* view)
 
 bool TableRowDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != table->viewport()) {
-        return QStyledItemDelegate::eventFilter(watched, event); // an editor
+    if (watched == viewport) {
+        notePointer(event);
     }
+    return watched != viewport && QStyledItemDelegate::eventFilter(watched, event); // which is for editors
+}
+
+void TableRowDelegate::notePointer(QEvent* event)
+{
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
@@ -31,7 +36,6 @@ bool TableRowDelegate::eventFilter(QObject* watched, QEvent* event)
     default:
         break;
     }
-    return false;
 }
 
 void TableRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
@@ -49,6 +53,9 @@ void TableRowDelegate::setPointer(const QPoint& position)
 
 void TableRowDelegate::follow()
 {
+    if (table.isNull()) {
+        return;
+    }
     const int row = table->indexAt(pointer).row();
     if (row != hoveredRow) {
         repaintRow(hoveredRow);

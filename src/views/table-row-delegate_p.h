@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QPoint>
+#include <QPointer>
 #include <QStyledItemDelegate>
-
-class QTableView;
+#include <QTableView>
 
 namespace vantkit::internal {
 
@@ -26,10 +26,12 @@ private Q_SLOTS:
     void follow();
 
 private:
+    void notePointer(QEvent* event);
     void setPointer(const QPoint& position);
     void repaintRow(int row);
 
-    QTableView* table;
+    QPointer<QTableView> table; // gone before its viewport, which is watched, and before this
+    const QObject* viewport;
     QPoint pointer { -1, -1 };
     int hoveredRow = -1;
 };

@@ -390,14 +390,19 @@ void VantCalanderView::showShortMonthNames()
 {
     const QList<QAction*> months = findChild<QToolButton*>(monthButtonName)->menu()->actions();
     for (QAction* action : months) {
-        action->setText(monthNames.value(action->data().toInt() - 1).left(3));
+        action->setText(nameOfMonth(action->data().toInt()).left(3));
     }
 }
 
-// Qt's calendar takes any number for a month, and tells of it: one that has no name shows none.
 void VantCalanderView::showNameOfMonth(int month)
 {
-    findChild<QToolButton*>(monthButtonName)->setText(monthNames.value(month - 1));
+    findChild<QToolButton*>(monthButtonName)->setText(nameOfMonth(month));
+}
+
+// Qt's calendar takes any number for a month, and tells of it.
+QString VantCalanderView::nameOfMonth(int month) const
+{
+    return month >= 1 && month <= monthNames.size() ? monthNames.at(month - 1) : QString();
 }
 
 void VantCalanderView::restoreAfterCalendar()

@@ -31,7 +31,7 @@ class VANTKIT_EXPORT VantCalanderView : public QAbstractItemView
 public:
     explicit VantCalanderView(QWidget* parent = nullptr);
 
-    /** Shows @p month (1 to 12) of @p year. Selects nothing. */
+    /** Shows @p month (1 to 12) of @p year. Selects nothing. See QCalendarWidget::setCurrentPage. */
     void setCurrentPage(int year, int month);
 
     /** The first day that can be chosen; an invalid @p date is ignored. See QCalendarWidget::setMinimumDate.
@@ -85,6 +85,7 @@ private:
     void showMonthIcons();
     void showShortMonthNames();
     void showNameOfMonth(int month);
+    QString nameOfMonth(int month) const;
     void restoreAfterCalendar();
 
     QTableWidget* weekdayView = nullptr;

@@ -88,6 +88,7 @@ void VantTableWidget::makeHeader()
     header->setModel(headerTable->model());
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    header->setTextElideMode(Qt::ElideRight); // as the body does with what a narrow column cannot hold
     header->setStyleSheet(getStyleSheet("component.table_header", false));
     header->setFixedSize(designPixels(20000), designPixels(30));
     headerTable->setHorizontalHeaderLabels(titles);
@@ -179,8 +180,8 @@ void VantTableWidget::connectParts()
     // Columns may add up to more than the header is wide. Where the area is at its end, the header scrolls
     // on.
     connect(table->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
-    connect(headerArea->horizontalScrollBar(),
-        SIGNAL(rangeChanged(int,int)), this, SLOT(slotScrolledPastHeader()));
+    connect(
+        headerArea->horizontalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(slotScrolledPastHeader()));
     headerArea->viewport()->installEventFilter(this);
 }
 

@@ -153,6 +153,7 @@ void VantButtonPath::refresh(QString path)
     if (focused >= 0) {
         setFocus(Qt::OtherFocusReason); // else it visits another widget on its way
     }
+    m_isRebuilding = true;
     changeFolderBtn->hide();
     clearMenu();
     removeButtons();
@@ -169,8 +170,17 @@ void VantButtonPath::refresh(QString path)
         // Qt takes no wider one, and would leave the column as it is.
         setColumnWidth(columnCount() - 1, qMin(button->width(), horizontalHeader()->maximumSectionSize()));
     }
+    m_isRebuilding = false;
     updateColumnSize();
     focusColumn(focused);
+}
+
+// The table would lay out the whole row with each column that comes; updateColumnSize() has it do so once.
+void VantButtonPath::updateGeometries()
+{
+    if (!m_isRebuilding) {
+        QTableWidget::updateGeometries();
+    }
 }
 
 void VantButtonPath::clearMenu()
@@ -265,6 +275,7 @@ void VantButtonPath::updateColumnSize()
         }
         totalWidth += columnWidth(column);
     }
+    updateGeometries(); // else the scroll bar learns of the widths only later
     if (viewWidth < totalWidth) {
         setChangeFolderBtn(totalWidth);
     }
@@ -295,7 +306,6 @@ void VantButtonPath::setChangeFolderBtn(int totalWidth)
         }
         passed = end;
     }
-    updateGeometries(); // else the scroll bar learns of the new widths only later
     horizontalScrollBar()->setValue(horizontalScrollBar()->maximum());
 }
 

@@ -78,6 +78,9 @@ Q_SIGNALS:
      */
     void sigUpdatePath(QString path);
 
+protected:
+    void updateGeometries() override;
+
 private:
     class Click;
 
@@ -97,5 +100,6 @@ private:
     int viewWidth = 0;
     QSignalMapper* pathMapper;
     QSignalMapper* menuMapper;
+    bool m_isRebuilding = false;
     std::vector<Click*> m_clicks; // those that have not returned, the outermost first
 };

@@ -73,10 +73,11 @@ private:
     Clock::time_point m_time;
 };
 
-/** Shorter than every system can sleep. */
+/** Sleeps, and stays awake where that is too short for some system to sleep. */
 void pauseFor(std::chrono::microseconds time)
 {
     const Deadline end(time);
+    std::this_thread::sleep_for(std::chrono::floor<std::chrono::milliseconds>(time));
     while (!end.isReached()) {
         std::this_thread::yield();
     }
@@ -216,7 +217,7 @@ private:
             counted.error += taken && ReleaseMutex(handle) && CloseHandle(handle) ? 0 : 1;
             counted.result += existed ? 0 : 1;
             // As long as it takes to have everybody out every other time.
-            longestPause = existed ? std::min(longestPause * 2, 20000U) : longestPause / 2 + 1;
+            longestPause = existed ? std::min(longestPause * 2, 50000U) : longestPause / 2 + 1;
             pauseFor(std::chrono::microseconds(random() % longestPause));
         }
         return counted;

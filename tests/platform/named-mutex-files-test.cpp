@@ -396,7 +396,7 @@ TEST_CASE("What stands in the folder's place, and is no folder of ours, is refus
     }
     const auto before = everythingIn(parent.path());
     CHECK(isRefusal(reasonOf(mutexIn(folder)->create())));
-    CHECK(mutexIn(folder)->open() != Existed::Yes);
+    CHECK(isRefusal(reasonOf(mutexIn(folder)->open())));
     CHECK(everythingIn(parent.path()) == before);
 }
 

@@ -3,6 +3,7 @@
 #include "views/calendar-parts.h"
 
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QStyleFactory>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
@@ -56,10 +57,13 @@ private Q_SLOTS:
     void todayBeyondTheLimits();
     void monthsThatAreNone();
     void tabRing();
+    void tabLeavesACalendarAmongOthers();
     void tabIntoGridKeepsTheDay();
     void weekdaysStandAboveTheirDays();
     void isAnEmptyItemView();
-    void colors();
+    void weekendIsBlackUnlessDisabled();
+    void showsWhereTheFocusIs();
+    void showsWhatCannotBeChosen();
 
 private:
     QTemporaryDir userFolder;
@@ -262,6 +266,25 @@ void CalendarTest::tabRing()
     QCOMPARE(QApplication::focusWidget(), parts.yearEditor);
 }
 
+void CalendarTest::tabLeavesACalendarAmongOthers()
+{
+    QWidget page;
+    auto* before = new QLineEdit(&page);
+    auto* view = new VantCalanderView(&page);
+    auto* after = new QLineEdit(&page);
+    const Parts parts(view);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+
+    const QWidgetList stops { before, parts.previous, parts.next, parts.month, parts.year, parts.grid,
+        parts.today, view, after, before };
+    before->setFocus();
+    for (int step = 1; step < stops.size(); ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), stops.at(step));
+    }
+}
+
 void CalendarTest::tabIntoGridKeepsTheDay()
 {
     Window window;
@@ -300,12 +323,52 @@ void CalendarTest::isAnEmptyItemView()
     QVERIFY(!view.indexAt({ 5, 5 }).isValid());
 }
 
-void CalendarTest::colors()
+void CalendarTest::weekendIsBlackUnlessDisabled()
 {
     Window window;
+    const QCalendarWidget* calendar = window.parts.calendar;
     for (const Qt::DayOfWeek day : { Qt::Saturday, Qt::Sunday }) {
-        QCOMPARE(window.parts.calendar->weekdayTextFormat(day).foreground(), QBrush(Qt::black));
+        window.view->setEnabled(false);
+        QVERIFY(!calendar->weekdayTextFormat(day).hasProperty(QTextFormat::ForegroundBrush));
+        window.view->setEnabled(true);
+        QCOMPARE(calendar->weekdayTextFormat(day).foreground(), QBrush(Qt::black));
     }
+}
+
+void CalendarTest::showsWhereTheFocusIs()
+{
+    Window window;
+    const Parts& parts = window.parts;
+    for (QWidget* stop : QWidgetList {
+             window.view, parts.previous, parts.next, parts.month, parts.year, parts.grid, parts.today }) {
+        stop->setFocus(Qt::TabFocusReason);
+        const QImage focused = stop->grab().toImage();
+        stop->clearFocus();
+        QVERIFY2(focused != stop->grab().toImage(), qPrintable(stop->objectName()));
+    }
+}
+
+void CalendarTest::showsWhatCannotBeChosen()
+{
+    Window window;
+    const auto darkest = [&](const QDate& day) {
+        const QImage picture = window.parts.grid->viewport()->grab().toImage();
+        const int ratio = displayscale::ratio();
+        const QPoint center = window.parts.centerOf(day) * ratio;
+        int lightness = 255;
+        for (int y = -6 * ratio; y <= 6 * ratio; ++y) {
+            for (int x = -10 * ratio; x <= 10 * ratio; ++x) {
+                lightness = qMin(lightness, picture.pixelColor(center + QPoint(x, y)).lightness());
+            }
+        }
+        return lightness;
+    };
+    const QDate inside(2017, 3, 18);
+    const QDate outside(2017, 3, 19);
+    const int choosable = darkest(outside);
+    window.view->setMaximumDate(inside);
+    QVERIFY(darkest(outside) > choosable + 80);
+    QVERIFY(darkest(inside) < choosable + 20);
 }
 
 QTEST_MAIN(CalendarTest)

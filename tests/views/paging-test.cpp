@@ -272,6 +272,7 @@ void PagingTest::buttons_data()
         "99999998 99999999 100000000 100000001 100000002 | first prev next last");
     row("far beyond", 10, 70, most, "- - - - - | first prev");
     row("far before", 10, 70, least, "- - - - - | first prev next last");
+    row("far before all", 1, most, least, "- - - - - | first prev next last");
     row("no rows", 0, 70, 1, "- - 1 - - |");
     row("fewer than no rows", -1, least, 1, "- - 1 - - |");
 }

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void clickInsideClick();
     void keyboard();
     void focusStaysInRow();
-    void refreshUnderOpenMenu();
+    void changesUnderOpenMenu();
 };
 
 namespace {
@@ -362,7 +362,8 @@ void PathBarTest::clickInsideClick()
     QList<QPointer<QPushButton>> clicked;
     int depth = 0;
     connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
-        if (++depth == 3) {
+        const int level = ++depth;
+        if (level == 3) {
             delete window.bar;
             return;
         }
@@ -371,7 +372,7 @@ void PathBarTest::clickInsideClick()
             clicked << window.button(0);
             window.button(0)->click();
         });
-        QVERIFY(clicked.at(depth - 3));
+        QVERIFY(clicked.at(level - 1));
     });
     clicked << window.button(2);
     window.button(2)->click();
@@ -437,17 +438,23 @@ void PathBarTest::focusStaysInRow()
     QCOMPARE(window.focusWidget(), window.after);
 }
 
-void PathBarTest::refreshUnderOpenMenu()
+void PathBarTest::changesUnderOpenMenu()
 {
     const Window window(150);
-    window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
-    QTimer::singleShot(0, this, [&] {
-        QVERIFY(QApplication::activePopupWidget());
-        window.bar->refresh(QStringLiteral("a"));
-        QVERIFY(!QApplication::activePopupWidget());
-    });
-    QTest::keyClick(window.folderButton(), Qt::Key_Space);
-    QVERIFY(window.folderButton()->isHidden());
+    for (const bool deletesBar : { false, true }) {
+        window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
+        QTimer::singleShot(0, this, [&] {
+            QVERIFY(QApplication::activePopupWidget());
+            if (deletesBar) {
+                delete window.bar;
+            } else {
+                window.bar->refresh(QStringLiteral("a"));
+            }
+            QVERIFY(!QApplication::activePopupWidget());
+        });
+        QTest::keyClick(window.folderButton(), Qt::Key_Space);
+        QVERIFY(deletesBar ? !window.bar : window.folderButton()->isHidden());
+    }
 }
 
 QTEST_MAIN(PathBarTest)

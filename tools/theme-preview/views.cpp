@@ -14,7 +14,6 @@
 #include <QScrollArea>
 #include <QStyledItemDelegate>
 #include <QTableWidget>
-#include <QTextCharFormat>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -28,11 +27,6 @@ const QColor ground(0xF5, 0xF8, 0xFA);
 int px(int designPixels)
 {
     return static_cast<int>(designPixels * DPIinfo::getInstance().getDPI());
-}
-
-QString text(const char* key)
-{
-    return ComponentStrings::getInstance().getString(QLatin1String(key));
 }
 
 // A sheet over the mask of a window, as an application shows it. @p make gets the window, which is a little
@@ -68,53 +62,6 @@ void hover(QAbstractItemView* view, const QModelIndex& index)
     const QPointF position(view->visualRect(index).center());
     QHoverEvent event(QEvent::HoverMove, position, QPointF());
     QCoreApplication::sendEvent(view->viewport(), &event);
-}
-
-// The reshaping that the calendar view does from outside.
-void reshape(QCalendarWidget* calendar)
-{
-    calendar->setFirstDayOfWeek(Qt::Sunday);
-    calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
-    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    QTextCharFormat weekend = calendar->weekdayTextFormat(Qt::Saturday);
-    weekend.setForeground(Qt::black);
-    calendar->setWeekdayTextFormat(Qt::Saturday, weekend);
-    calendar->setWeekdayTextFormat(Qt::Sunday, weekend);
-
-    const auto arrow = [calendar](const char* button, const char* image) {
-        const QPixmap pixmap = getGlobalImage(image, ImageManager::Normal);
-        auto* made = calendar->findChild<QToolButton*>(QLatin1String(button));
-        made->setIcon(pixmap);
-        made->setIconSize(pixmap.size() / DPIinfo::getInstance().getDPR());
-    };
-    arrow("qt_calendar_prevmonth", "bt_pagebar_backend");
-    arrow("qt_calendar_nextmonth", "bt_pagebar_nextend");
-    calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"))->setText(text("month_mar"));
-    calendar->findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))->setAutoFillBackground(false);
-}
-
-QTableWidget* weekdayRow()
-{
-    auto* row = new QTableWidget(1, 7);
-    row->setObjectName(QStringLiteral("qt_calendar_weekdayview"));
-    row->horizontalHeader()->setStyleSheet(getStyleSheet("component.table_header", false));
-    row->setStyleSheet(getStyleSheet("component.table", false));
-    row->setFixedHeight(px(30));
-    row->horizontalHeader()->hide();
-    row->verticalHeader()->hide();
-    const char* const days[] = { "sunday", "monday", "tuesday", "wednesday", "thursday", "friday",
-        "saturday" };
-    for (int column = 0; column < 7; ++column) {
-        auto* item = new QTableWidgetItem(text(days[column]).left(1));
-        item->setTextAlignment(Qt::AlignCenter);
-        row->setItem(0, column, item);
-    }
-    row->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    row->setSelectionMode(QAbstractItemView::NoSelection);
-    row->setFrameStyle(0);
-    row->setShowGrid(false);
-    row->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    return row;
 }
 
 } // namespace
@@ -180,74 +127,23 @@ QPixmap pagingBar()
 
 QPixmap pathBar()
 {
-    auto* bar = new QTableWidget(1, 0);
-    bar->horizontalHeader()->hide();
-    bar->verticalHeader()->hide();
-    bar->setShowGrid(false);
-    bar->setSelectionMode(QAbstractItemView::NoSelection);
-    bar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    bar->setFocusPolicy(Qt::NoFocus);
-    bar->setFixedSize(px(420), px(28));
-    bar->setStyleSheet(getStyleSheet("component.button_path", false));
-    const auto add = [bar](QPushButton* button) {
-        button->setFlat(true);
-        const int column = bar->columnCount();
-        bar->insertColumn(column);
-        bar->setCellWidget(0, column, button);
-        bar->setColumnWidth(column, button->width());
-    };
-    QPushButton* hovered = nullptr;
-    const QStringList names { QString(), QStringLiteral("Documents"), QStringLiteral("Letters"),
-        QStringLiteral("R&&D"), QStringLiteral("Drafts") };
-    for (const QString& name : names) {
-        auto* button = new QPushButton(name);
-        button->setStyleSheet(getStyleSheet("component.button_path_name_button", false));
-        const int textWidth = button->fontMetrics().horizontalAdvance(name);
-        button->setFixedSize(name.isEmpty() ? px(26) : px(textWidth + 16), px(26));
-        add(button);
-        if (name != names.last()) {
-            auto* arrow = new QPushButton;
-            arrow->setIcon(getGlobalImage("bt_next", ImageManager::Normal));
-            arrow->setStyleSheet(getStyleSheet("component.button_path_arrow", false));
-            arrow->setFixedSize(px(6), px(28));
-            add(arrow);
-            hovered = button;
-        }
-    }
-    auto* folder = new QToolButton(bar);
-    folder->setIcon(getGlobalImage("folder", ImageManager::Normal));
-    folder->setIconSize({ 20, 20 });
-    folder->setStyleSheet(getStyleSheet("component.button_path_change_folder_btn", false));
-    folder->setFixedSize(px(26), px(26));
-    folder->move(px(1), px(1));
-    return pictureOf(bar, 12, ground, [bar, hovered] {
-        for (int column = 1; column < bar->columnCount(); column += 2) {
-            bar->setColumnWidth(column, px(6));
-        }
-        putPointerOn(hovered);
+    auto* bar = new VantButtonPath;
+    bar->setFixedWidth(px(420));
+    return pictureOf(bar, 12, ground, [bar] {
+        QCoreApplication::processEvents(); // the bar has to have its width
+        bar->refresh(QStringLiteral("Server/Backups of the office/Documents/Letters/R&D/Drafts"));
+        putPointerOn(bar->cellWidget(0, bar->columnCount() - 3));
     });
 }
 
 QPixmap calendarPopup()
 {
-    auto* popup = new QFrame;
-    popup->setFixedSize(px(280), px(260));
-    popup->setObjectName(QStringLiteral("popup"));
-    popup->setStyleSheet(QStringLiteral("#popup { border: 1px solid #C8D2DC; background-color: #FFFFFF; }")
-        + getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
-    auto* calendar = new QCalendarWidget;
-    auto* today = new VantButton(text("today"), 1);
-    today->setFixedHeight(px(24));
-    auto* layout = new QVBoxLayout(popup);
-    layout->addWidget(calendar);
-    layout->addWidget(today, 0, Qt::AlignHCenter);
-    reshape(calendar);
-    qobject_cast<QVBoxLayout*>(calendar->layout())->insertWidget(1, weekdayRow(), 0);
-    calendar->setSelectedDate(QDate(2017, 3, 9));
-    return pictureOf(popup, 12, ground, [calendar] {
-        calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"))
-            ->setText(text("month_mar"));
-    });
+    auto* view = new VantCalanderView;
+    view->setFixedSize(px(280), px(260));
+    view->setStyleSheet(
+        getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
+    view->findChild<QCalendarWidget*>()->setSelectedDate(QDate(2017, 3, 9));
+    return pictureOf(view, 12, ground);
 }
 
 QPixmap messageSheet()
