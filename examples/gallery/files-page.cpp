@@ -31,7 +31,7 @@ namespace gallery {
 namespace {
 
 const int rowsOfAPage = 50;
-const int treeWidth = 216;
+const int treeWidth = 208;
 const int viewHeight = 420;
 
 enum Column { NameColumn, KindColumn, SizeColumn, ChangedColumn };
@@ -243,10 +243,10 @@ QLayout* FilesPage::createViews()
 QWidget* FilesPage::createTable()
 {
     VantTableColumnsInfo columns;
-    columns.addColumn(text("files.column.name"), 140, true, 1.0);
-    columns.addColumn(text("files.column.kind"), 120, true, 0.0);
+    columns.addColumn(text("files.column.name"), 96, true, 1.0);
+    columns.addColumn(text("files.column.kind"), 116, true, 0.0);
     columns.addColumn(text("files.column.size"), 88, true, 0.0);
-    columns.addColumn(text("files.column.changed"), 140, true, 0.0);
+    columns.addColumn(text("files.column.changed"), 136, true, 0.0);
     m_table = live(new VantTableWidget(columns));
     m_table->getTable()->setAccessibleName(text("files.files"));
     m_table->getTable()->setIconSize({ px(20), px(20) });
@@ -367,11 +367,12 @@ const FileEntry* FilesPage::entryOfRow(int row) const
 void FilesPage::showRows()
 {
     QTableWidget* table = m_table->getTable();
-    table->setCurrentItem(nullptr);
+    table->clearSelection();
     table->setRowCount(qBound(0, m_list.count() - m_paging->startItem(), rowsOfAPage));
     for (int row = 0; row < table->rowCount(); ++row) {
         showRow(row, *entryOfRow(row));
     }
+    table->setCurrentCell(0, NameColumn, QItemSelectionModel::NoUpdate); // where the keyboard begins
     table->scrollToTop();
 }
 

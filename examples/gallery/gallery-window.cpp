@@ -248,7 +248,11 @@ void GalleryWindow::openPage()
     m_scrollArea->setWidget(m_page); // deletes the page before it
 
     // The page came last to the window; the foot comes last to the keyboard.
-    setTabOrder(previousInFocusChain(), m_startAgain);
+    QWidget* last = previousInFocusChain();
+    while (last->focusPolicy() == Qt::NoFocus) {
+        last = last->previousInFocusChain(); // Qt puts nothing behind it
+    }
+    setTabOrder(last, m_startAgain);
     setTabOrder(m_startAgain, m_close);
 }
 
