@@ -24,6 +24,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <utility>
 
 namespace gallery {
@@ -43,13 +44,15 @@ QString nameOf(Kind kind)
     return text(names[static_cast<int>(kind)]);
 }
 
-// Bytes alone would be told in English.
+// Bytes alone would be told in English, and what is not empty does not look so.
 QString sizeText(qint64 size)
 {
     const qint64 kilo = 1024;
-    return size < kilo
-        ? gallery::locale().toString(static_cast<double>(size) / kilo, 'f', 1) + QStringLiteral(" KiB")
-        : gallery::locale().formattedDataSize(size, 1);
+    if (size >= kilo) {
+        return gallery::locale().formattedDataSize(size, 1);
+    }
+    const double tenths = std::ceil(10.0 * static_cast<double>(size) / kilo);
+    return gallery::locale().toString(tenths / 10, 'f', 1) + QStringLiteral(" KiB");
 }
 
 /** The folder itself, or the innermost one around it that there is. */
