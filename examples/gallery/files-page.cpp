@@ -115,6 +115,7 @@ private:
     void rename(const QString& path, const QString& newName);
     void warn(const char* title, const QString& words);
     const FileEntry* entryOfRow(int row) const;
+    QString shortened(const QString& name) const;
 
     QString m_folder;
     QString m_cameFrom; ///< the folder in it to be selected, once it is read
@@ -419,7 +420,8 @@ void FilesPage::reportSelection()
         size += entry ? entry->size : 0;
     }
     const FileEntry* first = entryOfRow(rows.first().row());
-    const QString what = rows.size() == 1 && first ? first->name : gallery::locale().toString(rows.size());
+    const QString what =
+        rows.size() == 1 && first ? shortened(first->name) : gallery::locale().toString(rows.size());
     Q_EMIT happened(text("files.selected").arg(what, sizeText(size)));
 }
 
@@ -432,7 +434,7 @@ void FilesPage::openRow(int row)
     if (entry->kind == Kind::Folder) {
         openFolder(QDir(m_folder).filePath(entry->name));
     } else {
-        Q_EMIT happened(text("event.chosen").arg(entry->name));
+        Q_EMIT happened(text("event.chosen").arg(shortened(entry->name)));
     }
 }
 
@@ -446,13 +448,19 @@ void FilesPage::rename(const QString& path, const QString& newName)
     }
     const QString newPath = QFileInfo(path).dir().filePath(newName);
     m_tree->renamed(path, newPath);
-    Q_EMIT happened(text("files.renamed").arg(QFileInfo(path).fileName(), newName));
+    Q_EMIT happened(text("files.renamed").arg(shortened(QFileInfo(path).fileName()), shortened(newName)));
     if (m_folder == path || m_folder.startsWith(path + '/')) {
         openFolder(newPath + m_folder.mid(path.size()));
     } else if (m_folder == QFileInfo(path).path()) {
         readAgain();
     }
     m_tree->refresh(QFileInfo(path).path());
+}
+
+// The line of reports has room for two of them.
+QString FilesPage::shortened(const QString& name) const
+{
+    return fontMetrics().elidedText(inOneLine(name), Qt::ElideMiddle, px(200));
 }
 
 void FilesPage::warn(const char* title, const QString& words)
