@@ -49,8 +49,8 @@ void ModalSheet::dressDiscardButton(const QString& text)
 
 void ModalSheet::connectButtons()
 {
-    connect(buttonBox, SIGNAL(clicked(QAbstractButton*)), sheet, SLOT(buttonClick(QAbstractButton*)),
-        Qt::UniqueConnection);
+    connect(buttonBox,
+        SIGNAL(clicked(QAbstractButton*)), sheet, SLOT(buttonClick(QAbstractButton*)), Qt::UniqueConnection);
 }
 
 void ModalSheet::fixWidth(int width)

@@ -45,8 +45,9 @@ public:
      */
     void mappingFile(const QString& type, const QString& extensions);
 
+    /** From an extension to its kind; filled once the instance exists. */
+    static std::map<QString, QString, CaseLessCompare> m_file_type_map;
+
 private:
     FileTypeMap();
-
-    static std::map<QString, QString, CaseLessCompare> m_file_type_map;
 };

@@ -19,6 +19,8 @@ class VANTKIT_EXPORT FileSystemTreeWidgetItem : public QTreeWidgetItem
 {
 public:
     FileSystemTreeWidgetItem();
+    FileSystemTreeWidgetItem(const FileSystemTreeWidgetItem&) = delete;
+    FileSystemTreeWidgetItem& operator=(const FileSystemTreeWidgetItem&) = delete;
 
     /**
      * False if the key of @p other is exactly "home"; else Qt's comparison by the sort column, as also with

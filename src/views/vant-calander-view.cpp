@@ -242,7 +242,7 @@ VantCalanderView::VantCalanderView(QWidget* parent)
     connect(calendar, SIGNAL(activated(QDate)), this, SIGNAL(sigDateSelect(QDate)));
     connect(calendar, SIGNAL(clicked(QDate)), this, SIGNAL(sigDateSelect(QDate)));
     connect(todayButton, SIGNAL(clicked()), this, SLOT(selectToday()));
-    connect(calendar, SIGNAL(currentPageChanged(int, int)), this, SLOT(pageChanged(int, int)));
+    connect(calendar, SIGNAL(currentPageChanged(int,int)), this, SLOT(pageChanged(int,int)));
 }
 
 void VantCalanderView::setCurrentPage(int year, int month)
@@ -342,14 +342,15 @@ void VantCalanderView::handleTabOrder()
     }
 }
 
-bool VantCalanderView::eventFilter(QObject*, QEvent* event)
+bool VantCalanderView::eventFilter(QObject* /*watched*/, QEvent* event)
 {
+    // The filters of an item view are not for what is inside this one.
     if (event->type() != QEvent::KeyPress) {
-        return false;
+        return false; // clazy:exclude=base-class-event
     }
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key != Qt::Key_Tab && key != Qt::Key_Backtab) {
-        return false;
+        return false; // clazy:exclude=base-class-event
     }
     focusNextPrevChild(key == Qt::Key_Tab);
 
@@ -363,7 +364,7 @@ bool VantCalanderView::eventFilter(QObject*, QEvent* event)
     return true;
 }
 
-void VantCalanderView::pageChanged(int, int month)
+void VantCalanderView::pageChanged(int /*year*/, int month)
 {
     showNameOfMonth(month);
 }
@@ -421,19 +422,19 @@ bool VantCalanderView::event(QEvent* event)
         || event->type() == QEvent::MouseButtonDblClick;
 }
 
-QRect VantCalanderView::visualRect(const QModelIndex&) const
+QRect VantCalanderView::visualRect(const QModelIndex& /*index*/) const
 {
     return {};
 }
 
-void VantCalanderView::scrollTo(const QModelIndex&, ScrollHint) { }
+void VantCalanderView::scrollTo(const QModelIndex& /*index*/, ScrollHint /*hint*/) { }
 
-QModelIndex VantCalanderView::indexAt(const QPoint&) const
+QModelIndex VantCalanderView::indexAt(const QPoint& /*point*/) const
 {
     return {};
 }
 
-QModelIndex VantCalanderView::moveCursor(CursorAction, Qt::KeyboardModifiers)
+QModelIndex VantCalanderView::moveCursor(CursorAction /*action*/, Qt::KeyboardModifiers /*modifiers*/)
 {
     return {};
 }
@@ -448,14 +449,14 @@ int VantCalanderView::verticalOffset() const
     return 0;
 }
 
-bool VantCalanderView::isIndexHidden(const QModelIndex&) const
+bool VantCalanderView::isIndexHidden(const QModelIndex& /*index*/) const
 {
     return true;
 }
 
-void VantCalanderView::setSelection(const QRect&, QItemSelectionModel::SelectionFlags) { }
+void VantCalanderView::setSelection(const QRect& /*rect*/, QItemSelectionModel::SelectionFlags /*flags*/) { }
 
-QRegion VantCalanderView::visualRegionForSelection(const QItemSelection&) const
+QRegion VantCalanderView::visualRegionForSelection(const QItemSelection& /*selection*/) const
 {
     return {};
 }

@@ -77,7 +77,7 @@ protected:
     QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
 private Q_SLOTS:
-    void pageChanged(int, int month);
+    void pageChanged(int year, int month);
     void slotMonthTriggered(QAction* action);
     void showNameOfPage();
 
