@@ -194,6 +194,7 @@ QWidget* GalleryWindow::pageArea()
 QWidget* GalleryWindow::footbar()
 {
     m_report = styledLabel({}, "gallery.caption");
+    m_report->setTextFormat(Qt::PlainText);
     m_startAgain = button(text("window.start_again"), 1);
     connect(m_startAgain, &QPushButton::clicked, this, &GalleryWindow::openPage);
     m_close = button(text("window.close"), 0);
@@ -247,7 +248,11 @@ void GalleryWindow::openPage()
     m_scrollArea->setWidget(m_page); // deletes the page before it
 
     // The page came last to the window; the foot comes last to the keyboard.
-    setTabOrder(previousInFocusChain(), m_startAgain);
+    QWidget* last = previousInFocusChain();
+    while (last->focusPolicy() == Qt::NoFocus) {
+        last = last->previousInFocusChain(); // Qt puts nothing behind it
+    }
+    setTabOrder(last, m_startAgain);
     setTabOrder(m_startAgain, m_close);
 }
 
@@ -288,6 +293,11 @@ void GalleryWindow::enterState(const QString& state)
         m_enabled->setChecked(false);
     }
     m_page->enterState(state);
+}
+
+void GalleryWindow::settle()
+{
+    m_page->settle();
 }
 
 QWidget* GalleryWindow::opener(const QString& state) const

@@ -32,6 +32,9 @@ public:
     /** Brings the page into the state @p state, "disabled" on every page or one of its own. */
     void enterState(const QString& state);
 
+    /** Waits until the page is at rest. */
+    void settle();
+
     /** The widget that a popup opens at in @p state, if one does. */
     QWidget* opener(const QString& state) const;
 

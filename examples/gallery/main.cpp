@@ -1,5 +1,6 @@
 #include "command-line.h"
 #include "gallery-window.h"
+#include "places.h"
 #include "screenshots.h"
 #include "startup-times.h"
 #include "texts.h"
@@ -60,6 +61,7 @@ int takePictures(int argc, char** argv, const Options& options, StartupTimes& ti
     const QApplication application(argc, argv);
     const QTemporaryDir passingFolder; // pictures leave nothing behind
     startKit(options, passingFolder.path(), times);
+    useMadeUpPlaces(passingFolder.filePath(QStringLiteral("places")));
     return takeScreenshots(options);
 }
 

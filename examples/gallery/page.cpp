@@ -28,6 +28,8 @@ void Page::setLiveEnabled(bool enabled)
 
 void Page::enterState(const QString& /*state*/) { }
 
+void Page::settle() { }
+
 QWidget* Page::opener(const QString& /*state*/) const
 {
     return nullptr;

@@ -20,6 +20,9 @@ public:
     /** Brings the page into one of the states that its row in the table of pages names, for a picture. */
     virtual void enterState(const QString& state);
 
+    /** Waits for what the page still does on its own, so that a picture shows it at rest. */
+    virtual void settle();
+
     /** The widget that a popup opens at in @p state, if one does. */
     virtual QWidget* opener(const QString& state) const;
 

@@ -15,6 +15,7 @@ Page* createTreePage();
 Page* createCalendarPage();
 Page* createDatesPage();
 Page* createFilterPage();
+Page* createFilesPage();
 
 const QList<PageInfo>& pages()
 {
@@ -34,6 +35,8 @@ const QList<PageInfo>& pages()
         { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
         { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
+        { "files", createFilesPage,
+            { "selected", "filtered", "kinds", "rename", "failure", "deep", "disabled" } },
     };
     return table;
 }

@@ -120,6 +120,7 @@ QPixmap pictureOf(const QString& page, const QString& state, const QString& lang
     window.show();
     window.activateWindow();
     QApplication::processEvents();
+    window.settle();
     window.focusWidget()->clearFocus();
     window.growToPage();
     QApplication::processEvents();

@@ -16,16 +16,17 @@ namespace {
 const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "calendar", "calendar-bar",
     "calendar-disabled", "calendar-focus", "calendar-frame", "calendar-month", "calendar-year", "dates",
     "dates-day", "dates-disabled", "dates-focus", "dates-month", "dates-popup", "dates-year", "fields",
-    "fields-disabled", "fields-error", "fields-focus", "filter", "filter-disabled", "filter-focus",
-    "filter-keyword", "filter-menu", "footbar", "footbar-disabled", "footbar-filled", "inputs",
-    "inputs-combo", "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled",
-    "labels-focus", "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge",
-    "paging-last", "paging-plain", "path", "path-disabled", "path-focus", "path-hidden", "path-hover",
-    "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information", "sheets-input",
-    "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many",
-    "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled", "tree-hover", "tree-menu",
-    "tree-rename" };
+    "fields-disabled", "fields-error", "fields-focus", "files", "files-deep", "files-disabled",
+    "files-failure", "files-filtered", "files-kinds", "files-rename", "files-selected", "filter",
+    "filter-disabled", "filter-focus", "filter-keyword", "filter-menu", "footbar", "footbar-disabled",
+    "footbar-filled", "inputs", "inputs-combo", "inputs-disabled", "inputs-focus", "inputs-menu", "labels",
+    "labels-disabled", "labels-focus", "labels-narrow", "paging", "paging-disabled", "paging-focus",
+    "paging-huge", "paging-last", "paging-plain", "path", "path-disabled", "path-focus", "path-hidden",
+    "path-hover", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
+    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question",
+    "sheets-upgrading", "sheets-warning", "sheets-warningquestion", "table", "table-disabled",
+    "table-empty", "table-many", "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled",
+    "tree-hover", "tree-menu", "tree-rename" };
 
 struct Outcome
 {
@@ -273,6 +274,7 @@ void GalleryTest::repeatsItself_data()
 
     QTest::newRow("popups") << "inputs";
     QTest::newRow("movies and countdowns") << "sheets";
+    QTest::newRow("files") << "files";
 }
 
 void GalleryTest::repeatsItself()

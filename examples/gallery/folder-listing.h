@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDateTime>
+#include <QLocale>
+#include <QString>
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+namespace gallery {
+
+enum class Kind { Folder, Document, Picture, Music, Video, Archive, Other };
+
+struct FileEntry
+{
+    QString name;
+    QString icon; ///< the file below the theme's folder of file types; empty for a folder
+    Kind kind = Kind::Other;
+    qint64 size = 0;
+    QDateTime changed; ///< null if it cannot be told
+};
+
+/** What was in a folder when it was read: folders first, each group by name as a reader would sort it. */
+struct FolderListing
+{
+    QString folder;
+    bool isThere = false;
+    bool isReadable = false;
+    std::vector<FileEntry> entries;
+};
+
+using ListingPtr = std::shared_ptr<const FolderListing>;
+
+/**
+ * Reads a folder without what is hidden, and stops early once @p isCancelled. May run in any thread. A long
+ * listing is deleted in a thread of its own, whoever lets go of it last.
+ */
+ListingPtr readFolder(const QString& folder, const QLocale& reader, const std::atomic_bool& isCancelled);
+
+} // namespace gallery
