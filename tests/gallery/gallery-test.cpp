@@ -23,10 +23,10 @@ const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "
     "labels-disabled", "labels-focus", "labels-narrow", "paging", "paging-disabled", "paging-focus",
     "paging-huge", "paging-last", "paging-plain", "path", "path-disabled", "path-focus", "path-hidden",
     "path-hover", "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information",
-    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question",
-    "sheets-upgrading", "sheets-warning", "sheets-warningquestion", "table", "table-disabled",
-    "table-empty", "table-many", "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled",
-    "tree-hover", "tree-menu", "tree-rename" };
+    "sheets-input", "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
+    "sheets-warning", "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many",
+    "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled", "tree-hover", "tree-menu",
+    "tree-rename" };
 
 struct Outcome
 {
