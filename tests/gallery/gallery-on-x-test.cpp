@@ -73,14 +73,16 @@ public:
         }
     }
 
-    /** The windows that the window manager has in hand, the oldest first. */
+    /** The windows that the window manager has in hand, the oldest first. Other programs' may go meanwhile.
+     */
     QList<uint> windows() const
     {
         QList<uint> own;
-        const QStringList lines = run("wmctrl", { "-l", "-p" }).split('\n', Qt::SkipEmptyParts);
-        for (const QString& line : lines) {
-            if (line.simplified().section(' ', 2, 2).toLongLong() == process.processId()) {
-                own += windowsIn(line).first();
+        const QList<uint> all = windowsIn(property({ "-root" }, "_NET_CLIENT_LIST"));
+        for (uint window : all) {
+            const QString pid = property({ "-id", QString::number(window) }, "_NET_WM_PID");
+            if (pid.section('=', 1).trimmed().toLongLong() == process.processId()) {
+                own += window;
             }
         }
         return own;
@@ -121,7 +123,7 @@ public:
     void maximise() const
     {
         run("wmctrl",
-            { "-i", "-r", QString::number(windows().first()), "-b", "add,maximized_vert,maximized_horz" });
+            { "-i", "-r", QString::number(windows().value(0)), "-b", "add,maximized_vert,maximized_horz" });
     }
 
     /** With menus and lists, which the window manager does not have in hand. */
@@ -134,7 +136,7 @@ public:
     /** Whether the window can be closed, which an open sheet does not let it. */
     bool canClose() const
     {
-        const QString hints = property({ "-id", QString::number(windows().first()) }, "_MOTIF_WM_HINTS");
+        const QString hints = property({ "-id", QString::number(windows().value(0)) }, "_MOTIF_WM_HINTS");
         return windowsIn(hints).value(1) & 0x20;
     }
 
@@ -157,6 +159,7 @@ QString socketName()
     return QDir::temp().entryList({ "qtsingleapp-galler-*" }, QDir::System).value(0);
 }
 
+/** The listening end counts as one. What other programs do meanwhile can hide one for a moment. */
 int connectionsTo(const QString& socket)
 {
     QFile table("/proc/net/unix");
@@ -277,7 +280,7 @@ void GalleryOnXTest::firstIsBusyWithTheUser()
     }
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
     QTRY_COMPARE_WITH_TIMEOUT(first.visibleWindows(), 1, patience);
-    QVERIFY(first.canClose());
+    QTRY_VERIFY_WITH_TIMEOUT(first.canClose(), patience);
 }
 
 void GalleryOnXTest::firstDoesNotAnswer()
@@ -286,9 +289,8 @@ void GalleryOnXTest::firstDoesNotAnswer()
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
     first.signal(SIGSTOP);
     const QStringList outcome = startAgain({ "--page", "sheets" });
-    QCOMPARE(outcome.size(), 2);
-    QCOMPARE(outcome.first(), QString("1"));
-    QVERIFY2(outcome.last().contains("does not answer"), qPrintable(outcome.last()));
+    QVERIFY2(outcome.size() == 2 && outcome.first() == "1" && outcome.last().contains("does not answer"),
+        qPrintable(outcome.join('\n')));
 }
 
 void GalleryOnXTest::firstDiesMeanwhile()
@@ -297,11 +299,8 @@ void GalleryOnXTest::firstDiesMeanwhile()
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
     first.signal(SIGSTOP);
     const QString socket = socketName();
-    const int before = connectionsTo(socket);
-    QVERIFY(before > 0);
-
     const Gallery second("sheets");
-    QTRY_VERIFY_WITH_TIMEOUT(connectionsTo(socket) > before, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(connectionsTo(socket) > 1, patience);
     first.end(SIGKILL);
     QTRY_COMPARE_WITH_TIMEOUT(second.look(), inFront("Sheets"), patience);
     QCOMPARE(startAgain({ "--page", "inputs" }), QStringList("0"));
