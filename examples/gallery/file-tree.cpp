@@ -1,6 +1,7 @@
 #include "file-tree.h"
 
 #include "controls.h"
+#include "file-icons.h"
 #include "folder-reader.h"
 #include "places.h"
 #include "texts.h"
@@ -120,16 +121,7 @@ void forEachItem(QTreeWidgetItem* item, const std::function<void(Item*)>& act)
 
 QIcon iconOf(const FileEntry& entry)
 {
-    if (entry.kind == Kind::Folder) {
-        return getGlobalImage("folder");
-    }
-    static QHash<QString, QIcon> icons;
-    QIcon& icon = icons[entry.icon];
-    if (icon.isNull()) {
-        icon = QIcon(UIPathManager::getInstance().getPath(QStringLiteral("resource_path"))
-            + QStringLiteral("/filetypes/") + entry.icon);
-    }
-    return icon;
+    return entry.kind == Kind::Folder ? getGlobalImage("folder") : fileIcon(QFileInfo(entry.name).suffix());
 }
 
 FileTree::FileTree()

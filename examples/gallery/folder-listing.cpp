@@ -51,8 +51,7 @@ FileEntry entryOf(const QFileInfo& info)
         entry.kind = Kind::Folder;
         return entry;
     }
-    entry.icon = FileTypeMap::getInstance().getFiletypeMapping(info.suffix(), false);
-    entry.kind = kindOf(entry.icon);
+    entry.kind = kindOf(FileTypeMap::getInstance().getFiletypeMapping(info.suffix(), false));
     entry.size = info.size();
     return entry;
 }

@@ -15,7 +15,6 @@ enum class Kind { Folder, Document, Picture, Music, Video, Archive, Other };
 struct FileEntry
 {
     QString name;
-    QString icon; ///< the file below the theme's folder of file types; empty for a folder
     Kind kind = Kind::Other;
     qint64 size = 0;
     QDateTime changed; ///< null if it cannot be told
