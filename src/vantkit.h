@@ -2,6 +2,10 @@
 
 // Every public header of the kit.
 
+#include "help/browser-window.h"
+#include "help/help-window.h"
+#include "help/html-text-browser.h"
+#include "help/image-downloader.h"
 #include "image-manager/image-manager.h"
 #include "qtsingleapplication/src/qtlocalpeer.h"
 #include "qtsingleapplication/src/qtlockedfile.h"
@@ -20,6 +24,7 @@
 #include "utils/file-type-map.h"
 #include "utils/focus-helpers.h"
 #include "utils/ui-path-manager.h"
+#include "utils/vant-locale.h"
 #include "utils/window-close-button.h"
 #include "views/file-system-tree-widget-item.h"
 #include "views/item-delegate.h"

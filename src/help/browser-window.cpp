@@ -1,0 +1,81 @@
+#include "help/browser-window.h"
+
+#include "help/html-text-browser.h"
+#include "style-manager/style-manager.h"
+#include "utils/text-decoding_p.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QTimer>
+#include <QVBoxLayout>
+
+BrowserWindow::BrowserWindow(QWidget* parent)
+    : QDialog(parent)
+    , textBrowser(new HtmlTextBrowser(this))
+{
+    textBrowser->setOpenExternalLinks(true);
+    init();
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(textBrowser);
+    setWindowModality(Qt::ApplicationModal);
+    setStyleSheet(getStyleSheet("component.scrollbar", false));
+}
+
+BrowserWindow::~BrowserWindow()
+{
+    delete networkManager; // and the replies that still run with it
+    delete queryTimer;
+}
+
+void BrowserWindow::init()
+{
+    delete networkManager;
+    networkManager = new QNetworkAccessManager; // goes in the destructor
+    // Taken up in a turn of its own of the event loop: what an application does in its fall-back may destroy
+    // the window, and the manager must not be in the middle of its signal then.
+    qRegisterMetaType<QNetworkReply*>();
+    connect(networkManager,
+        SIGNAL(finished(QNetworkReply*)), this, SLOT(slotReceiveReply(QNetworkReply*)), Qt::QueuedConnection);
+
+    delete queryTimer;
+    queryTimer = new QTimer; // goes in the destructor
+    queryTimer->setSingleShot(true);
+    connect(queryTimer, SIGNAL(timeout()), this, SLOT(slotQueryTimeout()));
+}
+
+void BrowserWindow::query()
+{
+    queryTimer->start(10000);
+    QNetworkReply* reply = networkManager->get(QNetworkRequest(url)); // goes when it has been received
+    connect(this, SIGNAL(sigAbortRequest()), reply, SLOT(abort()));
+}
+
+void BrowserWindow::reload()
+{
+    queryTimer->stop();
+    query();
+}
+
+void BrowserWindow::reload(const QUrl& address)
+{
+    url = address;
+    reload();
+}
+
+void BrowserWindow::fallbackOffline() { }
+
+void BrowserWindow::slotReceiveReply(QNetworkReply* reply)
+{
+    queryTimer->stop();
+    reply->deleteLater();
+    if (reply->error() == QNetworkReply::NoError) {
+        textBrowser->setText(vantkit::internal::textUpToNul(reply->readAll()));
+    } else {
+        fallbackOffline();
+    }
+}
+
+void BrowserWindow::slotQueryTimeout()
+{
+    Q_EMIT sigAbortRequest();
+}

@@ -1,0 +1,191 @@
+#include "help/html-text-browser.h"
+
+#include "help/image-downloader.h"
+
+#include <QDir>
+#include <QPixmap>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QUrl>
+
+#include <optional>
+#include <utility>
+
+namespace {
+
+const QLatin1String imageFolderName("corvanta_help/image");
+const QLatin1String imageTag("<img");
+
+QString imageFolder()
+{
+    return QDir::tempPath() + QLatin1Char('/') + imageFolderName;
+}
+
+struct Span
+{
+    int begin;
+    int end; ///< the closing quote
+};
+
+/** The value of the first attribute in @p text from @p position that opens with @p opening, quote included.
+ */
+std::optional<Span> findValue(const QString& text, QLatin1String opening, int position)
+{
+    const int found = text.indexOf(opening, position);
+    if (found == -1) {
+        return {};
+    }
+    const int begin = found + opening.size();
+    const int end = text.indexOf(QLatin1Char('"'), begin);
+    if (end == -1) {
+        return {};
+    }
+    return Span { begin, end };
+}
+
+QString textIn(const QString& text, Span span)
+{
+    return text.mid(span.begin, span.end - span.begin);
+}
+
+QString fileNameOf(const QString& source)
+{
+    return source.mid(source.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+// Windows has folders and drives in more than the slash, and its devices lie in every folder. The rule holds
+// on all systems, so that a page looks the same on each.
+bool leadsElsewhere(const QString& fileName)
+{
+    static const QRegularExpression elsewhere(
+        QStringLiteral(
+            R"([\\:\x00-\x1f]|^(con|prn|aux|nul|conin\$|conout\$|(com|lpt)[0-9\xb9\xb2\xb3]) *(\.|$))"),
+        QRegularExpression::CaseInsensitiveOption);
+    return elsewhere.match(fileName).hasMatch();
+}
+
+// The way out of the folder and back is how pages name their images. Without a usable name it leads to the
+// folder itself, which cannot be written to.
+QString savePathOf(const QString& fileName)
+{
+    return imageFolder() + QLatin1String("/../image/") + (leadsElsewhere(fileName) ? QString() : fileName);
+}
+
+} // namespace
+
+HtmlTextBrowser::HtmlTextBrowser(QWidget* parent)
+    : QTextBrowser(parent)
+{ }
+
+HtmlTextBrowser::~HtmlTextBrowser() = default;
+
+void HtmlTextBrowser::setText(const QString& text)
+{
+    if (Qt::mightBeRichText(text)) {
+        if (const std::optional<Span> base = findValue(text, QLatin1String("<base href=\""), 0)) {
+            baseUrl = textIn(text, *base);
+            QDir(QDir::tempPath()).mkpath(imageFolderName);
+            setSearchPaths(QStringList(imageFolder()) + searchPaths());
+            startDownloads(text, base->end);
+        }
+    }
+    QTextEdit::setText(text);
+}
+
+void HtmlTextBrowser::startDownloads(const QString& text, int position)
+{
+    QSet<QString> seen;
+    for (int image = text.indexOf(imageTag, position); image != -1;
+         image = text.indexOf(imageTag, position)) {
+        const std::optional<Span> value = findValue(text, QLatin1String("src=\""), image);
+        if (!value) {
+            return;
+        }
+        position = value->begin;
+        const QString source = textIn(text, *value);
+        if (!seen.contains(source)) {
+            seen.insert(source);
+            startDownload(source);
+        }
+    }
+}
+
+// An earlier download of the same image loses its entry and goes on, until it or the browser ends.
+void HtmlTextBrowser::startDownload(const QString& source)
+{
+    const QString url = baseUrl + source;
+    auto* downloader = new ImageDownloader(savePathOf(fileNameOf(source)), url); // goes when it has ended
+    connect(
+        downloader, SIGNAL(sigDownloadFinish(QString,int)), this, SLOT(slotDownloadFinished(QString,int)));
+    connect(this, SIGNAL(destroyed()), downloader, SLOT(deleteLater()));
+    downloaders[url] = downloader;
+    downloader->start();
+}
+
+void HtmlTextBrowser::slotDownloadFinished(QString url, int /*res*/)
+{
+    ImageDownloader* downloader = downloaders.take(url);
+    if (auto* ended = qobject_cast<ImageDownloader*>(sender())) {
+        downloader = ended; // not the one in the entry, if there are two for this URL
+    }
+    if (downloader) {
+        downloader->deleteLater();
+        showSoon(fileNameOf(downloader->savePath));
+    }
+    reloadWhereItStands();
+}
+
+// Reloading goes to the top of the page, and the user may be reading on.
+void HtmlTextBrowser::reloadWhereItStands()
+{
+    const int across = horizontalScrollBar()->value();
+    const int down = verticalScrollBar()->value();
+    reload();
+    horizontalScrollBar()->setValue(across);
+    verticalScrollBar()->setValue(down);
+}
+
+// Text without a source has nothing to reload, and keeps what it has once seen of a file. Images that arrive
+// together are shown together: each time the text is laid out anew.
+void HtmlTextBrowser::showSoon(const QString& fileName)
+{
+    if (arrived.isEmpty()) {
+        QMetaObject::invokeMethod(this, "slotShowArrivedImages", Qt::QueuedConnection);
+    }
+    arrived.insert(fileName);
+}
+
+void HtmlTextBrowser::slotShowArrivedImages()
+{
+    const QSet<QString> fileNames = std::exchange(arrived, {});
+    QSet<QString> images;
+    std::optional<Span> changed;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const QString image = fragment.charFormat().toImageFormat().name();
+            if (fileNames.contains(fileNameOf(image))) {
+                images.insert(image);
+                changed = Span { changed ? changed->begin : fragment.position(),
+                    fragment.position() + fragment.length() };
+            }
+        }
+    }
+    for (const QString& image : std::as_const(images)) {
+        readFromDisk(image);
+    }
+    if (changed) {
+        document()->markContentsDirty(changed->begin, changed->end - changed->begin);
+    }
+}
+
+void HtmlTextBrowser::readFromDisk(const QString& image)
+{
+    const QUrl name(image);
+    QPixmap pixmap;
+    if (pixmap.loadFromData(loadResource(QTextDocument::ImageResource, name).toByteArray())) {
+        document()->addResource(QTextDocument::ImageResource, name, pixmap);
+    }
+}

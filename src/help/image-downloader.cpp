@@ -1,0 +1,56 @@
+#include "help/image-downloader.h"
+
+#include <QFile>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QUrl>
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(content);
+        file.close();
+    }
+}
+
+} // namespace
+
+ImageDownloader::ImageDownloader(const QString& path, const QString& address, QObject* parent)
+    : QObject(parent)
+    , savePath(path)
+    , url(address)
+{ }
+
+ImageDownloader::~ImageDownloader()
+{
+    if (networkManager) {
+        networkManager->deleteLater(); // this may run in its own signal
+        networkManager = nullptr;
+    }
+}
+
+void ImageDownloader::start()
+{
+    networkManager = new QNetworkAccessManager; // goes in the destructor
+    connect(networkManager, SIGNAL(finished(QNetworkReply*)), this, SLOT(slotFinishDownload(QNetworkReply*)));
+    networkManager->get(QNetworkRequest(QUrl(url, QUrl::TolerantMode)));
+}
+
+bool ImageDownloader::isFinished()
+{
+    return finished;
+}
+
+void ImageDownloader::slotFinishDownload(QNetworkReply* reply)
+{
+    reply->deleteLater();
+    const bool succeeded = reply->error() == QNetworkReply::NoError;
+    if (succeeded) {
+        writeFile(savePath, reply->readAll());
+    }
+    finished = true;
+    Q_EMIT sigDownloadFinish(url, succeeded ? 0 : -1);
+}
