@@ -16,6 +16,7 @@ Suite wholeSuite()
     addPeerRows(suite);
     addLockRows(suite);
     addTreeRows(suite);
+    addHelpRows(suite);
 #ifdef VANTKIT_BENCH_GALLERY
     addStartupRows(suite);
 #endif

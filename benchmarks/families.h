@@ -15,6 +15,7 @@ void addDateRows(Suite& suite);
 void addPeerRows(Suite& suite);
 void addLockRows(Suite& suite);
 void addTreeRows(Suite& suite);
+void addHelpRows(Suite& suite);
 #ifdef VANTKIT_BENCH_GALLERY
 void addStartupRows(Suite& suite);
 #endif

@@ -1,6 +1,7 @@
 #include "help/browser-window.h"
 
 #include "help/html-text-browser.h"
+#include "help/receive-replies_p.h"
 #include "style-manager/style-manager.h"
 #include "utils/text-decoding_p.h"
 
@@ -31,12 +32,7 @@ void BrowserWindow::init()
 {
     delete networkManager;
     networkManager = new QNetworkAccessManager; // goes in the destructor
-    // Taken up in a turn of its own of the event loop: what an application does in its fall-back may destroy
-    // the window, and the manager must not be in the middle of its signal then.
-    qRegisterMetaType<QNetworkReply*>();
-    connect(networkManager,
-        SIGNAL(finished(QNetworkReply*)), this, SLOT(slotReceiveReply(QNetworkReply*)), Qt::QueuedConnection);
-
+    vantkit::internal::receiveReplies(networkManager, this, SLOT(slotReceiveReply(QNetworkReply*)));
     delete queryTimer;
     queryTimer = new QTimer; // goes in the destructor
     queryTimer->setSingleShot(true);

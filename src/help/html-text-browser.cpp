@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QPixmap>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -112,13 +113,15 @@ void HtmlTextBrowser::startDownloads(const QString& text, int position)
     }
 }
 
-// An earlier download of the same image loses its entry and goes on, until it or the browser ends.
+// A downloader goes when it has ended, or else with the browser. One for the same image of an earlier page
+// only loses its entry.
 void HtmlTextBrowser::startDownload(const QString& source)
 {
     const QString url = baseUrl + source;
-    auto* downloader = new ImageDownloader(savePathOf(fileNameOf(source)), url); // goes when it has ended
+    auto* downloader = new ImageDownloader(savePathOf(fileNameOf(source)), url);
     connect(
         downloader, SIGNAL(sigDownloadFinish(QString,int)), this, SLOT(slotDownloadFinished(QString,int)));
+    connect(downloader, SIGNAL(sigDownloadFinish(QString,int)), downloader, SLOT(deleteLater()));
     connect(this, SIGNAL(destroyed()), downloader, SLOT(deleteLater()));
     downloaders[url] = downloader;
     downloader->start();
@@ -126,14 +129,8 @@ void HtmlTextBrowser::startDownload(const QString& source)
 
 void HtmlTextBrowser::slotDownloadFinished(QString url, int /*res*/)
 {
-    ImageDownloader* downloader = downloaders.take(url);
-    if (auto* ended = qobject_cast<ImageDownloader*>(sender())) {
-        downloader = ended; // not the one in the entry, if there are two for this URL
-    }
-    if (downloader) {
-        downloader->deleteLater();
-        showSoon(fileNameOf(downloader->savePath));
-    }
+    downloaders.remove(url);
+    showSoon(url);
     reloadWhereItStands();
 }
 
@@ -142,31 +139,36 @@ void HtmlTextBrowser::reloadWhereItStands()
 {
     const int across = horizontalScrollBar()->value();
     const int down = verticalScrollBar()->value();
+    const QPointer<HtmlTextBrowser> self(this);
     reload();
+    if (!self) {
+        return; // destroyed by someone who listens to the signals of the browser
+    }
     horizontalScrollBar()->setValue(across);
     verticalScrollBar()->setValue(down);
 }
 
 // Text without a source has nothing to reload, and keeps what it has once seen of a file. Images that arrive
 // together are shown together: each time the text is laid out anew.
-void HtmlTextBrowser::showSoon(const QString& fileName)
+void HtmlTextBrowser::showSoon(const QString& url)
 {
     if (arrived.isEmpty()) {
         QMetaObject::invokeMethod(this, "slotShowArrivedImages", Qt::QueuedConnection);
     }
-    arrived.insert(fileName);
+    arrived.insert(url);
 }
 
 void HtmlTextBrowser::slotShowArrivedImages()
 {
-    const QSet<QString> fileNames = std::exchange(arrived, {});
+    const QSet<QString> urls = std::exchange(arrived, {});
     QSet<QString> images;
     std::optional<Span> changed;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            const QString image = fragment.charFormat().toImageFormat().name();
-            if (fileNames.contains(fileNameOf(image))) {
+            const QTextCharFormat format = fragment.charFormat();
+            const QString image = format.toImageFormat().name();
+            if (format.isImageFormat() && urls.contains(baseUrl + image)) {
                 images.insert(image);
                 changed = Span { changed ? changed->begin : fragment.position(),
                     fragment.position() + fragment.length() };

@@ -53,10 +53,10 @@ private:
     void startDownloads(const QString& text, int position);
     void startDownload(const QString& source);
     void reloadWhereItStands();
-    void showSoon(const QString& fileName);
+    void showSoon(const QString& url);
     void readFromDisk(const QString& image);
 
     QString baseUrl;
     QMap<QString, ImageDownloader*> downloaders;
-    QSet<QString> arrived; ///< names of image files that the page does not show yet
+    QSet<QString> arrived; ///< URLs of images that the page may not show yet
 };

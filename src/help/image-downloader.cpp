@@ -1,5 +1,7 @@
 #include "help/image-downloader.h"
 
+#include "help/receive-replies_p.h"
+
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -27,7 +29,7 @@ ImageDownloader::ImageDownloader(const QString& path, const QString& address, QO
 ImageDownloader::~ImageDownloader()
 {
     if (networkManager) {
-        networkManager->deleteLater(); // this may run in its own signal
+        networkManager->deleteLater();
         networkManager = nullptr;
     }
 }
@@ -35,7 +37,7 @@ ImageDownloader::~ImageDownloader()
 void ImageDownloader::start()
 {
     networkManager = new QNetworkAccessManager; // goes in the destructor
-    connect(networkManager, SIGNAL(finished(QNetworkReply*)), this, SLOT(slotFinishDownload(QNetworkReply*)));
+    vantkit::internal::receiveReplies(networkManager, this, SLOT(slotFinishDownload(QNetworkReply*)));
     networkManager->get(QNetworkRequest(QUrl(url, QUrl::TolerantMode)));
 }
 

@@ -39,8 +39,6 @@ private Q_SLOTS:
     void slotFinishDownload(QNetworkReply* reply);
 
 private:
-    friend class HtmlTextBrowser; // which asks where the image went
-
     QString savePath;
     QString url;
     QNetworkAccessManager* networkManager = nullptr;
