@@ -71,7 +71,7 @@ bool leadsElsewhere(const QString& fileName)
 // folder itself, which cannot be written to.
 QString savePathOf(const QString& fileName)
 {
-    return imageFolder() + QLatin1String("/../image/") + (leadsElsewhere(fileName) ? QString() : fileName);
+    return imageFolder() + QStringLiteral("/../image/") + (leadsElsewhere(fileName) ? QString() : fileName);
 }
 
 } // namespace

@@ -36,6 +36,9 @@ ImageDownloader::~ImageDownloader()
 
 void ImageDownloader::start()
 {
+    if (networkManager) {
+        return;
+    }
     networkManager = new QNetworkAccessManager; // goes in the destructor
     vantkit::internal::receiveReplies(networkManager, this, SLOT(slotFinishDownload(QNetworkReply*)));
     networkManager->get(QNetworkRequest(QUrl(url, QUrl::TolerantMode)));

@@ -22,7 +22,7 @@ public:
     ImageDownloader(const QString& path, const QString& address, QObject* parent = nullptr);
     ~ImageDownloader() override;
 
-    /** Starts the download; to be called once. A URL that leads nowhere ends as a failed download. */
+    /** Starts the download, once and for all. A URL that leads nowhere ends as a failed download. */
     void start();
 
     /** Whether the answer has come and has been dealt with, well or not. */
