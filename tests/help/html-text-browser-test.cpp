@@ -1,3 +1,4 @@
+#include "area-of.h"
 #include "support/guarded-test.h"
 
 #include <vantkit-qt/help/html-text-browser.h>
@@ -63,20 +64,7 @@ public:
         ++reloads;
     }
 
-    /** The rectangle that @p color covers on the screen. */
-    QRect area(const QColor& color)
-    {
-        const QImage image = viewport()->grab().toImage();
-        QRect covered;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                if (image.pixelColor(x, y) == color) {
-                    covered |= QRect(x, y, 1, 1);
-                }
-            }
-        }
-        return covered;
-    }
+    QRect area(const QColor& color) { return areaOf(color, viewport()); }
 
     int reloads = 0;
 };
@@ -107,6 +95,7 @@ QStringList filesBelow(const QString& folder)
 void HtmlTextBrowserTest::init()
 {
     GuardedTest::init();
+    qunsetenv("TMPDIR"); // or else the new folder would lie in the old one
     folder = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir(folder->path()).mkpath(QStringLiteral("image")));
     QVERIFY(QDir(folder->path()).mkpath(QStringLiteral("temp")));

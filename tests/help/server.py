@@ -8,6 +8,7 @@ import datetime
 import http.server
 import json
 import pathlib
+import re
 import struct
 import sys
 import threading
@@ -56,10 +57,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
         pass
 
     def do_GET(self):
-        """/<way>/..., or the way that the help window asks for as its link."""
+        """/<way>/<turn>/..., /images/<way>.<turn>.png, or the way that the help window asks for as its link."""
         url = urllib.parse.urlsplit(self.path)
-        query = urllib.parse.parse_qs(url.query, keep_blank_values=True)
-        way = query["link"][0] if "link" in query else url.path.split("/")[1]
+        link = urllib.parse.parse_qs(url.query).get("link")
+        way, self.turn, *_ = [*(link or re.split("[/.]", url.path.replace("/images/", "/")[1:])), "", ""]
         getattr(self, "answer_" + way.replace("-", "_"), self.answer_echo)()
 
     def reply(self, body: bytes, status: int = 200, headers: dict = {}, length: int = -1):
@@ -70,21 +71,14 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.end_headers()
         self.wfile.write(body)
 
-    def page(self, images: list):
-        tags = "".join(f'<p><img src="{image}"></p>' for image in images)
-        self.reply(f'<html><head><base href="https://{HOST}/"></head><body>{tags}</body></html>'.encode())
-
     def answer_echo(self):
         self.reply(self.path.encode())
 
     def answer_page(self):
-        self.page(["red/a.png"] if "link=" in self.path else [self.path.split("/", 2)[2]])
+        self.reply(f'<html><base href="https://{HOST}/images/"><img src="red.png"></html>'.encode())
 
     def answer_red(self):
         self.reply(RED)
-
-    def answer_many(self):
-        self.page([f"red/{number}.png" for number in range(200)])
 
     def answer_not_found(self):
         self.reply(b"not found", 404)
@@ -93,7 +87,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.reply(b"error", 500)
 
     def answer_redirect(self):
-        self.reply(b"elsewhere", 302, {"Location": f"https://{HOST}/red/elsewhere"})
+        self.reply(b"elsewhere", 302, {"Location": f"https://{HOST}/elsewhere"})
 
     def answer_nul(self):
         self.reply(b"before\0after")
@@ -112,24 +106,23 @@ class Handler(http.server.BaseHTTPRequestHandler):
             time.sleep(0.01)
 
     def answer_silence(self):
-        self.rfile.read()  # until the client goes
+        self.rfile.read()  # until the client has gone
 
     def answer_no_image(self):
         self.reply(b"<html>this is no image</html>")
 
     def answer_after(self):
-        """/after/TURN/...: an image, once the turn has been taken."""
-        wait_for(self.path.split("/")[2])
-        self.reply(RED)
+        """An image or the path, once the turn has been taken."""
+        wait_for(self.turn)
+        self.reply(RED if self.path.endswith(".png") else self.path.encode())
 
     def answer_take(self):
-        """/take/TURN"""
-        take(self.path.split("/")[2])
+        take(self.turn)
         self.reply(b"")
 
     def answer_backwards(self):
-        """/backwards/N/...: five images of one page, of which each waits for the answer to the next."""
-        number = int(self.path.split("/")[2])
+        """One of five images of a page, each of which waits for the answer to the next."""
+        number = int(self.turn)
         if number < 4:
             wait_for(f"backwards {number + 1}")
         self.reply(RED)
