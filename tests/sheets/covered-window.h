@@ -27,7 +27,6 @@ public:
     void press(int key);
 
     VantMask* shownMask() const;
-    int maskCount() const;
 
     QLineEdit* field;
     QPushButton* button;
@@ -39,13 +38,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override { keys += event->key(); }
 
     void mousePressEvent(QMouseEvent* /*event*/) override { ++mousePresses; }
-
-private Q_SLOTS:
-
-    void countClick() { ++clicks; }
 };
-
-Q_DECLARE_METATYPE(VantMessageSheet::MessageType)
 
 namespace sheets {
 
@@ -63,11 +56,8 @@ int exec(VantSheet* sheet);
 void done(VantSheet* sheet, int result);
 QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which);
 
-/** The labels of the sheet's texts: text, informative text. */
-QList<MessageLabel*> texts(const QWidget* sheet);
-
-/** The label of the icon. */
-QLabel* icon(const QWidget* sheet);
+/** The labels of the text and, on a message sheet, of the icon and the informative text. */
+QList<QLabel*> labels(const QWidget* sheet);
 
 /** Runs @p step on the next turn of the event loop. */
 template <typename Step>
