@@ -30,27 +30,23 @@ bool CoveredWindow::open()
 
 QString CoveredWindow::remains()
 {
-    QStringList found;
-    const auto demand = [&found](bool holds, const char* otherwise) {
-        if (!holds) {
-            found += otherwise;
-        }
-    };
-    demand(!shownMask(), "a mask shows");
+    QString found;
+    const auto demand = [&found](bool holds, const char* otherwise) { found += holds ? "" : otherwise; };
+    demand(!shownMask(), "a mask shows, ");
     const int clicksBefore = clicks;
     click(button);
-    demand(clicks == clicksBefore + 1, "the button takes no click");
+    demand(clicks == clicksBefore + 1, "the button takes no click, ");
     field->clear();
     field->setFocus();
     press(Qt::Key_Space);
-    demand(field->text() == " ", "the field takes no key");
+    demand(field->text() == " ", "the field takes no key, ");
     keys.clear();
     press(Qt::Key_Return);
-    demand(keys == QList<int> { Qt::Key_Return }, "the window takes no key");
-    demand(windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), "the close button is grey");
-    demand(close(), "the window does not close");
-    demand(open(), "the window does not open again");
-    return found.join(", ");
+    demand(keys == QList<int> { Qt::Key_Return }, "the window takes no key, ");
+    demand(windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), "the close button is grey, ");
+    demand(close(), "the window does not close, ");
+    demand(open(), "the window does not open again, ");
+    return found;
 }
 
 void CoveredWindow::click(const QWidget* widget)
@@ -123,3 +119,9 @@ QList<QLabel*> labels(const QWidget* sheet)
 }
 
 } // namespace sheets
+
+void SheetTest::initTestCase()
+{
+    sheets::startKit(userFolder.path());
+    QApplication::setQuitOnLastWindowClosed(false);
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/guarded-test.h"
+
 #include <vantkit-qt/vantkit.h>
 
 #include <QDialogButtonBox>
@@ -7,6 +9,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTemporaryDir>
 
 /** A window with a field and a button, to be covered by sheets. It notes what reaches it. */
 class CoveredWindow : public QWidget
@@ -67,3 +70,15 @@ void soon(QObject* context, Step step)
 }
 
 } // namespace sheets
+
+/** A test whose kit is started. */
+class SheetTest : public GuardedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+private:
+    QTemporaryDir userFolder;
+};

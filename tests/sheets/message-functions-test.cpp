@@ -1,5 +1,4 @@
 #include "sheets/covered-window.h"
-#include "support/guarded-test.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -10,12 +9,11 @@ using sheets::soon;
 using Show = std::function<void(QWidget*)>;
 Q_DECLARE_METATYPE(Show)
 
-class MessageFunctionsTest : public GuardedTest
+class MessageFunctionsTest : public SheetTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
 
     void overWindow_data() { addFunctions(); }
 
@@ -24,7 +22,6 @@ private Q_SLOTS:
     void withoutParent_data() { addFunctions(); }
 
     void withoutParent();
-    void countdown_data();
     void countdown();
     void countdownWithoutButtons();
     void countsSeconds();
@@ -32,7 +29,6 @@ private Q_SLOTS:
 private:
     void addFunctions();
 
-    QTemporaryDir userFolder;
     int result = -1; // of the functions that have one
 };
 
@@ -49,56 +45,50 @@ QString textsOf(const QList<QAbstractButton*>& buttons)
 
 } // namespace
 
-void MessageFunctionsTest::initTestCase()
-{
-    sheets::startKit(userFolder.path());
-    QApplication::setQuitOnLastWindowClosed(false);
-}
-
 void MessageFunctionsTest::addFunctions()
 {
-    QTest::addColumn<Show>("show");
-    QTest::addColumn<QString>("more");
-    QTest::addColumn<QString>("sheetIcon");
-    QTest::addColumn<QString>("sheetButtons");
     QTest::addColumn<QString>("boxStyle");
-    QTest::addColumn<QString>("boxButtons");
-    const auto row = [](const char* name, const Show& show, const char* icon, const char* buttons,
-                         const char* boxStyle, const char* boxButtons) {
-        QTest::newRow(name) << show << (qstrcmp(name, "two texts") == 0 ? "More" : "") << icon << buttons
-                            << boxStyle << boxButtons;
+    QTest::addColumn<QString>("texts");
+    QTest::addColumn<QString>("buttons"); // of a sheet
+    QTest::addColumn<Show>("show");
+    const Show info = [](QWidget* parent) { showInfoMsg("Title", "Text", parent); };
+    const Show warning = [](QWidget* parent) { showWarningMsg("Title", "Text", parent); };
+    const Show twoTexts = [](QWidget* parent) { showWarningMsg("Title", "Text", "More", parent); };
+    const Show confirm = [this](QWidget* parent) { result = showConfirmMsg("Title", "Text", parent); };
+    const auto custom = [this](const MsgBoxCustomBtnText& buttons) -> Show {
+        return [=](QWidget* parent) { result = showConfirmMsgCustomBtn("Title", "Text", buttons, parent); };
     };
-    const MsgBoxCustomBtnText own { "Own", {} };
-    const MsgBoxCustomBtnText other { {}, "Other" };
-    row(
-        "info", [](QWidget* parent) { showInfoMsg("Title", "Text", parent); }, "icon_information", "Fine",
-        "info", "Fine");
-    row(
-        "warning", [](QWidget* parent) { showWarningMsg("Title", "Text", parent); }, "icon_warning", "Fine",
-        "warning", "Fine");
-    row(
-        "two texts", [](QWidget* parent) { showWarningMsg("Title", "Text", "More", parent); }, "icon_warning",
-        "Fine", "warning", "Fine");
-    row(
-        "confirm", [this](QWidget* parent) { result = showConfirmMsg("Title", "Text", parent); },
-        "icon_question", "Fine|Back", "confirm", "Fine|Back");
-    row(
-        "own Ok", [=](QWidget* parent) { result = showConfirmMsgCustomBtn("Title", "Text", own, parent); },
-        "icon_question", "Own|Back", "confirm", "Own|Back");
-    row(
-        "own cancel",
-        [=](QWidget* parent) { result = showConfirmMsgCustomBtn("Title", "Text", other, parent); },
-        "icon_question", "Fine|Other", "confirm", "Fine|Other");
-    row(
-        "upgrading", [](QWidget* parent) { showUpgradingMsg("Title", "Text", parent); }, "icon_information",
-        "Get it|Back", "upgrading", "Fine");
+    const Show upgrading = [](QWidget* parent) { showUpgradingMsg("Title", "Text", parent); };
+    QTest::newRow("info") << "info"
+                          << "Text"
+                          << "Fine" << info;
+    QTest::newRow("warning") << "warning"
+                             << "Text"
+                             << "Fine" << warning;
+    QTest::newRow("two texts") << "warning"
+                               << "TextMore"
+                               << "Fine" << twoTexts;
+    QTest::newRow("confirm") << "confirm"
+                             << "Text"
+                             << "Fine|Back" << confirm;
+    QTest::newRow("own Ok") << "confirm"
+                            << "Text"
+                            << "Own|Back" << custom({ "Own", {} });
+    QTest::newRow("own cancel") << "confirm"
+                                << "Text"
+                                << "Fine|Own" << custom({ {}, "Own" });
+    QTest::newRow("upgrading") << "upgrading"
+                               << "Text"
+                               << "Get it|Back" << upgrading;
 }
 
 void MessageFunctionsTest::overWindow()
 {
+    QFETCH(QString, boxStyle);
     QFETCH(Show, show);
-    QFETCH(QString, more);
-    QFETCH(QString, sheetIcon);
+    const QString icon = boxStyle == "warning" ? "icon_warning"
+        : boxStyle == "confirm"                ? "icon_question"
+                                               : "icon_information";
     CoveredWindow window;
     QVERIFY(window.open());
     QWidget narrow(&window);
@@ -116,10 +106,10 @@ void MessageFunctionsTest::overWindow()
             QCOMPARE(mask->palette().color(QPalette::Window), QColor(0, 0, 0, 20));
             const auto* sheet = mask->findChild<VantMessageSheet*>();
             QCOMPARE(sheet->width(), 360);
-            QCOMPARE(sheets::labels(sheet)[1]->pixmap(Qt::ReturnByValue).toImage(),
-                getGlobalImage(sheetIcon).toImage());
-            QTEST(textsOf(sheet->findChild<QDialogButtonBox*>()->buttons()), "sheetButtons");
-            QCOMPARE(sheet->accessibleName() + sheet->accessibleDescription(), "Text" + more);
+            const QPixmap shown = sheets::labels(sheet)[1]->pixmap(Qt::ReturnByValue);
+            QCOMPARE(shown.toImage(), getGlobalImage(icon).toImage());
+            QTEST(textsOf(sheet->findChild<QDialogButtonBox*>()->buttons()), "buttons");
+            QTEST(sheet->accessibleName() + sheet->accessibleDescription(), "texts");
         });
         result = answer;
         show(&narrow);
@@ -130,25 +120,25 @@ void MessageFunctionsTest::overWindow()
 
 void MessageFunctionsTest::withoutParent()
 {
-    QFETCH(Show, show);
-    QFETCH(QString, more);
     QFETCH(QString, boxStyle);
+    QFETCH(QString, buttons);
+    QFETCH(Show, show);
+    const auto icon = boxStyle == "info" ? QMessageBox::Information
+        : boxStyle == "confirm"          ? QMessageBox::Question
+                                         : QMessageBox::Warning;
     for (const auto& [key, answer] : { std::pair(Qt::Key_Return, 0x400), { Qt::Key_Escape, 0x400000 } }) {
         soon(qApp, [&, pressed = key] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             QVERIFY(box);
             const auto end = qScopeGuard([&] { QTest::keyClick(box, pressed); });
-            QCOMPARE(box->icon(),
-                boxStyle == "info"          ? QMessageBox::Information
-                    : boxStyle == "confirm" ? QMessageBox::Question
-                                            : QMessageBox::Warning);
-            QCOMPARE(box->windowTitle() + box->text() + box->informativeText(), "TitleText" + more);
-            QTEST(textsOf(box->buttons()), "boxButtons");
+            QCOMPARE(box->icon(), icon);
+            QCOMPARE(box->windowTitle(), QString("Title"));
+            QTEST(box->text() + box->informativeText(), "texts");
+            QCOMPARE(textsOf(box->buttons()), boxStyle == "upgrading" ? "Fine" : buttons);
             QCOMPARE(box->styleSheet(), getStyleSheet("component." + boxStyle + "_message_box"));
-            QCOMPARE(box->button(QMessageBox::Ok)->styleSheet(), getStyleSheet("component.apply_button"));
-            if (const QAbstractButton* cancel = box->button(QMessageBox::Cancel)) {
-                QCOMPARE(cancel->styleSheet(), getStyleSheet("component.cancel_button"));
-            }
+            const QAbstractButton* last = box->buttons().last();
+            QCOMPARE(last->styleSheet(),
+                getStyleSheet(boxStyle == "confirm" ? "component.cancel_button" : "component.apply_button"));
         });
         result = answer;
         show(nullptr);
@@ -156,33 +146,24 @@ void MessageFunctionsTest::withoutParent()
     }
 }
 
-void MessageFunctionsTest::countdown_data()
-{
-    QTest::addColumn<int>("seconds");
-    QTest::addColumn<int>("defaultButton");
-    QTest::newRow("3 seconds") << 3 << int(QMessageBox::Ok);
-    QTest::newRow("no second") << 0 << int(QMessageBox::Ok);
-    QTest::newRow("Discard") << 2 << int(QMessageBox::Discard);
-}
-
 /** With the seconds passed by hand. */
 void MessageFunctionsTest::countdown()
 {
-    QFETCH(int, seconds);
-    QFETCH(int, defaultButton);
-    VantCountdownMessageBox box(seconds);
-    QCOMPARE(box.styleSheet(), getStyleSheet("component.info_message_box"));
-    box.setDefaultButton(QMessageBox::StandardButton(defaultButton));
-    QSignalSpy finished(&box, SIGNAL(finished(int)));
-    QCOMPARE(textsOf(box.buttons()), QString("Fine(%1)|Back").arg(seconds));
-    box.open();
-    for (int left = seconds - 1; left >= 0; --left) {
-        QCOMPARE(textsOf(box.buttons()), QString("Fine(%1)|Back").arg(left));
-        QVERIFY(finished.isEmpty());
-        QVERIFY(QMetaObject::invokeMethod(&box, "slotTick"));
+    for (const auto& [seconds, button] :
+        { std::pair(3, QMessageBox::Ok), { 0, QMessageBox::Ok }, { 2, QMessageBox::Discard } }) {
+        VantCountdownMessageBox box(seconds);
+        box.setDefaultButton(button);
+        QSignalSpy finished(&box, SIGNAL(finished(int)));
+        QCOMPARE(textsOf(box.buttons()), QString("Fine(%1)|Back").arg(seconds));
+        box.open();
+        for (int left = seconds - 1; left >= 0; --left) {
+            QCOMPARE(textsOf(box.buttons()), QString("Fine(%1)|Back").arg(left));
+            QVERIFY(finished.isEmpty());
+            QVERIFY(QMetaObject::invokeMethod(&box, "slotTick"));
+        }
+        QCOMPARE(textsOf(box.buttons()), QString("Fine(0)|Back"));
+        QTRY_COMPARE(finished, QList<QList<QVariant>> { { int(button) } });
     }
-    QCOMPARE(textsOf(box.buttons()), QString("Fine(0)|Back"));
-    QTRY_COMPARE(finished, QList<QList<QVariant>> { { defaultButton } });
 }
 
 void MessageFunctionsTest::countdownWithoutButtons()

@@ -1,5 +1,4 @@
 #include "sheets/covered-window.h"
-#include "support/guarded-test.h"
 
 #include <QtTest>
 
@@ -9,15 +8,14 @@
 using sheets::soon;
 
 /** How sheets open, wait and close, whatever happens to them meanwhile. */
-class ModalSheetsTest : public GuardedTest
+class ModalSheetsTest : public SheetTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void deleted_data();
     void deleted();
-    void deletedUnderMessageFunction();
+    void maskDeletedUnderMessageFunction();
     void focusGoesToNothingDying();
     void endings_data();
     void endings();
@@ -35,9 +33,6 @@ private Q_SLOTS:
 
     void closing();
     void manyMessages();
-
-private:
-    QTemporaryDir userFolder;
 };
 
 namespace {
@@ -59,12 +54,6 @@ void addRows(const char* column, std::initializer_list<const char*> words)
 }
 
 } // namespace
-
-void ModalSheetsTest::initTestCase()
-{
-    sheets::startKit(userFolder.path());
-    QApplication::setQuitOnLastWindowClosed(false);
-}
 
 void ModalSheetsTest::deleted_data()
 {
@@ -118,25 +107,20 @@ void ModalSheetsTest::deleted()
     delete window;
 }
 
-/** Whose sheet lies on the stack, and which may not have learnt of its answer. */
-void ModalSheetsTest::deletedUnderMessageFunction()
+/** Of a function whose sheet lies on the stack, and which may not have learnt of its answer. */
+void ModalSheetsTest::maskDeletedUnderMessageFunction()
 {
     for (const bool answered : { false, true }) {
-        for (const bool windowDies : { false, true }) {
-            auto window = std::make_unique<CoveredWindow>();
-            QVERIFY(window->open());
-            soon(qApp, [&] {
-                const std::unique_ptr<QWidget> mask(windowDies ? nullptr : window->shownMask());
-                if (answered) {
-                    window->press(Qt::Key_Return);
-                }
-                if (windowDies) {
-                    window.reset();
-                }
-            });
-            QCOMPARE(showConfirmMsg({}, "Text", window.get()), answered ? ok : 0);
-            QVERIFY(windowDies || window->remains().isEmpty());
-        }
+        CoveredWindow window;
+        QVERIFY(window.open());
+        soon(qApp, [&] {
+            const std::unique_ptr<QWidget> mask(window.shownMask());
+            if (answered) {
+                window.press(Qt::Key_Return);
+            }
+        });
+        QCOMPARE(showConfirmMsg({}, "Text", &window), answered ? ok : 0);
+        QCOMPARE(window.remains(), QString());
     }
 }
 
@@ -347,28 +331,23 @@ void ModalSheetsTest::closing()
     CoveredWindow window;
     QVERIFY(window.open());
     VantSheet* sheet = sheets::make(input, &window);
-    const auto hasCloseButton = [&] {
-        return window.windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
-    };
     for (const bool blocks : { true, false }) {
-        if (auto* message = qobject_cast<VantMessageSheet*>(sheet)) {
-            message->setBlockWindowButton(blocks);
+        if (input) {
+            static_cast<VantInputSheet*>(sheet)->setBlockWindowButton(blocks);
         } else {
-            qobject_cast<VantInputSheet*>(sheet)->setBlockWindowButton(blocks);
+            static_cast<VantMessageSheet*>(sheet)->setBlockWindowButton(blocks);
         }
-        soon(sheet, [&] {
+        const auto check = [&](bool hasCloseButton) {
             const auto end = qScopeGuard([&] { sheets::done(sheet, 0); });
-            QCOMPARE(hasCloseButton(), !blocks);
+            QCOMPARE(window.windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), hasCloseButton);
             QCOMPARE(window.close(), !blocks);
-        });
+        };
+        soon(sheet, [&] { check(!blocks); });
         sheets::exec(sheet);
         QVERIFY(window.open());
         QCOMPARE(window.remains(), QString());
-
         sheet->showSheet(); // which leaves the close button alone
-        QVERIFY(hasCloseButton());
-        QCOMPARE(window.close(), !blocks);
-        sheets::done(sheet, 0);
+        check(true);
         QVERIFY(window.open());
     }
 }

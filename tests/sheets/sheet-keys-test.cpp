@@ -1,16 +1,15 @@
 #include "sheets/covered-window.h"
-#include "support/guarded-test.h"
 
+#include <QAccessible>
 #include <QShortcut>
 #include <QtTest>
 
-/** Which keys answer a sheet, and where the focus goes. */
-class SheetKeysTest : public GuardedTest
+/** Which keys answer a sheet, where the focus goes, and what a screen reader hears. */
+class SheetKeysTest : public SheetTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void answers_data();
     void answers();
 
@@ -25,9 +24,8 @@ private Q_SLOTS:
     void shortcuts_data() { sheets::addBothSheets(); }
 
     void shortcuts();
-
-private:
-    QTemporaryDir userFolder;
+    void messageIsRead();
+    void inputIsRead();
 };
 
 namespace {
@@ -65,12 +63,18 @@ QByteArray walk(CoveredWindow& window, const QWidget& sheet, int key, int steps)
     return places.join(' ');
 }
 
-} // namespace
-
-void SheetKeysTest::initTestCase()
+QString textOf(QObject* object, QAccessible::Text which = QAccessible::Name)
 {
-    sheets::startKit(userFolder.path());
+    return QAccessible::queryAccessibleInterface(object)->text(which);
 }
+
+/** What the reader comes to from the window down. */
+QAccessibleInterface* focusIn(QWidget* window)
+{
+    return QAccessible::queryAccessibleInterface(window)->focusChild();
+}
+
+} // namespace
 
 void SheetKeysTest::answers_data()
 {
@@ -259,6 +263,49 @@ void SheetKeysTest::shortcuts()
     QTRY_COMPARE(finished, QList<QList<QVariant>> { { ok } });
     pressBoth();
     QTRY_COMPARE(saved.size() + window.clicks, 2);
+}
+
+void SheetKeysTest::messageIsRead()
+{
+    CoveredWindow window;
+    QVERIFY(window.open());
+    window.field->setFocus();
+    VantMessageSheet sheet(
+        VantMessageSheet::Question, "Delete <b>3</b> files?", "They are<br>gone then.", &window);
+    VantMask::createMask(&sheet, &window);
+    sheets::soon(&sheet, [&] {
+        const auto end = qScopeGuard([&] { sheet.quit(); });
+        QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(&sheet);
+        QCOMPARE(seen->role(), QAccessible::Dialog);
+        QVERIFY(seen->state().modal && !seen->state().invisible);
+        for (QObject* object : { static_cast<QObject*>(&sheet), focusIn(&window)->object() }) {
+            QCOMPARE(textOf(object), QString("Delete 3 files?"));
+        }
+        QCOMPARE(textOf(&sheet, QAccessible::Description), QString("They are\ngone then."));
+        QCOMPARE(textOf(sheets::labels(&sheet).last()), QString("They are\ngone then."));
+        QCOMPARE(textOf(sheet.button(QMessageBox::Discard)), QString("Back"));
+        QVERIFY(focusIn(&window)->state().focused);
+        QCOMPARE(focusIn(&window)->parent()->object(), &sheet);
+        sheet.setText("2 %");
+        sheet.setInformativeText({});
+        QCOMPARE(textOf(&sheet), QString("2 %"));
+        QCOMPARE(textOf(&sheet, QAccessible::Description), QString());
+    });
+    sheet.exec();
+    QCOMPARE(focusIn(&window)->object(), window.field);
+}
+
+void SheetKeysTest::inputIsRead()
+{
+    CoveredWindow window;
+    QVERIFY(window.open());
+    VantInputSheet sheet("New name", &window);
+    VantMask::createMask(&sheet, &window);
+    sheet.showSheet();
+    QCOMPARE(QAccessible::queryAccessibleInterface(&sheet)->role(), QAccessible::Dialog);
+    QCOMPARE(textOf(&sheet), QString("New name"));
+    QCOMPARE(textOf(sheet.getLineEdit()), QString("New name"));
+    QCOMPARE(focusIn(&window)->object(), sheet.getLineEdit());
 }
 
 QTEST_MAIN(SheetKeysTest)

@@ -1,6 +1,5 @@
 #include "sheets/covered-window.h"
 #include "support/display-scale.h"
-#include "support/guarded-test.h"
 
 #include <QMovie>
 #include <QTextDocument>
@@ -37,31 +36,20 @@ QRect buttonsOf(const QWidget& sheet)
 } // namespace
 
 /** What sheets look like and how large they are. */
-class SheetLayoutTest : public GuardedTest
+class SheetLayoutTest : public SheetTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void widths();
     void types_data();
     void types();
     void changedTypes();
-    void icons();
     void movie();
     void places();
     void wholeTexts_data();
     void wholeTexts();
-    void inputStyle();
-
-private:
-    QTemporaryDir userFolder;
 };
-
-void SheetLayoutTest::initTestCase()
-{
-    sheets::startKit(userFolder.path());
-}
 
 void SheetLayoutTest::widths()
 {
@@ -163,16 +151,6 @@ void SheetLayoutTest::changedTypes()
     QCOMPARE(finished, QList<QList<QVariant>> { { int(QMessageBox::Discard) } }); // once
 }
 
-void SheetLayoutTest::icons()
-{
-    CoveredWindow window;
-    VantMessageSheet sheet(Type::ProcessingMovie, "Text", &window);
-    for (const QPixmap& pixmap : { QPixmap(20, 30), QPixmap() }) {
-        sheet.setIcon(pixmap);
-        QCOMPARE(sheets::labels(&sheet)[1]->isHidden(), pixmap.isNull());
-    }
-}
-
 void SheetLayoutTest::movie()
 {
     CoveredWindow window;
@@ -191,8 +169,11 @@ void SheetLayoutTest::movie()
             QVERIFY(sheets::labels(&sheet)[1]->isVisible());
         });
         sheet.exec();
-        sheet.setIcon(QPixmap());
-        QVERIFY(!movie);
+        for (const QPixmap& pixmap : { QPixmap(20, 30), QPixmap() }) {
+            sheet.setIcon(pixmap);
+            QVERIFY(!movie);
+            QCOMPARE(sheets::labels(&sheet)[1]->isHidden(), pixmap.isNull());
+        }
     }
 }
 
@@ -224,7 +205,11 @@ void SheetLayoutTest::places()
             + qMax(sheets::labels(&message)[0]->height(), sheets::labels(&message)[1]->height()));
     message.quit();
 
-    VantInputSheet input("Text", &window);
+    VantInputSheet input(&window);
+    input.getLineEdit()->setStyleSheet("");
+    input.setText("Text"); // which gives the field its look again
+    QCOMPARE(input.getLineEdit()->styleSheet(), getStyleSheet("component.lineedit"));
+    QCOMPARE(input.button(QMessageBox::Discard)->text(), QString("Back"));
     VantMask::createMask(&input, &window);
     input.showSheet();
     QCoreApplication::processEvents();
@@ -295,24 +280,6 @@ void SheetLayoutTest::wholeTexts()
         QCoreApplication::processEvents();
         check(message);
     }
-}
-
-/** The field gets its look with every text, the buttons theirs from the style. */
-void SheetLayoutTest::inputStyle()
-{
-    CoveredWindow window;
-    VantInputSheet sheet(&window);
-    QCOMPARE(sheet.styleSheet(), getStyleSheet("component.message_sheet_other"));
-    QCOMPARE(sheet.button(QMessageBox::Ok)->styleSheet(), getStyleSheet("component.apply_button"));
-    QCOMPARE(sheet.button(QMessageBox::Discard)->styleSheet(), getStyleSheet("component.cancel_button"));
-    QCOMPARE(sheet.button(QMessageBox::Ok)->text() + sheet.button(QMessageBox::Discard)->text(),
-        QString("FineBack"));
-    sheet.getLineEdit()->setText("typed");
-    sheet.getLineEdit()->setStyleSheet(QString());
-    sheet.setText("Other text");
-    QCOMPARE(sheet.getLineEdit()->styleSheet(), getStyleSheet("component.lineedit"));
-    sheet.done(0);
-    QCOMPARE(sheet.getContent(), QString("typed"));
 }
 
 QTEST_MAIN(SheetLayoutTest)

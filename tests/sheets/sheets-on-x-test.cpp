@@ -1,5 +1,4 @@
 #include "sheets/covered-window.h"
-#include "support/guarded-test.h"
 
 #include <QProcess>
 #include <QWindow>
@@ -52,26 +51,16 @@ struct Counter : QObject
 } // namespace
 
 /** What only an X server with a window manager can tell. */
-class SheetsOnXTest : public GuardedTest
+class SheetsOnXTest : public SheetTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void closeButton();
     void closeRequests();
     void keysAndFocus();
     void buttonOrder();
-
-private:
-    QTemporaryDir userFolder;
 };
-
-void SheetsOnXTest::initTestCase()
-{
-    sheets::startKit(userFolder.path());
-    QApplication::setQuitOnLastWindowClosed(false);
-}
 
 void SheetsOnXTest::closeButton()
 {
