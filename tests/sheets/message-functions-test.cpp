@@ -51,35 +51,22 @@ void MessageFunctionsTest::addFunctions()
     QTest::addColumn<QString>("texts");
     QTest::addColumn<QString>("buttons"); // of a sheet
     QTest::addColumn<Show>("show");
-    const Show info = [](QWidget* parent) { showInfoMsg("Title", "Text", parent); };
-    const Show warning = [](QWidget* parent) { showWarningMsg("Title", "Text", parent); };
-    const Show twoTexts = [](QWidget* parent) { showWarningMsg("Title", "Text", "More", parent); };
-    const Show confirm = [this](QWidget* parent) { result = showConfirmMsg("Title", "Text", parent); };
+    const auto row = [](const char* name, const char* style, const char* texts, const char* buttons,
+                         const Show& show) { QTest::newRow(name) << style << texts << buttons << show; };
     const auto custom = [this](const MsgBoxCustomBtnText& buttons) -> Show {
         return [=](QWidget* parent) { result = showConfirmMsgCustomBtn("Title", "Text", buttons, parent); };
     };
-    const Show upgrading = [](QWidget* parent) { showUpgradingMsg("Title", "Text", parent); };
-    QTest::newRow("info") << "info"
-                          << "Text"
-                          << "Fine" << info;
-    QTest::newRow("warning") << "warning"
-                             << "Text"
-                             << "Fine" << warning;
-    QTest::newRow("two texts") << "warning"
-                               << "TextMore"
-                               << "Fine" << twoTexts;
-    QTest::newRow("confirm") << "confirm"
-                             << "Text"
-                             << "Fine|Back" << confirm;
-    QTest::newRow("own Ok") << "confirm"
-                            << "Text"
-                            << "Own|Back" << custom({ "Own", {} });
-    QTest::newRow("own cancel") << "confirm"
-                                << "Text"
-                                << "Fine|Own" << custom({ {}, "Own" });
-    QTest::newRow("upgrading") << "upgrading"
-                               << "Text"
-                               << "Get it|Back" << upgrading;
+    row("info", "info", "Text", "Fine", [](QWidget* parent) { showInfoMsg("Title", "Text", parent); });
+    row("warning", "warning", "Text", "Fine",
+        [](QWidget* parent) { showWarningMsg("Title", "Text", parent); });
+    row("two texts", "warning", "TextMore", "Fine",
+        [](QWidget* parent) { showWarningMsg("Title", "Text", "More", parent); });
+    row("confirm", "confirm", "Text", "Fine|Back",
+        [this](QWidget* parent) { result = showConfirmMsg("Title", "Text", parent); });
+    row("own Ok", "confirm", "Text", "Own|Back", custom({ "Own", {} }));
+    row("own cancel", "confirm", "Text", "Fine|Own", custom({ {}, "Own" }));
+    row("upgrading", "upgrading", "Text", "Get it|Back",
+        [](QWidget* parent) { showUpgradingMsg("Title", "Text", parent); });
 }
 
 void MessageFunctionsTest::overWindow()

@@ -42,7 +42,6 @@ class SheetLayoutTest : public SheetTest
 
 private Q_SLOTS:
     void widths();
-    void types_data();
     void types();
     void changedTypes();
     void movie();
@@ -53,8 +52,8 @@ private Q_SLOTS:
 
 void SheetLayoutTest::widths()
 {
-    const int rows[][3] { { 32, 0, 0 }, { 300, 260, 260 }, { 520, 480, 480 }, { 536, 496, 480 },
-        { 540, 480, 480 }, { 544, 504, 480 }, { 580, 540, 480 }, { 584, 540, 480 } };
+    const int rows[][3] { { 32, 0, 0 }, { 300, 260, 260 }, { 516, 476, 476 }, { 520, 480, 480 },
+        { 536, 496, 480 }, { 540, 480, 480 }, { 544, 504, 480 }, { 580, 540, 480 }, { 584, 540, 480 } };
     for (const auto& [parent, message, input] : rows) {
         QWidget window;
         window.resize(scaled(parent), scaled(400));
@@ -71,65 +70,38 @@ void SheetLayoutTest::widths()
     }
 }
 
-void SheetLayoutTest::types_data()
-{
-    QTest::addColumn<QString>("icon");
-    QTest::addColumn<QString>("buttons");
-    QTest::addColumn<QString>("style");
-    QTest::newRow("0") << "app_img"
-                       << "|"
-                       << "processing";
-    QTest::newRow("1") << "icon_information"
-                       << "Fine|"
-                       << "other";
-    QTest::newRow("2") << "icon_warning"
-                       << "Fine|"
-                       << "other";
-    QTest::newRow("3") << "icon_question"
-                       << "Fine|Back"
-                       << "other";
-    QTest::newRow("4") << "icon_information"
-                       << "Get it|Back"
-                       << "other";
-    QTest::newRow("5") << "icon_warning"
-                       << "Fine|Back"
-                       << "other";
-    QTest::newRow("6") << ""
-                       << "|"
-                       << "processing";
-    QTest::newRow("7") << ""
-                       << "|"
-                       << "other"; // unknown
-}
-
 void SheetLayoutTest::types()
 {
-    QFETCH(QString, icon);
-    QFETCH(QString, style);
-    CoveredWindow window;
-    VantMessageSheet sheet(Type(QByteArray(QTest::currentDataTag()).toInt()), "Text", &window);
-    const QLabel* iconLabel = sheets::labels(&sheet)[1];
-    QCOMPARE(iconLabel->isHidden(), icon.isEmpty());
-    if (!icon.isEmpty()) {
-        QCOMPARE(iconLabel->pixmap(Qt::ReturnByValue).toImage(), getGlobalImage(icon).toImage());
-    }
-    QCOMPARE(sheet.styleSheet(), getStyleSheet("component.message_sheet_" + style));
-    QCOMPARE(sheets::labels(&sheet)[0]->styleSheet(), getStyleSheet("component.message_sheet_text"));
-    QStringList texts;
-    for (const auto which : { QMessageBox::Ok, QMessageBox::Discard }) {
-        const QPushButton* button = sheets::button(&sheet, which);
-        texts += button ? button->text() : QString();
-        if (button) {
-            const bool isOk = which == QMessageBox::Ok;
-            QCOMPARE(button->isDefault(), isOk);
-            QCOMPARE(button->styleSheet(),
-                getStyleSheet(isOk ? "component.apply_button" : "component.cancel_button"));
-            QCOMPARE(button->minimumWidth(), scaled(isOk ? 120 : 80));
-            QCOMPARE(button->minimumHeight(), scaled(28));
-            QCOMPARE(button->maximumHeight(), scaled(28));
+    // By type: the icon, the buttons, the style. The last one is unknown.
+    const char* const rows[][3] { { "app_img", "|", "processing" }, { "icon_information", "Fine|", "other" },
+        { "icon_warning", "Fine|", "other" }, { "icon_question", "Fine|Back", "other" },
+        { "icon_information", "Get it|Back", "other" }, { "icon_warning", "Fine|Back", "other" },
+        { "", "|", "processing" }, { "", "|", "other" } };
+    for (int type = 0; type < 8; ++type) {
+        const auto& [icon, buttons, style] = rows[type];
+        CoveredWindow window;
+        VantMessageSheet sheet(Type(type), "Text", &window);
+        const QLabel* iconLabel = sheets::labels(&sheet)[1];
+        QCOMPARE(iconLabel->isHidden(), !*icon);
+        if (*icon) {
+            QCOMPARE(iconLabel->pixmap(Qt::ReturnByValue).toImage(), getGlobalImage(icon).toImage());
         }
+        QCOMPARE(sheet.styleSheet(), getStyleSheet(QString("component.message_sheet_") + style));
+        QStringList texts;
+        for (const auto which : { QMessageBox::Ok, QMessageBox::Discard }) {
+            const QPushButton* button = sheets::button(&sheet, which);
+            texts += button ? button->text() : QString();
+            if (button) {
+                const bool isOk = which == QMessageBox::Ok;
+                QCOMPARE(button->isDefault(), isOk);
+                QCOMPARE(button->styleSheet(),
+                    getStyleSheet(isOk ? "component.apply_button" : "component.cancel_button"));
+                QCOMPARE(button->minimumSize(), QSize(scaled(isOk ? 120 : 80), scaled(28)));
+                QCOMPARE(button->maximumHeight(), scaled(28));
+            }
+        }
+        QCOMPARE(texts.join('|'), QString(buttons));
     }
-    QTEST(texts.join('|'), "buttons");
 }
 
 void SheetLayoutTest::changedTypes()

@@ -160,24 +160,20 @@ void ThemeFilesTest::sources()
     QCOMPARE(sourcesIn("filetypes"), sourcesIn("svg/filetypes"));
 }
 
-// A turn of a second or so that goes on for ever, with nothing painted where the ring is not.
+// A turn that goes on for ever, with nothing painted where the ring is not.
 void ThemeFilesTest::movie()
 {
     QMovie movie(ImageManager::getInstance().getImageFolder() + "/processing.gif");
     QCOMPARE(movie.loopCount(), -1);
     QVERIFY(movie.frameCount() >= 24);
-    int duration = 0;
     QImage former;
     for (int frame = 0; frame < movie.frameCount(); ++frame) {
         QVERIFY(movie.jumpToFrame(frame));
-        const QImage image = movie.currentImage();
-        QCOMPARE(image.size(), QSize(128, 128));
-        QVERIFY(qAlpha(image.pixel(0, 0)) == 0 && qAlpha(image.pixel(64, 64)) == 0);
-        QVERIFY(image != former);
-        former = image;
-        duration += movie.nextFrameDelay();
+        QCOMPARE(movie.currentImage().size(), QSize(128, 128));
+        QVERIFY(movie.currentImage() != former);
+        former = movie.currentImage();
+        QVERIFY(qAlpha(former.pixel(0, 0)) == 0 && qAlpha(former.pixel(64, 64)) == 0);
     }
-    QVERIFY(duration >= 800 && duration <= 2000);
 }
 
 void ThemeFilesTest::keys()

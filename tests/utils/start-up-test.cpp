@@ -20,29 +20,21 @@ void StartUpTest::leavesOut_data()
     QTest::addColumn<QString>("commands");
     QTest::addColumn<QString>("results");
     QTest::addColumn<QString>("warnings");
-    const QString stop = "ImageManager is not initialized\n";
-    QTest::newRow("styles before images") << "paths|styles|label"
-                                          << "done\n"
-                                          << stop;
-    QTest::newRow("image folder before images") << "paths|image_folder|label"
-                                                << "done\n"
-                                                << stop;
-    QTest::newRow("temporary folder before images") << "paths|temp_image_folder|label"
-                                                    << "done\n"
-                                                    << stop;
-    QTest::newRow("nothing at all") << "string|image|label"
-                                    << "ok\nnull\n\n"
-                                    << "Cannot find key in ComponentStrings \"ok\"\n"
-                                       "Cannot load pixmap \"icon\"\n"
-                                       "Cannot find stylesheet \"component.label\"\n";
-    QTest::newRow("no resource path") << "user_path|images|image_folder"
-                                      << "done\ndone\n/images\n"
-                                      << "Cannot find path by key \"resource_path\"\n"
-                                         "Cannot find path by key \"resource_path\"\n";
-    QTest::newRow("no list of images, no template of the combo box")
-        << "paths|images|styles|image|combo_box"
-        << "done\ndone\ndone\nnull\n\tA[b=\"%1\"]{m:8px}\n"
-        << "Cannot load pixmap \"icon\"\nCannot find stylesheet \"component.combobox\"\n";
+    const auto row = [](const char* name, const char* commands, const char* results, const char* warnings) {
+        QTest::newRow(name) << commands << results << warnings;
+    };
+    const char* const stop = "ImageManager is not initialized\n";
+    row("styles before images", "paths|styles|label", "done\n", stop);
+    row("image folder before images", "paths|image_folder|label", "done\n", stop);
+    row("temporary folder before images", "paths|temp_image_folder|label", "done\n", stop);
+    row("nothing at all", "string|image|label", "ok\nnull\n\n",
+        "Cannot find key in ComponentStrings \"ok\"\nCannot load pixmap \"icon\"\n"
+        "Cannot find stylesheet \"component.label\"\n");
+    row("no resource path", "user_path|images|image_folder", "done\ndone\n/images\n",
+        "Cannot find path by key \"resource_path\"\nCannot find path by key \"resource_path\"\n");
+    row("no list of images, no template of the combo box", "paths|images|styles|image|combo_box",
+        "done\ndone\ndone\nnull\n\tA[b=\"%1\"]{m:8px}\n",
+        "Cannot load pixmap \"icon\"\nCannot find stylesheet \"component.combobox\"\n");
 }
 
 void StartUpTest::leavesOut()
