@@ -147,7 +147,6 @@ class FilesTest : public GuardedTest
 
 private Q_SLOTS:
     void initTestCase();
-    void renames_data();
     void renames();
     void readsInOrder();
     void showsNamesThatAreNotText();
@@ -179,51 +178,34 @@ void FilesTest::initTestCase()
     StyleManager::getInstance().initialize(templateFiles(theme));
 }
 
-void FilesTest::renames_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("newName");
-    QTest::addColumn<QString>("complaint");
-    const auto row = [](const char* title, const char* name, const QString& newName,
-                         const QString& complaint = QString()) {
-        QTest::newRow(title) << name << newName << complaint;
-    };
-    row("file, with an emoji and a line end", "a.txt", QString::fromUtf8("\xF0\x9F\x98\x80\n"));
-    row("folder", "full", "fuller");
-    row("link", "dangling", "still dangling");
-    row("case only", "a.txt", "A.txt");
-    const QString taken = text("files.problem.taken");
-    row("taken by a file", "a.txt", "other.txt", taken.arg("other.txt"));
-    row("folder onto an empty one", "full", "empty", taken.arg("empty"));
-    row("taken by a link that leads nowhere", "a.txt", "dangling", taken.arg("dangling"));
-    row("vanished", "gone.txt", "new.txt", text("files.problem.gone").arg("gone.txt"));
-    for (const char* const name : { "  ", "empty/a.txt", ".", ".." }) {
-        row(name, "a.txt", name, text("files.problem.name").arg(name));
-    }
-    row("too long", "a.txt", QString(300, 'x'),
-        text("files.problem.refused").arg("a.txt", "File name too long"));
-}
-
 void FilesTest::renames()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, newName);
-    QFETCH(QString, complaint);
+    const QString taken = text("files.problem.taken");
+    const QString bad = text("files.problem.name");
+    // What is renamed, its new name, and the complaint. The link "dangling" leads nowhere.
+    const QString rows[][3] { { "a.txt", "\xF0\x9F\x98\x80\n", "" }, { "full", "fuller", "" },
+        { "dangling", "still dangling", "" }, { "a.txt", "A.txt", "" },
+        { "a.txt", "other.txt", taken.arg("other.txt") }, { "full", "empty", taken.arg("empty") },
+        { "a.txt", "dangling", taken.arg("dangling") },
+        { "gone.txt", "new.txt", text("files.problem.gone").arg("gone.txt") },
+        { "a.txt", "  ", bad.arg("  ") }, { "a.txt", "empty/a.txt", bad.arg("empty/a.txt") },
+        { "a.txt", ".", bad.arg(".") }, { "a.txt", "..", bad.arg("..") },
+        { "a.txt", QString(300, 'x'), text("files.problem.refused").arg("a.txt", "File name too long") } };
+    for (const auto& [name, newName, complaint] : rows) {
+        const QTemporaryDir folder;
+        writeFile(folder.filePath("a.txt"));
+        writeFile(folder.filePath("other.txt"));
+        QVERIFY(QDir(folder.path()).mkdir("empty") && QDir(folder.path()).mkdir("full"));
+        writeFile(folder.filePath("full/in.txt"));
+        QVERIFY(QFile::link("nowhere", folder.filePath("dangling")));
+        QStringList expected = contentsOf(folder.path());
 
-    const QTemporaryDir folder;
-    writeFile(folder.filePath("a.txt"));
-    writeFile(folder.filePath("other.txt"));
-    QVERIFY(QDir(folder.path()).mkdir("empty"));
-    QVERIFY(QDir(folder.path()).mkdir("full"));
-    writeFile(folder.filePath("full/in.txt"));
-    QVERIFY(QFile::link("nowhere", folder.filePath("dangling")));
-    QStringList expected = contentsOf(folder.path());
-
-    QCOMPARE(renameFile(folder.filePath(name), newName), complaint);
-    if (complaint.isEmpty()) {
-        expected.replaceInStrings(folder.filePath(name), folder.filePath(newName)).sort();
+        QCOMPARE(renameFile(folder.filePath(name), newName), complaint);
+        if (complaint.isEmpty()) {
+            expected.replaceInStrings(folder.filePath(name), folder.filePath(newName)).sort();
+        }
+        QCOMPARE(contentsOf(folder.path()), expected);
     }
-    QCOMPARE(contentsOf(folder.path()), expected);
 }
 
 void FilesTest::readsInOrder()
@@ -288,6 +270,7 @@ void FilesTest::tellsOfTheLastFolderOnly()
     connect(
         reader.get(), &FolderReader::done, this, [&](const ListingPtr& listing) { told << listing->folder; });
     reader->read(folder.path());
+    QVERIFY(QThreadPool::globalInstance()->waitForDone()); // and what it read waits to be told
     reader->read("/");
     QTRY_VERIFY_WITH_TIMEOUT(!reader->isReading(), patience);
     QCOMPARE(told, QStringList("/"));

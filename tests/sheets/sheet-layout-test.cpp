@@ -107,17 +107,12 @@ void SheetLayoutTest::types()
 void SheetLayoutTest::changedTypes()
 {
     CoveredWindow window;
-    VantMessageSheet sheet(Type::Question, {}, { "&Own", "&Other" }, &window);
-    QCOMPARE(sheet.button(QMessageBox::Ok)->text() + sheet.button(QMessageBox::Discard)->text(),
-        QString("&Own&Other"));
-    sheet.setInformativeText("More");
+    VantMessageSheet sheet(Type::Question, {}, "More", &window);
     sheet.setMessageType(Type::Warning);
     QCOMPARE(
         sheets::labels(&sheet)[2]->styleSheet(), getStyleSheet("component.message_sheet_informative_text"));
-    QCOMPARE(sheet.button(QMessageBox::Ok)->text(), QString("Fine"));
     QVERIFY(!sheet.button(QMessageBox::Discard));
     sheet.setMessageType(Type::Question);
-
     QSignalSpy finished(&sheet, SIGNAL(finished(int)));
     sheet.button(QMessageBox::Discard)->click();
     QCOMPARE(finished, QList<QList<QVariant>> { { int(QMessageBox::Discard) } }); // once
