@@ -24,12 +24,11 @@ void ImageSizesTest::sizes_data()
     };
     row({ 64, 48 }, { 16, 12 }, { 20, 15 }, { 24, 18 }, { 32, 24 });
     row({ 50, 30 }, { 13, 8 }, { 16, 10 }, { 20, 12 }, { 26, 16 });
-    row({ 54, 54 }, { 14, 14 }, { 18, 18 }, { 21, 21 }, { 28, 28 });
     row({ 2, 2 }, { 1, 1 }, { 1, 1 }, { 2, 2 }, { 2, 2 });
     // The sides by themselves would give 25 by 2; the shape of the source holds.
     row({ 101, 6 }, { 25, 1 }, { 31, 1 }, { 38, 2 }, { 50, 2 });
     // Less than one pixel of design is no image.
-    row({ 1, 1 }, {}, {}, {}, {});
+    row({ 1, 1 }, { 0, 0 }, { 0, 0 }, { 0, 0 }, { 0, 0 });
 }
 
 void ImageSizesTest::sizes()
@@ -37,21 +36,16 @@ void ImageSizesTest::sizes()
     QFETCH(QSize, source);
     QFETCH(QSize, display);
     const ThemeFolder theme;
-    const QString name = QStringLiteral("sized");
-    theme.writeImage(name, source);
-    theme.writeList({ name }, { name });
+    theme.writeImage("sized", source);
+    theme.writeList({ "sized" }, { "sized" });
 
     for (const auto type : { ImageManager::EagerLoad, ImageManager::LazyLoad }) {
         theme.initializeImages(type);
-        const QPixmap pixmap = getGlobalImage(name);
-        QCOMPARE(pixmap.isNull(), display.isEmpty());
-        if (!display.isEmpty()) {
-            QCOMPARE(pixmap.size(), display * displayscale::ratio());
-            QCOMPARE(pixmap.devicePixelRatio(), double(displayscale::ratio()));
-        }
+        const QPixmap pixmap = getGlobalImage("sized");
+        QCOMPARE(pixmap.size(), display * displayscale::ratio());
+        QVERIFY(display.isEmpty() || pixmap.devicePixelRatio() == displayscale::ratio());
     }
-    QCOMPARE(theme.temporaryImageSize(name).isEmpty(), display.isEmpty());
-    QVERIFY(display.isEmpty() || theme.temporaryImageSize(name) == display);
+    QCOMPARE(theme.temporaryImageSize("sized"), display);
 }
 
 QTEST_MAIN(ImageSizesTest)

@@ -13,7 +13,7 @@ CoveredWindow::CoveredWindow(const QSize& size)
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(field);
     layout->addWidget(button);
-    connect(button, SIGNAL(clicked()), this, SLOT(countClick()));
+    connect(button, &QPushButton::clicked, this, [this] { ++clicks; });
     resize(size);
 }
 
@@ -30,27 +30,23 @@ bool CoveredWindow::open()
 
 QString CoveredWindow::remains()
 {
-    QStringList found;
-    const auto demand = [&found](bool holds, const char* otherwise) {
-        if (!holds) {
-            found += QLatin1String(otherwise);
-        }
-    };
-    demand(!shownMask(), "a mask shows");
+    QString found;
+    const auto demand = [&found](bool holds, const char* otherwise) { found += holds ? "" : otherwise; };
+    demand(!shownMask(), "a mask shows, ");
     const int clicksBefore = clicks;
     click(button);
-    demand(clicks == clicksBefore + 1, "the button takes no click");
+    demand(clicks == clicksBefore + 1, "the button takes no click, ");
     field->clear();
     field->setFocus();
     press(Qt::Key_Space);
-    demand(field->text() == QLatin1String(" "), "the field takes no key");
+    demand(field->text() == " ", "the field takes no key, ");
     keys.clear();
     press(Qt::Key_Return);
-    demand(keys == QList<int> { Qt::Key_Return }, "the window takes no key");
-    demand(windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), "the close button is grey");
-    demand(close(), "the window does not close");
-    demand(open(), "the window does not open again");
-    return found.join(QLatin1String(", "));
+    demand(keys == QList<int> { Qt::Key_Return }, "the window takes no key, ");
+    demand(windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), "the close button is grey, ");
+    demand(close(), "the window does not close, ");
+    demand(open(), "the window does not open again, ");
+    return found;
 }
 
 void CoveredWindow::click(const QWidget* widget)
@@ -66,15 +62,11 @@ void CoveredWindow::press(int key)
 
 VantMask* CoveredWindow::shownMask() const
 {
-    const auto masks = findChildren<VantMask*>();
-    const auto shown =
-        std::find_if(masks.begin(), masks.end(), [](VantMask* mask) { return !mask->isHidden(); });
-    return shown == masks.end() ? nullptr : *shown;
-}
-
-int CoveredWindow::maskCount() const
-{
-    return findChildren<VantMask*>().size();
+    VantMask* shown = nullptr;
+    for (VantMask* mask : findChildren<VantMask*>()) {
+        shown = mask->isHidden() ? shown : mask;
+    }
+    return shown;
 }
 
 namespace sheets {
@@ -82,11 +74,8 @@ namespace sheets {
 void startKit(const QString& userFolder)
 {
     defaulttheme::load(userFolder);
-    ComponentStrings::getInstance().installStrings({
-        { QStringLiteral("ok"), QStringLiteral("Fine") },
-        { QStringLiteral("cancel"), QStringLiteral("Back") },
-        { QStringLiteral("wizard_client_upgrade"), QStringLiteral("Get it") },
-    });
+    ComponentStrings::getInstance().installStrings(
+        { { "ok", "Fine" }, { "cancel", "Back" }, { "wizard_client_upgrade", "Get it" } });
 }
 
 void addBothSheets()
@@ -98,12 +87,11 @@ void addBothSheets()
 
 QPointer<VantSheet> make(bool input, QWidget* window)
 {
-    const QString text = QStringLiteral("Text");
     VantSheet* sheet = nullptr;
     if (input) {
-        sheet = new VantInputSheet(text, window);
+        sheet = new VantInputSheet("Text", window);
     } else {
-        sheet = new VantMessageSheet(VantMessageSheet::Question, text, window);
+        sheet = new VantMessageSheet(VantMessageSheet::Question, "Text", window);
     }
     VantMask::createMask(sheet, window->window());
     return sheet;
@@ -125,24 +113,15 @@ QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which)
     return sheet->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::StandardButton(which));
 }
 
-QList<MessageLabel*> texts(const QWidget* sheet)
+QList<QLabel*> labels(const QWidget* sheet)
 {
-    QList<MessageLabel*> found;
-    const auto labels = sheet->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QLabel* label : labels) {
-        if (auto* text = dynamic_cast<MessageLabel*>(label)) {
-            found += text;
-        }
-    }
-    return found;
-}
-
-QLabel* icon(const QWidget* sheet)
-{
-    const auto labels = sheet->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
-    const auto found = std::find_if(
-        labels.begin(), labels.end(), [](QLabel* label) { return !dynamic_cast<MessageLabel*>(label); });
-    return found == labels.end() ? nullptr : *found;
+    return sheet->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 } // namespace sheets
+
+void SheetTest::initTestCase()
+{
+    sheets::startKit(userFolder.path());
+    QApplication::setQuitOnLastWindowClosed(false);
+}

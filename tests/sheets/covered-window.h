@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/guarded-test.h"
+
 #include <vantkit-qt/vantkit.h>
 
 #include <QDialogButtonBox>
@@ -7,6 +9,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTemporaryDir>
 
 /** A window with a field and a button, to be covered by sheets. It notes what reaches it. */
 class CoveredWindow : public QWidget
@@ -27,7 +30,6 @@ public:
     void press(int key);
 
     VantMask* shownMask() const;
-    int maskCount() const;
 
     QLineEdit* field;
     QPushButton* button;
@@ -39,13 +41,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override { keys += event->key(); }
 
     void mousePressEvent(QMouseEvent* /*event*/) override { ++mousePresses; }
-
-private Q_SLOTS:
-
-    void countClick() { ++clicks; }
 };
-
-Q_DECLARE_METATYPE(VantMessageSheet::MessageType)
 
 namespace sheets {
 
@@ -63,11 +59,8 @@ int exec(VantSheet* sheet);
 void done(VantSheet* sheet, int result);
 QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which);
 
-/** The labels of the sheet's texts: text, informative text. */
-QList<MessageLabel*> texts(const QWidget* sheet);
-
-/** The label of the icon. */
-QLabel* icon(const QWidget* sheet);
+/** The labels of the text and, on a message sheet, of the icon and the informative text. */
+QList<QLabel*> labels(const QWidget* sheet);
 
 /** Runs @p step on the next turn of the event loop. */
 template <typename Step>
@@ -77,3 +70,15 @@ void soon(QObject* context, Step step)
 }
 
 } // namespace sheets
+
+/** A test whose kit is started. */
+class SheetTest : public GuardedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+private:
+    QTemporaryDir userFolder;
+};

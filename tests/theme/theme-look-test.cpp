@@ -8,21 +8,29 @@
 #include <QStyleOption>
 #include <QtTest>
 
-#include <functional>
+/** How the theme looks at the scale of the display. */
+class ThemeLookTest : public GuardedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void shadow();
+    void focusMovesNothing();
+    void errorShows();
+    void messageButtonsKeepTheirText();
+    void countdownKeepsItsIcon();
+
+private:
+    QTemporaryDir userFolder;
+};
 
 namespace {
 
-QImage shadow(const char* place)
+/** How dark a piece of the shadow is at a pixel. */
+int alpha(const char* place, int x, int y)
 {
-    const QByteArray name = QByteArrayLiteral("bg_tutorial_") + place;
-    return getGlobalImage(name.constData(), ImageManager::Normal)
-        .toImage()
-        .convertToFormat(QImage::Format_ARGB32);
-}
-
-int alpha(const QImage& image, int x, int y)
-{
-    return qAlpha(image.pixel(x, y));
+    return getGlobalImage(QString("bg_tutorial_") + place).toImage().pixelColor(x, y).alpha();
 }
 
 template <typename Option>
@@ -35,199 +43,117 @@ Option optionFor(const QWidget* widget, bool focus)
     return option;
 }
 
-template <typename Option>
-QRect partOf(const QWidget* widget, QStyle::SubElement part, bool focus)
-{
-    const auto option = optionFor<Option>(widget, focus);
-    return widget->style()->subElementRect(part, &option, widget);
-}
-
 /** Where the content of a widget begins, or where its middle is, with and without the keyboard focus. */
-QList<QPoint> contentOf(const QWidget* widget, bool focus)
+QPoint contentOf(const QWidget* widget, bool focus)
 {
-    if (qobject_cast<const QPushButton*>(widget)) {
-        return { partOf<QStyleOptionButton>(widget, QStyle::SE_PushButtonContents, focus).center() };
+    const QStyle* style = widget->style();
+    if (qobject_cast<const QComboBox*>(widget)) {
+        const auto combo = optionFor<QStyleOptionComboBox>(widget, focus);
+        return style->subControlRect(QStyle::CC_ComboBox, &combo, QStyle::SC_ComboBoxEditField, widget)
+            .topLeft();
+    }
+    const auto frame = optionFor<QStyleOptionFrame>(widget, focus);
+    const auto button = optionFor<QStyleOptionButton>(widget, focus);
+    if (qobject_cast<const QLineEdit*>(widget)) {
+        return style->subElementRect(QStyle::SE_LineEditContents, &frame, widget).topLeft();
     }
     if (qobject_cast<const QCheckBox*>(widget)) {
-        return { partOf<QStyleOptionButton>(widget, QStyle::SE_CheckBoxContents, focus).topLeft(),
-            partOf<QStyleOptionButton>(widget, QStyle::SE_CheckBoxIndicator, focus).topLeft() };
+        return style->subElementRect(QStyle::SE_CheckBoxContents, &button, widget).topLeft();
     }
-    if (qobject_cast<const QRadioButton*>(widget)) {
-        return { partOf<QStyleOptionButton>(widget, QStyle::SE_RadioButtonContents, focus).topLeft(),
-            partOf<QStyleOptionButton>(widget, QStyle::SE_RadioButtonIndicator, focus).topLeft() };
-    }
-    if (qobject_cast<const QLineEdit*>(widget)) {
-        const QRect text = partOf<QStyleOptionFrame>(widget, QStyle::SE_LineEditContents, focus);
-        return { text.topLeft(), text.bottomRight() };
-    }
-    const auto option = optionFor<QStyleOptionComboBox>(widget, focus);
-    const auto rectOf = [&](QStyle::SubControl part) {
-        return widget->style()->subControlRect(QStyle::CC_ComboBox, &option, part, widget);
-    };
-    return { rectOf(QStyle::SC_ComboBoxEditField).topLeft(), rectOf(QStyle::SC_ComboBoxArrow).center() };
+    return style->subElementRect(QStyle::SE_PushButtonContents, &button, widget).center();
 }
-
-QLineEdit* field(const QString& sheet)
-{
-    auto* edit = new QLineEdit;
-    edit->setStyleSheet(sheet);
-    return edit;
-}
-
-using Maker = std::function<QWidget*()>;
 
 } // namespace
-
-Q_DECLARE_METATYPE(Maker)
-
-/** How the theme looks at the scale of the display. */
-class ThemeLookTest : public GuardedTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void shadowHasNoSeam_data();
-    void shadowHasNoSeam();
-    void shadowFallsOffDownwards();
-    void focusMovesNothing_data();
-    void focusMovesNothing();
-    void errorShows();
-    void messageButtonsKeepTheirText();
-    void countdownKeepsItsIcon();
-
-private:
-    QTemporaryDir userFolder;
-};
 
 void ThemeLookTest::initTestCase()
 {
     defaulttheme::load(userFolder.path());
 }
 
-void ThemeLookTest::shadowHasNoSeam_data()
+// A corner ends as the two edges begin, and fades to nothing on its other two sides. Below a panel there is
+// more shadow than above it.
+void ThemeLookTest::shadow()
 {
-    QTest::addColumn<QByteArray>("beside");
-    QTest::addColumn<QByteArray>("below");
-    QTest::newRow("lt") << QByteArray("t") << QByteArray("l");
-    QTest::newRow("rt") << QByteArray("t") << QByteArray("r");
-    QTest::newRow("lb") << QByteArray("b") << QByteArray("l");
-    QTest::newRow("rb") << QByteArray("b") << QByteArray("r");
-}
-
-// A corner ends as the two edges begin, and fades to nothing on its other two sides.
-void ThemeLookTest::shadowHasNoSeam()
-{
-    QFETCH(QByteArray, beside);
-    QFETCH(QByteArray, below);
-    const QByteArray place(QTest::currentDataTag());
-    const QImage corner = shadow(place.constData());
-    const QImage horizontal = shadow(beside.constData());
-    const QImage vertical = shadow(below.constData());
-    QCOMPARE(corner.height(), horizontal.height());
-    QCOMPARE(corner.width(), vertical.width());
-
-    const int last = corner.width() - 1;
-    const int innerColumn = place.startsWith('l') ? last : 0;
-    const int innerRow = place.endsWith('t') ? last : 0;
-    for (int i = 0; i <= last; ++i) {
-        QVERIFY(std::abs(alpha(corner, innerColumn, i) - alpha(horizontal, 1, i)) <= 4);
-        QVERIFY(std::abs(alpha(corner, i, innerRow) - alpha(vertical, i, 1)) <= 4);
-        QVERIFY(alpha(corner, last - innerColumn, i) <= 2);
-        QVERIFY(alpha(corner, i, last - innerRow) <= 2);
+    const QSize size = getGlobalImage("bg_tutorial_lt").toImage().size();
+    const int last = size.width() - 1;
+    for (const QByteArray corner : { "lt", "rt", "lb", "rb" }) {
+        const QByteArray beside = corner.right(1);
+        const QByteArray below = corner.left(1);
+        const int innerColumn = below == "l" ? last : 0;
+        const int innerRow = beside == "t" ? last : 0;
+        for (int i = 0; i <= last; ++i) {
+            QVERIFY(qAbs(alpha(corner, innerColumn, i) - alpha(beside, 1, i)) <= 4);
+            QVERIFY(qAbs(alpha(corner, i, innerRow) - alpha(below, i, 1)) <= 4);
+            QVERIFY(alpha(corner, last - innerColumn, i) <= 2);
+            QVERIFY(alpha(corner, i, last - innerRow) <= 2);
+        }
     }
-}
-
-void ThemeLookTest::shadowFallsOffDownwards()
-{
-    const QImage top = shadow("t");
-    const QImage bottom = shadow("b");
-    const int rows = bottom.height();
-    QVERIFY(alpha(bottom, 1, 0) > 60 && alpha(bottom, 1, 0) <= 72);
-    for (int row = 1; row < rows; ++row) {
-        QVERIFY(alpha(bottom, 1, row) <= alpha(bottom, 1, row - 1));
-        QVERIFY(alpha(bottom, 1, row) >= alpha(top, 1, rows - 1 - row));
+    for (int row = 1; row <= last; ++row) {
+        QVERIFY(alpha("b", 1, row) <= alpha("b", 1, row - 1));
+        QVERIFY(alpha("b", 1, row) >= alpha("t", 1, last - row));
     }
-    QVERIFY(alpha(bottom, 1, rows / 2) > alpha(top, 1, rows / 2));
-}
-
-void ThemeLookTest::focusMovesNothing_data()
-{
-    QTest::addColumn<Maker>("make");
-    for (int kind = 0; kind <= 5; ++kind) {
-        QTest::addRow("button of kind %d", kind)
-            << Maker([kind] { return new VantButton(QStringLiteral("Text"), kind); });
-    }
-    QTest::newRow("check box") << Maker([] { return new VantCheckBox(QStringLiteral("Text"), nullptr); });
-    QTest::newRow("radio button") << Maker(
-        [] { return new VantRadioButton(QStringLiteral("Text"), nullptr); });
-    QTest::newRow("combo box") << Maker([] { return new VantComboBox(nullptr); });
-    QTest::newRow("date selector") << Maker([] {
-        auto* combo = new QComboBox;
-        combo->setStyleSheet(getStyleSheet("component.date_selector", false));
-        return combo;
-    });
-    QTest::newRow("field") << Maker([] { return field(getStyleSheet("component.lineedit", false)); });
-    QTest::newRow("filter bar") << Maker([] {
-        return field(getStyleSheet("component.lineedit", false)
-            + getStyleSheet("component.filter_bar_padding", false));
-    });
+    QVERIFY(alpha("b", 1, 0) > 60 && alpha("b", 1, last / 2) > alpha("t", 1, last / 2));
 }
 
 // The focus edge is wider than the edge at rest, and the padding makes up for it at every scale. The combo
 // box sets its own edge and padding, not cut to whole pixels as a style sheet's are, and may be off by one.
 void ThemeLookTest::focusMovesNothing()
 {
-    QFETCH(Maker, make);
-    const QScopedPointer<QWidget> widget(make());
-    widget->ensurePolished();
-    const QList<QPoint> focused = contentOf(widget.data(), true);
-    const QList<QPoint> resting = contentOf(widget.data(), false);
-    const int tolerance = qobject_cast<VantComboBox*>(widget.data()) ? 2 : 0;
-    for (int i = 0; i < resting.size(); ++i) {
-        QVERIFY((focused[i] - resting[i]).manhattanLength() <= tolerance);
+    QWidget parent;
+    for (int kind = 0; kind <= 5; ++kind) {
+        (new VantButton("Text", kind))->setParent(&parent);
+    }
+    new VantCheckBox("Text", &parent);
+    new VantComboBox(&parent);
+    (new QComboBox(&parent))->setStyleSheet(getStyleSheet("component.date_selector"));
+    const QString field = getStyleSheet("component.lineedit");
+    for (const QString& more : { QString(), getStyleSheet("component.filter_bar_padding") }) {
+        (new QLineEdit(&parent))->setStyleSheet(field + more);
+    }
+    for (auto* widget : parent.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        widget->ensurePolished();
+        const int tolerance = qobject_cast<VantComboBox*>(widget) ? 2 : 0;
+        QVERIFY2((contentOf(widget, true) - contentOf(widget, false)).manhattanLength() <= tolerance,
+            qPrintable(widget->styleSheet()));
     }
 }
 
 // The error look follows a property, by "polish" alone, and shows with the focus too.
 void ThemeLookTest::errorShows()
 {
-    const QScopedPointer<QLineEdit> edit(field(getStyleSheet("component.lineedit", false)));
-    edit->resize(200, 60);
-    edit->show();
-    const auto colorsNow = [&edit] {
-        const QImage image = edit->grab().toImage();
-        return std::make_pair(
-            image.pixelColor(image.width() / 2, 0).name(), image.pixelColor(image.width() / 2, 9).name());
+    QLineEdit edit;
+    edit.setStyleSheet(getStyleSheet("component.lineedit"));
+    edit.resize(200, 60);
+    edit.show();
+    const auto colors = [&edit] {
+        const QImage image = edit.grab().toImage();
+        return image.pixelColor(image.width() / 2, 0).name() + image.pixelColor(image.width() / 2, 9).name();
     };
     const auto setError = [&edit](bool error) {
-        edit->setProperty("error", error);
-        edit->style()->polish(edit.data());
+        edit.setProperty("error", error);
+        edit.style()->polish(&edit);
     };
-    const auto rest = std::make_pair(QStringLiteral("#c8d2dc"), QStringLiteral("#ffffff"));
-    const auto wrong = std::make_pair(QStringLiteral("#c8372d"), QStringLiteral("#fdecea"));
-    QCOMPARE(colorsNow(), rest);
+    QCOMPARE(colors(), QString("#c8d2dc#ffffff"));
     setError(true);
-    QCOMPARE(colorsNow(), wrong);
-    QApplication::setActiveWindow(edit.data());
-    edit->setFocus();
-    QVERIFY(edit->hasFocus());
-    QCOMPARE(colorsNow(), wrong);
-    edit->clearFocus();
+    QCOMPARE(colors(), QString("#c8372d#fdecea"));
+    QApplication::setActiveWindow(&edit);
+    edit.setFocus();
+    QVERIFY(edit.hasFocus());
+    QCOMPARE(colors(), QString("#c8372d#fdecea"));
+    edit.clearFocus();
     setError(false);
-    QCOMPARE(colorsNow(), rest);
+    QCOMPARE(colors(), QString("#c8d2dc#ffffff"));
 }
 
 // A box is as narrow as its text allows, whatever stands on its buttons.
 void ThemeLookTest::messageButtonsKeepTheirText()
 {
-    QMessageBox box(
-        QMessageBox::Question, QString(), QStringLiteral("?"), QMessageBox::Ok | QMessageBox::Cancel);
+    QMessageBox box(QMessageBox::Question, {}, "?", QMessageBox::Ok | QMessageBox::Cancel);
     box.setStyleSheet(getStyleSheet("component.confirm_message_box"));
     box.button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button"));
     box.button(QMessageBox::Cancel)->setStyleSheet(getStyleSheet("component.cancel_button"));
     for (QAbstractButton* button : box.buttons()) {
-        button->setText(QStringLiteral("Every file of this folder"));
+        button->setText("Every file of this folder");
     }
     box.show();
     for (QAbstractButton* button : box.buttons()) {
@@ -238,10 +164,9 @@ void ThemeLookTest::messageButtonsKeepTheirText()
 // Under a parent with a style sheet of its own, too.
 void ThemeLookTest::countdownKeepsItsIcon()
 {
-    ComponentStrings::getInstance().installStrings(
-        { { QStringLiteral("ok"), {} }, { QStringLiteral("cancel"), {} } });
+    ComponentStrings::getInstance().installStrings({ { "ok", {} }, { "cancel", {} } });
     QWidget parent;
-    parent.setStyleSheet(QStringLiteral("QToolTip { padding: 0px; }"));
+    parent.setStyleSheet("QToolTip { padding: 0px; }");
     VantCountdownMessageBox below(5, &parent);
     VantCountdownMessageBox alone(5);
     for (QMessageBox* box : { &below, &alone }) {

@@ -9,63 +9,34 @@
 #include <QDir>
 #include <QTextStream>
 
-namespace {
-
-void act(const QString& command, const QString& argument)
-{
-    const QString folder = QDir::currentPath();
-    if (command == QLatin1String("paths")) {
-        ThemeFolder::setPaths(folder, folder);
-    } else if (command == QLatin1String("user_path")) {
-        UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), folder);
-    } else if (command == QLatin1String("images")) {
-        ImageManager::getInstance().initialize();
-    } else if (argument.isEmpty()) {
-        StyleManager::getInstance().initialize({});
-    } else {
-        StyleManager::getInstance().initialize({ folder + QLatin1Char('/') + argument });
-    }
-}
-
-QString resultOf(const QString& command, const QString& argument)
-{
-    if (command == QLatin1String("image_folder")) {
-        return ImageManager::getInstance().getImageFolder();
-    }
-    if (command == QLatin1String("temp_image_folder")) {
-        return ImageManager::getInstance().getTempImageFolder();
-    }
-    if (command == QLatin1String("string")) {
-        return ComponentStrings::getInstance().getString(argument);
-    }
-    if (command == QLatin1String("image")) {
-        return getGlobalImage(argument).isNull() ? QStringLiteral("null") : QStringLiteral("image");
-    }
-    if (command == QLatin1String("label")) {
-        return VantLabel().styleSheet();
-    }
-    if (command == QLatin1String("combo_box")) {
-        return VantComboBox().styleSheet().replace(QLatin1Char('\n'), QLatin1Char('\t'));
-    }
-    if (command == QLatin1String("language")) {
-        return VantLocale::getInstance().getDefaultLanguage();
-    }
-    act(command, argument);
-    return QStringLiteral("done");
-}
-
-} // namespace
+#include <functional>
 
 int main(int argc, char** argv)
 {
-    qSetMessagePattern(QStringLiteral("%{message}"));
+    qSetMessagePattern("%{message}");
     const QApplication application(argc, argv);
-    QTextStream out(stdout);
-    const QStringList arguments = QApplication::arguments().mid(1);
-    for (const QString& argument : arguments) {
-        out << resultOf(argument.section(QLatin1Char(':'), 0, 0), argument.section(QLatin1Char(':'), 1))
-            << '\n';
-        out.flush();
+    const QString folder = QDir::currentPath();
+    const auto silently = [](const std::function<void()>& act) {
+        return [act] {
+            act();
+            return QString("done");
+        };
+    };
+    const QHash<QString, std::function<QString()>> commands {
+        { "paths", silently([&] { ThemeFolder::setPaths(folder, folder); }) },
+        { "user_path", silently([&] { UIPathManager::getInstance().setPath("user_data_path", folder); }) },
+        { "images", silently([] { ImageManager::getInstance().initialize(); }) },
+        { "styles", silently([&] { StyleManager::getInstance().initialize({ folder + "/a.style" }); }) },
+        { "image_folder", [] { return ImageManager::getInstance().getImageFolder(); } },
+        { "temp_image_folder", [] { return ImageManager::getInstance().getTempImageFolder(); } },
+        { "string", [] { return ComponentStrings::getInstance().getString("ok"); } },
+        { "image", [] { return getGlobalImage("icon").isNull() ? "null" : "image"; } },
+        { "label", [] { return VantLabel().styleSheet(); } },
+        { "combo_box", [] { return VantComboBox().styleSheet().replace('\n', '\t'); } },
+        { "language", [] { return VantLocale::getInstance().getDefaultLanguage(); } },
+    };
+    for (const QString& argument : QApplication::arguments().mid(1)) {
+        QTextStream(stdout) << commands[argument]() << '\n';
     }
     return 0;
 }

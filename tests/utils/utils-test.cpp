@@ -1,0 +1,205 @@
+#include "support/display-scale.h"
+#include "support/guarded-test.h"
+
+#include <vantkit-qt/vantkit.h>
+
+#include <QRandomGenerator>
+#include <QRegExp>
+#include <QtTest>
+
+class UtilsTest : public GuardedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void scaledStyleSheet();
+    void scalesLikeItsExpression();
+    void longRunsOfDigits();
+    void kindsOfFiles();
+    void newKindsOfFiles();
+    void focusableWidgets();
+    void toolTips();
+    void closeButtonWithoutWindow();
+    void paths();
+    void strings();
+};
+
+namespace {
+
+QString scaled(const QString& text)
+{
+    return DPIinfo::getInstance().getScaledStyleSheet(text);
+}
+
+// The definition of the scaling, word by word.
+QString scaledByExpression(QString text)
+{
+    QRegExp value("(\\d+\\.?\\d*)(px)");
+    for (int at = value.indexIn(text); at != -1; at = value.indexIn(text, at)) {
+        const int scaledValue = static_cast<int>(value.cap(1).toDouble() * displayscale::dpi() / 96);
+        const QString replacement = QString::number(scaledValue) + "px";
+        text.replace(at, value.matchedLength(), replacement);
+        at += replacement.size();
+    }
+    return text;
+}
+
+QWidget* child(QWidget* parent, const char* name, Qt::FocusPolicy policy)
+{
+    auto* widget = new QWidget(parent);
+    widget->setObjectName(name);
+    adjustFocusPolicy(policy, { widget });
+    return widget;
+}
+
+QString namesOf(const QList<QWidget*>& widgets)
+{
+    QStringList names;
+    for (const QWidget* widget : widgets) {
+        names += widget->objectName();
+    }
+    return names.join(' ');
+}
+
+} // namespace
+
+void UtilsTest::scaledStyleSheet()
+{
+    QCOMPARE(scaled("0px 1px 3px 10px 2.5px .5px -3px a_16px.png 10PX 10 px 12pt %1 <p>"),
+        QString(displayscale::pick("0px 1px 3px 10px 2px .5px -3px a_16px.png 10PX 10 px 12pt %1 <p>",
+            "0px 1px 3px 12px 3px .6px -3px a_20px.png 10PX 10 px 12pt %1 <p>",
+            "0px 1px 4px 15px 3px .7px -4px a_24px.png 10PX 10 px 12pt %1 <p>",
+            "0px 2px 6px 20px 5px .10px -6px a_32px.png 10PX 10 px 12pt %1 <p>")));
+    QCOMPARE(DPIinfo::getInstance().getDPR(), double(displayscale::ratio()));
+    QCOMPARE(scaled("99999999999px"), QString("2147483647px"));
+}
+
+void UtilsTest::scalesLikeItsExpression()
+{
+    const QStringList pieces { "1", "2", ".", "p", "x", "px", " ", QChar(0x0663) };
+    QRandomGenerator random(20);
+    for (int round = 0; round < 2000; ++round) {
+        QString text;
+        for (int i = 0; i < 9; ++i) {
+            text += pieces.at(random.bounded(pieces.size()));
+        }
+        QCOMPARE(scaled(text), scaledByExpression(text));
+    }
+}
+
+void UtilsTest::longRunsOfDigits()
+{
+    const QString digits(1000000, '4');
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(scaled(digits), digits);
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+}
+
+// Of each kind the last extension of its row, and what could have gone elsewhere.
+void UtilsTest::kindsOfFiles()
+{
+    const char* const rows[] = { "maf acc", "ai ai", "wma audio", "bkpi bkpi", "rtf doc", "exe exe",
+        "fla fla", "html htm", "idn idn", "gif image", "daa iso", "cxx code", "pdf pdf", "ppsx ppt",
+        "psd psd", "f4v swf", "otf ttf", "txt txt", "webm video", "xlam xls", "rar zip", "ac3 video",
+        "ts video", "bin iso", "xhtml code", "dvr-ms video", "Jpg image", ".jpg xxx", "mp xxx", " xxx" };
+    for (const QString row : rows) {
+        const QString extension = row.section(' ', 0, 0);
+        const QString kind = row.section(' ', 1);
+        QCOMPARE(FileTypeMap::getInstance().getFiletypeMapping(extension, false), kind + ".png");
+        QCOMPARE(FileTypeMap::getInstance().getFiletypeMapping(extension, true), kind + "_removed.png");
+        for (const char* const suffix : { ".png", "_removed.png" }) {
+            QVERIFY2(QFileInfo::exists(FILE_TYPE_ICONS "/" + kind + suffix), qPrintable(kind));
+        }
+    }
+}
+
+void UtilsTest::newKindsOfFiles()
+{
+    FileTypeMap& map = FileTypeMap::getInstance();
+    map.mappingFile("archive", "new RaR  Older");
+    for (const char* const extension : { "NEW", "rar", "older", "" }) {
+        QCOMPARE(map.getFiletypeMapping(extension, false), QString("archive.png"));
+    }
+    QCOMPARE(map.getFiletypeMapping("zip", false), QString("zip.png"));
+}
+
+void UtilsTest::focusableWidgets()
+{
+    QWidget window;
+    QWidget* top = child(&window, "top", Qt::NoFocus);
+    QWidget* box = child(top, "box", Qt::StrongFocus);
+    child(box, "inner", Qt::ClickFocus);
+    child(box, "plain", Qt::NoFocus);
+    QWidget* last = child(top, "last", Qt::TabFocus);
+    window.show();
+    QWidget::setTabOrder(last, box); // which plays no part
+
+    QCOMPARE(namesOf(accessibleList(top, QList<QWidget*>())), QString("box inner last"));
+    QCOMPARE(namesOf(accessibleList(top, { box })), QString("inner last"));
+    AccessibleFilter filter({ box }, Qt::NoFocus);
+    QCOMPARE(namesOf(accessibleList(top, filter)), QString("top inner plain last"));
+    filter.setFilterWidgets({});
+    filter.filterWidgets() += top;
+    filter.setFocusLevel(Qt::TabFocus);
+    QCOMPARE(namesOf(accessibleList(top, filter)), QString("box inner last"));
+    filter.setFocusLevel(Qt::ClickFocus);
+    QCOMPARE(namesOf(accessibleList(top, filter)), QString("box inner"));
+
+    box->hide();
+    QCOMPARE(namesOf(accessibleList(top, AccessibleFilter())), QString("top last"));
+    window.hide();
+    QCOMPARE(accessibleList(top, AccessibleFilter()) + accessibleList(nullptr, filter), QList<QWidget*>());
+}
+
+void UtilsTest::toolTips()
+{
+    QCOMPARE(getHtmlEscapedStringForToolTip("a <b>&\"c\"\n\nd\r\ne"),
+        QString("<p style='white-space:pre'>a &lt;b&gt;&amp;&quot;c&quot;<br><br>d\r<br>e</p>"));
+    QCOMPARE(getHtmlEscapedStringForToolTip({}), QString("<p style='white-space:pre'></p>"));
+}
+
+void UtilsTest::closeButtonWithoutWindow()
+{
+    void* state = nullptr;
+    SHAPISetCloseButtonOfWindowEnable(nullptr, false, &state);
+    QWidget window;
+    SHAPISetCloseButtonOfWindowEnable(&window, false, &state);
+    QVERIFY(!window.windowHandle());
+}
+
+void UtilsTest::paths()
+{
+    UIPathManager& paths = UIPathManager::getInstance();
+    log.expect("Cannot find path by key \"abc\"", 2);
+    QCOMPARE(paths.getPath("abc") + paths.getPath("abc"), QString());
+    paths.setPath("abc", "/first");
+    paths.setPath("ABC", "/other");
+    log.expect("Existing path is \"/first\" with key \"abc\" but overwrite it now", 2);
+    paths.setPath("abc", "/first");
+    paths.setPath("abc", "/second");
+    QCOMPARE(paths.getPath("abc"), QString("/second"));
+
+    debug_message.setEnabled(QtWarningMsg, false);
+    paths.setPath("abc", "/third");
+    QCOMPARE(paths.getPath("abc"), QString("/third"));
+    QCOMPARE(paths.getPath("silenced"), QString());
+    debug_message.setEnabled(QtWarningMsg, true);
+}
+
+void UtilsTest::strings()
+{
+    ComponentStrings& strings = ComponentStrings::getInstance();
+    strings.installStrings({ { "ok", "Gut" }, { "cancel", "Abbrechen" } });
+    strings.installStrings({ { "ok", "OK" }, { "nil", {} } }); // in place of the former
+    QCOMPARE(strings.getString("ok"), QString("OK"));
+    QCOMPARE(strings.getString("nil"), QString());
+    for (const char* const key : { "cancel", "OK" }) {
+        log.expect(QString("Cannot find key in ComponentStrings \"%1\"").arg(key));
+        QCOMPARE(strings.getString(key), QString(key));
+    }
+}
+
+QTEST_MAIN(UtilsTest)
+
+#include "utils-test.moc"
