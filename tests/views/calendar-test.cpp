@@ -54,13 +54,11 @@ private Q_SLOTS:
     void keepsItsNames();
     void choices_data();
     void choices();
-    void todayBeyondTheLimits();
     void monthsThatAreNone();
     void tabRing();
     void tabLeavesACalendarAmongOthers();
     void tabIntoGridKeepsTheDay();
     void weekdaysStandAboveTheirDays();
-    void isAnEmptyItemView();
     void weekendIsBlackUnlessDisabled();
     void showsWhereTheFocusIs();
     void showsWhatCannotBeChosen();
@@ -83,9 +81,6 @@ void CalendarTest::keepsItsNames_data()
         QTest::newRow(name) << act << page;
     };
     const QDate today = QDate::currentDate();
-    row("nothing", ninthOfMarch, [](Window&) {});
-    row("previous", { 2017, 2, 1 }, [](Window& w) { QTest::mouseClick(w.parts.previous, Qt::LeftButton); });
-    row("next", { 2017, 4, 1 }, [](Window& w) { QTest::mouseClick(w.parts.next, Qt::LeftButton); });
     row("over the end of the year", { 2016, 12, 1 }, [](Window& w) {
         for (int count = 0; count < 3; ++count) {
             QTest::mouseClick(w.parts.previous, Qt::LeftButton);
@@ -96,22 +91,12 @@ void CalendarTest::keepsItsNames_data()
             w.parts.grid->viewport()->rect().center(), {}, {}, { 0, 120 }, {}, {}, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(w.parts.grid->viewport(), &event);
     });
-    row("year editor", { 2016, 3, 1 }, [](Window& w) { w.parts.editYear("2016"); });
     row("year editor at a limit", { 2018, 2, 1 }, [](Window& w) {
         w.view->setMaximumDate({ 2018, 2, 3 });
         w.parts.editYear("2018");
     });
-    row("month menu", { 2017, 11, 1 }, [](Window& w) { w.parts.menuEntry(11)->trigger(); });
     row("month menu, same month", { 2017, 3, 1 }, [](Window& w) { w.parts.menuEntry(3)->trigger(); });
-    row("keys", { 2017, 4, 1 }, [](Window& w) { QTest::keyClick(w.parts.grid, Qt::Key_PageDown); });
-    row("arrow keys", { 2017, 2, 1 }, [](Window& w) {
-        QTest::keyClick(w.parts.grid, Qt::Key_Up);
-        QTest::keyClick(w.parts.grid, Qt::Key_Up);
-    });
     row("day of another month", { 2017, 4, 1 }, [](Window& w) { w.parts.click({ 2017, 4, 1 }); });
-    row("setCurrentPage", { 2020, 7, 1 }, [](Window& w) { w.view->setCurrentPage(2020, 7); });
-    row("minimum", { 2018, 1, 1 }, [](Window& w) { w.view->setMinimumDate({ 2018, 1, 5 }); });
-    row("maximum", { 2016, 1, 1 }, [](Window& w) { w.view->setMaximumDate({ 2016, 1, 5 }); });
     row("both limits", { 2016, 1, 1 }, [](Window& w) {
         w.parts.calendar->setDateRange({ 2015, 1, 5 }, { 2016, 1, 5 });
     });
@@ -121,20 +106,13 @@ void CalendarTest::keepsItsNames_data()
     });
     row("today", { today.year(), today.month(), 1 },
         [](Window& w) { QTest::mouseClick(w.parts.today, Qt::LeftButton); });
-    row("other day", { 2019, 8, 1 }, [](Window& w) { w.parts.calendar->setSelectedDate({ 2019, 8, 30 }); });
     row("locale of the calendar", { 2017, 3, 1 },
         [](Window& w) { w.parts.calendar->setLocale(QLocale(QLocale::French, QLocale::France)); });
     row("locale of the window", { 2017, 3, 1 },
         [](Window& w) { w.setLocale(QLocale(QLocale::French, QLocale::France)); });
     row("style sheet", { 2017, 3, 1 }, [](Window& w) { w.setStyleSheet("QToolButton { color: red }"); });
     row("style", { 2017, 3, 1 }, [](Window&) { QApplication::setStyle(QStyleFactory::create("Windows")); });
-    row("font", { 2017, 3, 1 }, [](Window& w) { w.setFont(QFont("sans-serif", 20)); });
     row("direction", { 2017, 3, 1 }, [](Window& w) { w.setLayoutDirection(Qt::RightToLeft); });
-    row("hidden and shown", { 2017, 2, 1 }, [](Window& w) {
-        QTest::mouseClick(w.parts.previous, Qt::LeftButton);
-        w.hide();
-        w.show();
-    });
 }
 
 void CalendarTest::keepsItsNames()
@@ -172,18 +150,16 @@ void CalendarTest::choices_data()
         QTest::keyClick(w.parts.grid, Qt::Key_Right);
         QTest::keyClick(w.parts.grid, Qt::Key_Return);
     });
-    row("today", { today }, [](Window& w) { QTest::mouseClick(w.parts.today, Qt::LeftButton); });
     row("today twice", { today, today }, [](Window& w) {
         QTest::keyClick(w.parts.today, Qt::Key_Space);
         QTest::keyClick(w.parts.today, Qt::Key_Space);
     });
-    row("outside the limits", {}, [](Window& w) {
+    row("at the limit and beyond", { { 2017, 3, 14 }, today }, [](Window& w) {
         w.view->setMaximumDate({ 2017, 3, 14 });
         w.parts.click({ 2017, 3, 15 });
-    });
-    row("at the limit", { { 2017, 3, 14 } }, [](Window& w) {
-        w.view->setMaximumDate({ 2017, 3, 14 });
         w.parts.click({ 2017, 3, 14 });
+        w.view->selectToday();
+        QCOMPARE(w.parts.calendar->selectedDate(), QDate(2017, 3, 14));
     });
     row("no limits from invalid dates", { { 2017, 3, 15 } }, [](Window& w) {
         w.view->setMinimumDate({});
@@ -215,22 +191,11 @@ void CalendarTest::choices()
     QCOMPARE(dates, chosen);
 }
 
-void CalendarTest::todayBeyondTheLimits()
-{
-    Window window;
-    QSignalSpy spy(window.view, &VantCalanderView::sigDateSelect);
-    window.view->setMaximumDate(ninthOfMarch);
-    window.view->selectToday();
-    QCOMPARE(spy.value(0).value(0).toDate(), QDate::currentDate());
-    QCOMPARE(window.parts.calendar->selectedDate(), ninthOfMarch);
-}
-
 void CalendarTest::monthsThatAreNone()
 {
     Window window;
-    for (const int month : { 13, 0, -1, INT_MAX, INT_MIN }) {
+    for (const int month : { 13, 0, INT_MAX, INT_MIN }) {
         window.view->setCurrentPage(2017, month);
-        QCoreApplication::processEvents();
         window.grab();
     }
     window.view->setCurrentPage(2017, 6);
@@ -244,13 +209,13 @@ void CalendarTest::tabRing()
     const QList<QWidget*> ring { window.view, parts.previous, parts.next, parts.month, parts.year, parts.grid,
         parts.today };
     window.view->setFocus();
-    for (int step = 1; step <= 2 * ring.size(); ++step) {
+    for (int step = 1; step <= ring.size(); ++step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), ring.at(step % ring.size()));
     }
-    for (int step = 2 * ring.size() - 1; step >= 0; --step) {
+    for (int step = ring.size() - 1; step >= 0; --step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-        QCOMPARE(QApplication::focusWidget(), ring.at(step % ring.size()));
+        QCOMPARE(QApplication::focusWidget(), ring.at(step));
     }
 
     // The year editor stands where its button was, until the focus leaves it.
@@ -302,7 +267,7 @@ void CalendarTest::weekdaysStandAboveTheirDays()
     Window window;
     const Parts& parts = window.parts;
     QCOMPARE(parts.weekdays->height(), 30 * displayscale::dpi() / 96);
-    QCOMPARE(parts.weekdays->columnCount(), 7);
+    QCOMPARE(window.view->accessibleName(), QString("Kalender"));
     for (int column = 0; column < 7; ++column) {
         QCOMPARE(parts.weekdays->item(0, column)->text(), QString::number(column + 1));
         const QRect day = parts.grid->visualRect(parts.grid->model()->index(0, column));
@@ -312,15 +277,6 @@ void CalendarTest::weekdaysStandAboveTheirDays()
         QCOMPARE(nameX, dayX);
         QCOMPARE(name.width(), day.width());
     }
-}
-
-void CalendarTest::isAnEmptyItemView()
-{
-    VantCalanderView view(nullptr);
-    QCOMPARE(view.accessibleName(), QString("Kalender"));
-    QCOMPARE(view.selectionMode(), QAbstractItemView::NoSelection);
-    QCOMPARE(view.visualRect({}), QRect());
-    QVERIFY(!view.indexAt({ 5, 5 }).isValid());
 }
 
 void CalendarTest::weekendIsBlackUnlessDisabled()
@@ -354,11 +310,11 @@ void CalendarTest::showsWhatCannotBeChosen()
     const auto darkest = [&](const QDate& day) {
         const QImage picture = window.parts.grid->viewport()->grab().toImage();
         const int ratio = displayscale::ratio();
-        const QPoint center = window.parts.centerOf(day) * ratio;
+        const QRect middle(window.parts.centerOf(day) * ratio - QPoint(10, 6) * ratio, QSize(20, 12) * ratio);
         int lightness = 255;
-        for (int y = -6 * ratio; y <= 6 * ratio; ++y) {
-            for (int x = -10 * ratio; x <= 10 * ratio; ++x) {
-                lightness = qMin(lightness, picture.pixelColor(center + QPoint(x, y)).lightness());
+        for (int x = middle.left(); x <= middle.right(); ++x) {
+            for (int y = middle.top(); y <= middle.bottom(); ++y) {
+                lightness = qMin(lightness, picture.pixelColor(x, y).lightness());
             }
         }
         return lightness;

@@ -64,12 +64,6 @@ void press(int key, Qt::KeyboardModifiers modifiers = {})
     QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
 }
 
-/** Has @p act run inside of the event loop that @p menu keeps while it is open. */
-void inOpen(QMenu* menu, const std::function<void()>& act)
-{
-    QObject::connect(menu, &QMenu::aboutToShow, menu, [=] { QTimer::singleShot(0, menu, act); });
-}
-
 using Act = std::function<void(Window&)>;
 
 } // namespace
@@ -83,13 +77,11 @@ class DateSelectorTest : public GuardedTest
 private Q_SLOTS:
     void initTestCase();
     void holdsOneItem();
-    void size();
     void opens_data();
     void opens();
     void closedStaysAsItIs();
     void popup_data();
     void popup();
-    void tabRingInPopup();
     void goesWithItsPopupOpen();
 
 private:
@@ -120,7 +112,6 @@ void DateSelectorTest::holdsOneItem()
     selector->dateSelect(ninthOfMarch);
     QVERIFY(shows(ninthOfMarch, "2017-03-09"));
     QCOMPARE(page(), QDate(2017, 3, 1));
-    QCOMPARE(window.parts.month->text(), months.at(2));
     selector->dateSelect({});
     QVERIFY(shows({}, noDate));
     QCOMPARE(page(), QDate(2017, 3, 1));
@@ -129,29 +120,15 @@ void DateSelectorTest::holdsOneItem()
     QCOMPARE(page(), QDate(today.year(), today.month(), 1));
 
     window.view->setMaximumDate({ 2018, 1, 1 });
-    selector->dateSelect({ 2030, 5, 6 });
-    QVERIFY(shows({ 2030, 5, 6 }, "2030-05-06"));
-    selector->dateSelect({ 12017, 5, 6 });
-    QVERIFY(shows({ 12017, 5, 6 }, QDate(12017, 5, 6).toString("yyyy-MM-dd")));
+    for (const QDate& date : { QDate(2030, 5, 6), QDate(12017, 5, 6) }) {
+        selector->dateSelect(date);
+        QVERIFY(shows(date, date.toString("yyyy-MM-dd")));
+    }
     selector->clearDate();
     QVERIFY(shows({}, noDate));
-    window.grab();
 
-    VantDateSelector empty((QString()));
+    const VantDateSelector empty((QString()));
     QCOMPARE(empty.count(), 1);
-    QCOMPARE(empty.currentText(), QString());
-}
-
-void DateSelectorTest::size()
-{
-    Window window;
-    QCOMPARE(window.selector->height(), 32 * displayscale::dpi() / 96);
-    window.open();
-    const QSize size(280 * displayscale::dpi() / 96, 260 * displayscale::dpi() / 96);
-    QCOMPARE(window.view->size(), size);
-    qDebug() << window.view->window()->geometry()
-             << window.selector->mapToGlobal(QPoint(0, window.selector->height()));
-    QCOMPARE(window.selector->findChild<QCalendarWidget*>(), window.parts.calendar);
 }
 
 void DateSelectorTest::opens_data()
@@ -161,7 +138,6 @@ void DateSelectorTest::opens_data()
     const auto row = [](const char* name, const Act& act) { QTest::newRow(name) << act; };
     row("mouse", [](Window& w) { click(w.selector); });
     row("Space", [](Window&) { press(Qt::Key_Space); });
-    row("F4", [](Window&) { press(Qt::Key_F4); });
     row("Alt+Down", [](Window&) { press(Qt::Key_Down, Qt::AltModifier); });
 }
 
@@ -174,6 +150,7 @@ void DateSelectorTest::opens()
         act(window);
         QVERIFY(window.isOpen());
         QVERIFY(window.view->hasFocus());
+        QCOMPARE(window.view->size(), QSize(280, 260) * displayscale::dpi() / 96);
         press(Qt::Key_Escape);
         QVERIFY(!window.isOpen());
         QVERIFY(window.selector->hasFocus());
@@ -187,8 +164,7 @@ void DateSelectorTest::closedStaysAsItIs()
     window.selector->dateSelect(ninthOfMarch);
     QSignalSpy changes(window.selector, QOverload<int>::of(&QComboBox::currentIndexChanged));
     QSignalSpy choices(window.selector, QOverload<int>::of(&QComboBox::activated));
-    for (const int key : { Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home,
-             Qt::Key_End, Qt::Key_2, Qt::Key_A }) {
+    for (const int key : { Qt::Key_Up, Qt::Key_Down, Qt::Key_End, Qt::Key_2 }) {
         press(key);
     }
     for (const int delta : { 120, -120 }) {
@@ -196,6 +172,7 @@ void DateSelectorTest::closedStaysAsItIs()
         QCoreApplication::sendEvent(window.selector, &event);
     }
     QVERIFY(!window.isOpen());
+    QCOMPARE(window.selector->height(), 32 * displayscale::dpi() / 96);
     QCOMPARE(window.selector->currentText(), QString("2017-03-09"));
     QCOMPARE(changes.size(), 0);
     QCOMPARE(choices.size(), 0);
@@ -217,11 +194,6 @@ void DateSelectorTest::popup_data()
     row("day of the next month", false, { 2017, 4, 2 }, [grid](Window& w) {
         click(grid(w), w.parts.centerOf({ 2017, 4, 2 }));
     });
-    row("day by keys", false, { 2017, 3, 10 }, [](Window& w) {
-        w.parts.grid->setFocus();
-        press(Qt::Key_Right);
-        press(Qt::Key_Return);
-    });
     row("day by Tab and keys", false, { 2017, 3, 8 }, [](Window&) {
         press(Qt::Key_Backtab);
         press(Qt::Key_Backtab);
@@ -229,10 +201,6 @@ void DateSelectorTest::popup_data()
         press(Qt::Key_Enter);
     });
     row("today by mouse", false, QDate::currentDate(), [](Window& w) { click(w.parts.today); });
-    row("today by Space", false, QDate::currentDate(), [](Window&) {
-        press(Qt::Key_Backtab);
-        press(Qt::Key_Space);
-    });
     row("today by Return", false, QDate::currentDate(), [](Window&) {
         press(Qt::Key_Backtab);
         press(Qt::Key_Return);
@@ -241,16 +209,11 @@ void DateSelectorTest::popup_data()
         w.parts.grid->setFocus();
         press(Qt::Key_Escape);
     });
-    row("Escape on a button", false, ninthOfMarch, [](Window& w) {
-        w.parts.month->setFocus();
-        press(Qt::Key_Escape);
-    });
     row("click outside", false, ninthOfMarch, [](Window& w) {
         QTest::mouseClick(w.view->window()->windowHandle(), Qt::LeftButton, {},
             w.view->window()->mapFromGlobal(w.field->mapToGlobal(w.field->rect().center())));
     });
     row("invalid date", true, {}, [](Window& w) { w.selector->dateSelect({}); });
-    row("previous", true, ninthOfMarch, [](Window& w) { click(w.parts.previous); });
     row("previous by Return", true, ninthOfMarch, [](Window& w) {
         w.parts.previous->setFocus();
         press(Qt::Key_Return);
@@ -267,7 +230,6 @@ void DateSelectorTest::popup_data()
         w.view->setMaximumDate({ 2017, 3, 20 });
         click(grid(w), w.parts.centerOf({ 2017, 3, 21 }));
     });
-    row("edge", true, ninthOfMarch, [](Window& w) { click(w.view->viewport(), { 3, 100 }); });
     row("frame", true, ninthOfMarch, [](Window& w) { click(w.view, { 0, 100 }); });
     row("beside the button", true, ninthOfMarch, [](Window& w) {
         click(w.view->viewport(), { 20, w.view->viewport()->height() - 15 });
@@ -300,22 +262,17 @@ void DateSelectorTest::popup_data()
         QVERIFY(!w.parts.yearEditor->isVisible());
         QCOMPARE(w.parts.calendar->yearShown(), 2017);
     });
-    row("month menu", true, ninthOfMarch, [](Window& w) {
-        QMenu* menu = w.parts.month->menu();
-        inOpen(menu, [&w, menu] {
-            const QPoint entry = menu->actionGeometry(w.parts.menuEntry(5)).center();
-            QTest::mouseMove(menu, entry);
-            QTest::mouseClick(menu, Qt::LeftButton, {}, entry);
-        });
-        click(w.parts.month);
-        QCOMPARE(w.parts.month->text(), months.at(4));
-    });
     row("month menu by keys", true, ninthOfMarch, [](Window& w) {
+        QMenu* menu = w.parts.month->menu();
+        // In the event loop that the menu keeps while it is open.
+        QObject::connect(
+            menu, &QMenu::aboutToShow, menu,
+            [menu] {
+                QTest::keyClick(menu, Qt::Key_Down);
+                QTest::keyClick(menu, Qt::Key_Return);
+            },
+            Qt::QueuedConnection);
         w.parts.month->setFocus();
-        inOpen(w.parts.month->menu(), [&w] {
-            QTest::keyClick(w.parts.month->menu(), Qt::Key_Down);
-            QTest::keyClick(w.parts.month->menu(), Qt::Key_Return);
-        });
         press(Qt::Key_Space);
         QCOMPARE(w.parts.month->text(), months.at(0));
     });
@@ -342,24 +299,6 @@ void DateSelectorTest::popup()
         QCOMPARE(window.parts.month->text(), months.at(date.month() - 1));
         QCOMPARE(window.parts.calendar->yearShown(), date.year());
     }
-}
-
-void DateSelectorTest::tabRingInPopup()
-{
-    Window window;
-    window.open();
-    const Parts& parts = window.parts;
-    const QList<QWidget*> ring { window.view, parts.previous, parts.next, parts.month, parts.year, parts.grid,
-        parts.today };
-    for (int step = 1; step <= 2 * ring.size(); ++step) {
-        press(Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), ring.at(step % ring.size()));
-    }
-    for (int step = 2 * ring.size() - 1; step >= 0; --step) {
-        press(Qt::Key_Backtab);
-        QCOMPARE(QApplication::focusWidget(), ring.at(step % ring.size()));
-    }
-    QVERIFY(window.isOpen());
 }
 
 void DateSelectorTest::goesWithItsPopupOpen()
