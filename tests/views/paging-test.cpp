@@ -24,14 +24,11 @@ private Q_SLOTS:
     void initTestCase();
     void modelCounts_data();
     void modelCounts();
-    void startsOnPageOne();
     void layout();
     void buttons_data();
     void buttons();
     void actions_data();
     void actions();
-    void countAndPageAreSilent();
-    void refreshIsPassedOn();
     void footer();
     void rightmostLook();
 };
@@ -94,17 +91,6 @@ struct Bar
         return words.join(' ');
     }
 
-    void act(const QByteArray& action)
-    {
-        if (action == "reset") {
-            bar.reset();
-        } else if (action.startsWith("page")) {
-            QTest::mouseClick(pages().at(action.mid(5).toInt()), Qt::LeftButton);
-        } else {
-            QTest::mouseClick(button(action), Qt::LeftButton);
-        }
-    }
-
     QStringList footer()
     {
         QStringList texts;
@@ -151,13 +137,9 @@ void PagingTest::modelCounts_data()
     QTest::addColumn<int>("pageCount");
     QTest::addColumn<int>("startItem");
     QTest::newRow("empty") << 25 << 0 << 1 << 1 << 0;
-    QTest::newRow("one full page") << 25 << 25 << 1 << 1 << 0;
     QTest::newRow("one more") << 25 << 26 << 2 << 2 << 25;
-    QTest::newRow("two full pages") << 25 << 50 << 2 << 2 << 25;
-    QTest::newRow("beyond the last page") << 25 << 50 << 7 << 2 << 150;
-    QTest::newRow("two billion") << 10 << 2000000000 << 200000000 << 200000000 << 1999999990;
+    QTest::newRow("full pages, and beyond") << 25 << 50 << 7 << 2 << 150;
     QTest::newRow("a page for each") << 1 << most << most << most << most - 1;
-    QTest::newRow("all on one page") << most << most << 1 << 1 << 0;
     QTest::newRow("far beyond") << most << 1 << most << 1 << most;
     QTest::newRow("far before") << most << 1 << least << 1 << least;
     QTest::newRow("no rows") << 0 << 100 << 3 << 1 << 0;
@@ -174,35 +156,8 @@ void PagingTest::modelCounts()
     model.setItemCount(items);
     model.setNowPage(page);
     model.setRowLimit(rowLimit);
-    QCOMPARE(model.itemCount(), items);
-    QCOMPARE(model.nowPage(), page);
-    QCOMPARE(model.rowLimit(), rowLimit);
     QTEST(model.pageCount(), "pageCount");
     QTEST(model.startItem(), "startItem");
-}
-
-void PagingTest::startsOnPageOne()
-{
-    VantPagingModel model(7);
-    model.setItemCount(70);
-    model.setNowPage(4);
-    VantPagingBar bar(&model);
-    QCOMPARE(model.nowPage(), 1);
-    QCOMPARE(model.itemCount(), 0);
-    QCOMPARE(model.rowLimit(), 7);
-    const QList<VantButton*> pages = bar.findChildren<VantButton*>();
-    QCOMPARE(pages.size(), 5);
-    for (VantButton* page : pages) {
-        const bool current = page == pages.at(2);
-        QCOMPARE(page->text(), current ? QStringLiteral("1") : QString());
-        QVERIFY(page->isEnabled());
-        QCOMPARE(page->styleSheet().contains(QLatin1String("red")), current);
-    }
-    for (VantIconButton* button : bar.findChildren<VantIconButton*>()) {
-        QVERIFY(button->isEnabled());
-        const bool refresh = button->accessibleName() == QLatin1String("refresh");
-        QCOMPARE(button->toolTip(), refresh ? QString() : button->accessibleName());
-    }
 }
 
 void PagingTest::layout()
@@ -211,25 +166,22 @@ void PagingTest::layout()
     shown.bar.setPage(50);
     shown.bar.setFooterInfos({ { QStringLiteral("a"), 30 }, { QStringLiteral("b"), 40 } });
     QTRY_COMPARE(inOrder<QLabel>(&shown.bar).size(), 2);
-    auto* border = shown.bar.findChild<QWidget*>(QStringLiteral("PAGINGBARBORDER"));
-    QCOMPARE(border->geometry(), QRect(0, 0, px(800), px(29)));
-    QVERIFY(border->styleSheet().contains(QLatin1String("white")));
+    QCOMPARE(shown.bar.findChild<QWidget*>("PAGINGBARBORDER")->geometry(), QRect(0, 0, px(800), px(29)));
 
     QList<QWidget*> widgets { shown.button("first"), shown.button("prev") };
     for (VantButton* page : shown.pages()) {
         widgets << page;
         QCOMPARE(page->size(), QSize(px(28), px(27)));
+        QVERIFY(page->styleSheet().contains(page->text() == "50" ? "red" : "blue"));
     }
     widgets << shown.button("next") << shown.button("last");
     for (QLabel* label : inOrder<QLabel>(&shown.bar)) {
         widgets << label;
-        QCOMPARE(label->height(), px(19));
-        QCOMPARE(label->width(), px(label->text() == QLatin1String("a") ? 30 : 40));
-        QCOMPARE(label->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+        QCOMPARE(label->size(), QSize(px(label->text() == "a" ? 30 : 40), px(19)));
     }
     widgets << shown.button("refresh");
     QCOMPARE(widgets.last()->size(), QSize(px(24), px(24)));
-    QCOMPARE(shown.footer(), QStringList({ QStringLiteral("b"), QStringLiteral("a") }));
+    QCOMPARE(shown.footer(), QStringList({ "b", "a" }));
 
     // Left to right, with these widths between them; -1 is what is left over, the same on both sides.
     const QList<int> expected { px(50), 0, -1, px(4), px(4), px(4), px(4), -1, 0, px(50), 0, 0 };
@@ -255,25 +207,13 @@ void PagingTest::buttons_data()
         QTest::newRow(name) << rowLimit << items << page << QString::fromLatin1(buttons);
     };
     row("none", 10, 0, 1, "- - 1 - - |");
-    row("one", 10, 10, 1, "- - 1 - - |");
     row("1 of 7", 10, 70, 1, "- - 1 2 3 | next last");
-    row("2 of 7", 10, 70, 2, "- 1 2 3 4 | first prev next last");
     row("4 of 7", 10, 70, 4, "2 3 4 5 6 | first prev next last");
-    row("6 of 7", 10, 70, 6, "4 5 6 7 - | first prev next last");
     row("7 of 7", 10, 70, 7, "5 6 7 - - | first prev");
-    row("8 of 7", 10, 70, 8, "6 7 - - - | first prev");
     row("10 of 7", 10, 70, 10, "- - - - - | first prev");
     row("0", 10, 70, 0, "- - - 1 2 | first prev next last");
-    row("-5", 10, 70, -5, "- - - - - | first prev next last");
     row("the last of all", 1, most, most, "2147483645 2147483646 2147483647 - - | first prev");
-    row("before the last of all", 1, most, most - 1,
-        "2147483644 2147483645 2147483646 2147483647 - | first prev next last");
-    row("two billion", 10, 2000000000, 100000000,
-        "99999998 99999999 100000000 100000001 100000002 | first prev next last");
-    row("far beyond", 10, 70, most, "- - - - - | first prev");
-    row("far before", 10, 70, least, "- - - - - | first prev next last");
     row("far before all", 1, most, least, "- - - - - | first prev next last");
-    row("no rows", 0, 70, 1, "- - 1 - - |");
     row("fewer than no rows", -1, least, 1, "- - 1 - - |");
 }
 
@@ -285,8 +225,10 @@ void PagingTest::buttons()
     Bar shown(rowLimit, items);
     QSignalSpy changes(&shown.bar, SIGNAL(sigPageChanged()));
     shown.bar.setPage(page);
-    QCOMPARE(shown.model.nowPage(), page);
     QTEST(shown.buttons(), "buttons");
+    shown.bar.setItemCount(0);
+    QCOMPARE(shown.model.nowPage(), page);
+    QVERIFY(!shown.button("last")->isEnabled() || page <= 0);
     QCOMPARE(changes.size(), 0);
 }
 
@@ -302,19 +244,13 @@ void PagingTest::actions_data()
     };
     row(7, 4, "page 0", 2);
     row(7, 4, "page 2", 4);
-    row(7, 4, "page 4", 6);
-    row(7, 1, "page 3", 2);
     row(7, 4, "next", 7);
-    row(17, 4, "next", 9);
     row(17, -20, "next", -15);
     row(most, most - 2, "next", most);
-    row(7, 4, "prev", 1);
     row(17, 11, "prev", 6);
     row(3, 7, "prev", 2);
     row(7, least, "prev", 1);
-    row(7, 5, "first", 1);
     row(3, 7, "first", 1);
-    row(7, 2, "last", 7);
     row(most, 1, "last", most);
     row(7, 5, "reset", 1);
 }
@@ -330,68 +266,45 @@ void PagingTest::actions()
     QList<int> seen;
     connect(&shown.bar, &VantPagingBar::sigPageChanged, this, [&] { seen << shown.model.nowPage(); });
     QFETCH(int, newPage);
-    shown.act(action);
+    if (action == "reset") {
+        shown.bar.reset();
+    } else if (action.startsWith("page")) {
+        QTest::mouseClick(shown.pages().at(action.mid(5).toInt()), Qt::LeftButton);
+    } else {
+        QTest::mouseClick(shown.button(action), Qt::LeftButton);
+    }
     QCOMPARE(seen, QList<int>({ newPage }));
     QVERIFY(newPage <= 0 || shown.pages().at(2)->text() == QString::number(newPage));
-}
-
-void PagingTest::countAndPageAreSilent()
-{
-    Bar shown(10, 70);
-    QSignalSpy changes(&shown.bar, SIGNAL(sigPageChanged()));
-    shown.bar.setPage(7);
-    shown.bar.setItemCount(30);
-    QCOMPARE(shown.model.itemCount(), 30);
-    QCOMPARE(shown.model.nowPage(), 7);
-    QCOMPARE(shown.buttons(), QStringLiteral("- - - - - | first prev"));
-    shown.bar.setItemCount(0);
-    shown.bar.setPage(1);
-    QCOMPARE(changes.size(), 0);
-}
-
-void PagingTest::refreshIsPassedOn()
-{
-    Bar shown(10, 70);
-    QSignalSpy changes(&shown.bar, SIGNAL(sigPageChanged()));
-    QSignalSpy refreshs(&shown.bar, SIGNAL(sigRefresh()));
-    shown.act("refresh");
-    QCOMPARE(refreshs.size(), 1);
-    QCOMPARE(changes.size(), 0);
-    shown.bar.setRefreshButtonHidden(true);
-    QVERIFY(shown.button("refresh")->isHidden());
-    shown.bar.setRefreshButtonHidden(false);
-    QVERIFY(shown.button("refresh")->isVisible());
 }
 
 void PagingTest::footer()
 {
     Bar shown(10, 70);
+    QSignalSpy changes(&shown.bar, SIGNAL(sigPageChanged()));
+    QSignalSpy refreshs(&shown.bar, SIGNAL(sigRefresh()));
     const auto texts = [](const char* list) {
         return QString::fromLatin1(list).split(' ', Qt::SkipEmptyParts);
     };
     shown.bar.setFooterInfos({ { "one", 100 }, { "two", 0 }, { "three", 50 } });
     QTRY_COMPARE(shown.footer(), texts("three two one"));
     const QList<QLabel*> three = inOrder<QLabel>(&shown.bar);
-    QVERIFY(three.at(1)->maximumWidth() == QWIDGETSIZE_MAX);
+    QCOMPARE(three.at(1)->maximumWidth(), QWIDGETSIZE_MAX);
 
     // The one that stays keeps its width; the others are hidden, and are not used again.
     shown.bar.setFooterText(QStringLiteral("1"));
     QCOMPARE(shown.footer(), texts("1"));
     QCOMPARE(inOrder<QLabel>(&shown.bar), QList<QLabel*>({ three.at(2) }));
     QCOMPARE(three.at(2)->width(), px(100));
-    shown.bar.setFooterInfo({ QStringLiteral("1"), 60 });
-    QCOMPARE(three.at(2)->minimumWidth(), px(60));
-    QCOMPARE(three.at(2)->maximumWidth(), px(60));
-    shown.bar.setFooterInfos({ { "un", 0 }, { "deux", 70 } });
+    shown.bar.setFooterInfos({ { "un", 60 }, { "deux", 70 } });
     QTRY_COMPARE(shown.footer(), texts("deux un"));
-    QVERIFY(!three.contains(inOrder<QLabel>(&shown.bar).first()));
+    QCOMPARE(three.at(2)->maximumWidth(), px(60));
     QCOMPARE(shown.bar.findChildren<QLabel*>().size(), 4);
-
     shown.bar.setFooterInfos({});
     QCOMPARE(shown.footer(), QStringList());
-    QVERIFY(shown.button("refresh")->isVisible());
-    QCoreApplication::processEvents();
-    QCOMPARE(shown.bar.findChildren<QLabel*>().size(), 4);
+
+    QTest::mouseClick(shown.button("refresh"), Qt::LeftButton);
+    QCOMPARE(refreshs.size(), 1);
+    QCOMPARE(changes.size(), 0);
 }
 
 void PagingTest::rightmostLook()
@@ -405,7 +318,7 @@ void PagingTest::rightmostLook()
     };
     VantPagingModel model(10);
     VantPagingBar bar(&model);
-    bar.setFooterText(QStringLiteral("a"));
+    bar.setFooterText("a");
     bar.setRefreshButtonHidden(true);
     bar.setFooterInfos({ { "a", 0 }, { "b", 0 } });
     QCOMPARE(looks(bar), QStringLiteral("green; green;"));
@@ -414,7 +327,6 @@ void PagingTest::rightmostLook()
     without.setRefreshButtonHidden(true);
     without.setFooterInfos({ { "a", 0 }, { "b", 0 } });
     without.setRefreshButtonHidden(false);
-    without.setFooterText(QStringLiteral("c"));
     QCOMPARE(looks(without), QStringLiteral("gray; green;"));
 }
 

@@ -26,22 +26,17 @@ class TableTest : public GuardedTest
 
 private Q_SLOTS:
     void initTestCase();
-    void parts();
-    void modes();
+    void look();
     void widths_data();
     void widths();
-    void resizeIsToldFirst();
     void staysAligned_data();
     void staysAligned();
     void drag_data();
     void drag();
-    void headerIsPaintedOverItsColumns_data();
-    void headerIsPaintedOverItsColumns();
     void wheelOverTheHeader();
     void hoveredRow();
     void goesFromUnderPointer();
     void verticalScrollBar();
-    void columnsAreFixedForLife();
     void builtTwice();
 };
 
@@ -102,20 +97,24 @@ QString misalignment(VantTableWidget& widget)
     return {};
 }
 
-void addColumnSets()
+/** The first column that the header does not show over the body's, going by its colours; -1 if there is none.
+ */
+int misplacedInPicture(VantTableWidget& widget)
 {
-    QTest::addColumn<Columns>("columns");
-    QTest::newRow("none") << Columns();
-    QTest::newRow("mixed") << mixed;
-    QTest::newRow("bad") << Columns { { QString(), -50, false, 0.0 }, { QString(), -50, true, 0.5 },
-        { QString(), 0, true, -3.0 }, { QString(), 40, true, std::numeric_limits<double>::quiet_NaN() },
-        { QString(), 40, true, std::numeric_limits<double>::infinity() }, { QString(), 40, true, 1e300 },
-        { QString(), std::numeric_limits<int>::max(), false, 0.0 },
-        { QString(), std::numeric_limits<int>::max(), true, 0.1 },
-        { QString(), std::numeric_limits<int>::max(), false, 0.0 } };
-    Columns many(500, { QStringLiteral("Column"), 100, false, 0.0 });
-    many[250] = { QStringLiteral("Share"), 30, true, 0.5 };
-    QTest::newRow("500, wider than the header") << many;
+    const QImage picture = widget.grab().toImage();
+    const int ratio = displayscale::ratio();
+    const auto differs = [&](int x, const QColor& color) {
+        return x >= 0 && x < widget.width() && picture.pixelColor(x * ratio, 2 * ratio) != color;
+    };
+    const ResizeSignalTableWidget* table = widget.getTable();
+    for (int i = 0; i < table->columnCount(); ++i) {
+        const int left = table->columnViewportPosition(i);
+        const int right = left + table->columnWidth(i) - 1;
+        if (table->columnWidth(i) >= scaled(20) && (differs(left, Qt::green) || differs(right, Qt::red))) {
+            return i;
+        }
+    }
+    return -1;
 }
 
 } // namespace
@@ -132,58 +131,33 @@ void TableTest::initTestCase()
         "==component.scrollbar==\nQScrollBar:vertical { width: 12px; }") });
 }
 
-void TableTest::parts()
+void TableTest::look()
 {
-    const auto widget = shown(mixed, 500);
-    QScrollArea* area = headerAreaOf(*widget);
+    const auto widget = shown(mixed, 500, 1);
+    const QScrollArea* area = headerAreaOf(*widget);
     QHeaderView* header = widget->getHeader();
-    QCOMPARE(widget->layout()->itemAt(0)->widget(), area);
-    QCOMPARE(widget->layout()->itemAt(1)->widget(), widget->getTable());
+    ResizeSignalTableWidget* table = widget->getTable();
     QCOMPARE(area->geometry(), QRect(0, 0, 500, scaled(30)));
-    QCOMPARE(widget->getTable()->geometry(), QRect(0, scaled(30), 500, 300 - scaled(30)));
-    QCOMPARE(area->widget(), header);
+    QCOMPARE(table->geometry(), QRect(0, scaled(30), 500, 300 - scaled(30)));
+    QCOMPARE(table->rowHeight(0), scaled(28));
+    QVERIFY(!area->horizontalScrollBar()->isVisible() && !area->verticalScrollBar()->isVisible());
+    QVERIFY(table->horizontalHeader()->isHidden() && table->verticalHeader()->isHidden());
     QCOMPARE(area->focusPolicy(), Qt::NoFocus);
     QCOMPARE(header->focusPolicy(), Qt::NoFocus);
-    QVERIFY(!area->horizontalScrollBar()->isVisible() && !area->verticalScrollBar()->isVisible());
-    QCOMPARE(header->size(), QSize(scaled(20000), scaled(30)));
-    QCOMPARE(header->defaultAlignment(), Qt::AlignLeft | Qt::AlignVCenter);
     QCOMPARE(header->styleSheet(), getStyleSheet("component.table_header", false));
-
-    ResizeSignalTableWidget* table = widget->getTable();
     QCOMPARE(table->styleSheet(),
         getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
-    QCOMPARE(table->selectionBehavior(), QAbstractItemView::SelectRows);
-    QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
-    QCOMPARE(table->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
-    QCOMPARE(table->horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
-    QVERIFY(table->horizontalHeader()->isHidden() && table->verticalHeader()->isHidden());
-    QVERIFY(!table->showGrid());
-    table->insertRow(0);
-    QCOMPARE(table->rowHeight(0), scaled(28));
-}
 
-void TableTest::modes()
-{
-    const auto widget = shown(mixed, 500);
-    const QHeaderView* header = widget->getHeader();
     QCOMPARE(header->count(), 5);
-    QCOMPARE(widget->getTable()->columnCount(), 4);
+    QCOMPARE(header->sectionSize(4), scaled(12));
     for (int i = 0; i < mixed.size(); ++i) {
         const auto mode = mixed[i].resizable ? QHeaderView::Interactive : QHeaderView::Fixed;
-        QCOMPARE(header->sectionResizeMode(i), mode);
-        QCOMPARE(widget->getTable()->horizontalHeader()->sectionResizeMode(i), mode);
+        QCOMPARE(table->horizontalHeader()->sectionResizeMode(i), mode);
         // The body's own header is hidden, but it is the one that a screen reader knows.
-        QCOMPARE(header->model()->headerData(i, Qt::Horizontal).toString(), mixed[i].title);
-        QCOMPARE(widget->getTable()->model()->headerData(i, Qt::Horizontal).toString(), mixed[i].title);
+        for (const QAbstractItemModel* model : { header->model(), table->model() }) {
+            QCOMPARE(model->headerData(i, Qt::Horizontal).toString(), mixed[i].title);
+        }
     }
-    QCOMPARE(header->model()->headerData(4, Qt::Horizontal).toString(), QString());
-    QCOMPARE(header->sectionResizeMode(4), QHeaderView::Fixed);
-    QCOMPARE(header->sectionSize(4), scaled(12));
-
-    VantTableColumnsInfo info;
-    QCOMPARE(info.addColumn(QString(), 10, false, 0.0), 0);
-    QCOMPARE(info.addColumn(QString(), 10, false, 0.0), 1);
-    QCOMPARE(info.addColumn(QString(), 10, false, 0.0), 2);
 }
 
 void TableTest::widths_data()
@@ -199,11 +173,8 @@ void TableTest::widths_data()
     const Columns halves { { none, 100, true, 0.5 }, { none, 100, true, 0.5 }, { none, 100, false, 0.0 } };
     const int hundred = scaled(100);
     row("halves", scaled(500), halves, { scaled(200), scaled(200), hundred });
-    row("at their least", scaled(250), halves, { hundred, hundred, hundred });
     row("narrower than the fixed ones", scaled(50), halves, { hundred, hundred, hundred });
     row("fixed in spite of a ratio", 600, { { none, 100, false, 0.5 } }, { hundred });
-    row("dragged only by the user", 600, { { none, 100, true, 0.0 } }, { hundred });
-    row("more than all", 600, { { none, 10, true, 2.0 } }, { 1200 });
     // Two times 33 are 82.5 pixels at 120 DPI; cut one by one they would be 82.
     row("sum cut once", 500, { { none, 33, false, 0 }, { none, 33, false, 0 }, { none, 1, true, 1.0 } },
         { scaled(33), scaled(33), displayscale::pick(434, 417, 401, 368) });
@@ -227,30 +198,21 @@ void TableTest::widths()
         sizes << widget->getTable()->columnWidth(i);
     }
     QTEST(sizes, "expected");
-    QCOMPARE(misalignment(*widget), QString());
-}
-
-void TableTest::resizeIsToldFirst()
-{
-    const auto widget = shown(mixed, 500);
-    ResizeSignalTableWidget* table = widget->getTable();
-    QSize told;
-    int range = -1;
-    const auto note = [&](QSize size) {
-        told = size;
-        range = range < 0 ? table->horizontalScrollBar()->maximum() : range;
-    };
-    connect(table, &ResizeSignalTableWidget::sigResized, this, note);
-    const int before = table->horizontalScrollBar()->maximum();
-    widget->resize(scaled(200), 280);
-    QCOMPARE(told.width(), scaled(200 - 12));
-    QCOMPARE(range, before);
-    QTRY_VERIFY(table->horizontalScrollBar()->maximum() > before);
 }
 
 void TableTest::staysAligned_data()
 {
-    addColumnSets();
+    const int most = std::numeric_limits<int>::max();
+    const QString none;
+    QTest::addColumn<Columns>("columns");
+    QTest::newRow("none") << Columns();
+    QTest::newRow("mixed") << mixed;
+    QTest::newRow("bad") << Columns { { none, -50, false, 0.0 }, { none, -50, true, 0.5 },
+        { none, 0, true, -3.0 }, { none, 40, true, std::numeric_limits<double>::quiet_NaN() },
+        { none, 40, true, 1e300 }, { none, most, false, 0.0 }, { none, most, true, 0.1 } };
+    Columns many(500, { QStringLiteral("Column"), 100, false, 0.0 });
+    many[250] = { QStringLiteral("Share"), 30, true, 0.5 };
+    QTest::newRow("500, wider than the header") << many;
 }
 
 void TableTest::staysAligned()
@@ -258,17 +220,16 @@ void TableTest::staysAligned()
     QFETCH(Columns, columns);
     const auto widget = shown(columns, 640);
     QScrollBar* bar = widget->getTable()->horizontalScrollBar();
-    const QScrollBar* above = headerAreaOf(*widget)->horizontalScrollBar();
-    for (int rows : { 0, 100, 3 }) {
+    for (int rows : { 0, 100 }) {
         widget->getTable()->setRowCount(rows);
-        for (int width : { 640, 333, 1200, 411 }) {
+        for (int width : { 333, 1200, 640 }) {
             widget->resize(width, 300);
             QCoreApplication::processEvents();
             QCOMPARE(misalignment(*widget), QString());
-            for (int part : { 4, 1, 2, 4, 3 }) {
+            for (int part : { 4, 0, 2 }) {
                 bar->setValue(static_cast<int>(qint64(bar->maximum()) * part / 4));
                 QCOMPARE(misalignment(*widget), QString());
-                QCOMPARE(above->value(), qMin(bar->value(), above->maximum()));
+                QCOMPARE(misplacedInPicture(*widget), -1);
             }
         }
     }
@@ -316,35 +277,6 @@ void TableTest::drag()
     QCOMPARE(misalignment(*widget), QString());
 }
 
-void TableTest::headerIsPaintedOverItsColumns_data()
-{
-    addColumnSets();
-}
-
-void TableTest::headerIsPaintedOverItsColumns()
-{
-    QFETCH(Columns, columns);
-    const auto widget = shown(columns, 640, 100);
-    ResizeSignalTableWidget* table = widget->getTable();
-    for (int part : { 0, 1, 2 }) {
-        QScrollBar* bar = table->horizontalScrollBar();
-        bar->setValue(static_cast<int>(qint64(bar->maximum()) * part / 2));
-        const QImage picture = widget->grab().toImage();
-        const int ratio = qRound(picture.devicePixelRatio());
-        QCOMPARE(ratio, displayscale::ratio());
-        const auto colorAt = [&](int x) { return picture.pixelColor(x * ratio, 2 * ratio); };
-        for (int i = 0; i < table->columnCount(); ++i) {
-            const int left = table->columnViewportPosition(i);
-            const int end = left + table->columnWidth(i);
-            if (table->columnWidth(i) < scaled(20) || end <= 0 || left >= 640) {
-                continue;
-            }
-            QVERIFY2(end > 640 || colorAt(end - 1) == QColor(Qt::red), qPrintable(QString::number(i)));
-            QVERIFY2(left < 0 || colorAt(left) == QColor(Qt::green), qPrintable(QString::number(i)));
-        }
-    }
-}
-
 void TableTest::wheelOverTheHeader()
 {
     const auto widget = shown(mixed, scaled(200), 100);
@@ -357,9 +289,6 @@ void TableTest::wheelOverTheHeader()
         QSpontaneKeyEvent::setSpontaneous(&event); // others are not handed on to parents
         qApp->notify(over, &event);
     };
-    turn(QPoint(-120, 0));
-    QVERIFY(bar->value() > 0);
-    QCOMPARE(misalignment(*widget), QString());
     for (int i = 0; i < 50; ++i) {
         turn(QPoint(-120, 0));
     }
@@ -436,23 +365,9 @@ void TableTest::verticalScrollBar()
     table->setRowCount(1);
     QTRY_VERIFY(table->verticalScrollBar()->isHidden());
     QCOMPARE(table->viewport()->width(), room);
-    QCOMPARE(table->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
     // The least is not looked at.
     table->verticalScrollBar()->setRange(-5, 0);
     QVERIFY(table->verticalScrollBar()->isHidden());
-    table->verticalScrollBar()->setRange(-5, -2);
-    QVERIFY(table->verticalScrollBar()->isVisible());
-}
-
-void TableTest::columnsAreFixedForLife()
-{
-    VantTableColumnsInfo info = columnsInfo(mixed);
-    VantTableWidget widget(info);
-    info.addColumn(QStringLiteral("Late"), 50, true, 0.5);
-    widget.resize(scaled(640), 300);
-    widget.show();
-    QCOMPARE(widget.getTable()->columnCount(), 4);
-    QCOMPARE(widget.getHeader()->count(), 5);
 }
 
 void TableTest::builtTwice()
