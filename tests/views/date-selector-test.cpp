@@ -32,8 +32,10 @@ struct Window : QWidget
         selector->setFocus();
     }
 
-    void open() const
+    void openAtNinthOfMarch() const
     {
+        selector->dateSelect(ninthOfMarch);
+        parts.calendar->setSelectedDate(ninthOfMarch);
         selector->showPopup();
         QVERIFY(isOpen());
     }
@@ -77,11 +79,11 @@ class DateSelectorTest : public GuardedTest
 private Q_SLOTS:
     void initTestCase();
     void holdsOneItem();
-    void opens_data();
     void opens();
     void closedStaysAsItIs();
-    void popup_data();
-    void popup();
+    void choice_data();
+    void choice();
+    void staysOpen();
     void goesWithItsPopupOpen();
 
 private:
@@ -131,23 +133,13 @@ void DateSelectorTest::holdsOneItem()
     QCOMPARE(empty.count(), 1);
 }
 
-void DateSelectorTest::opens_data()
-{
-    QTest::addColumn<Act>("act");
-
-    const auto row = [](const char* name, const Act& act) { QTest::newRow(name) << act; };
-    row("mouse", [](Window& w) { click(w.selector); });
-    row("Space", [](Window&) { press(Qt::Key_Space); });
-    row("Alt+Down", [](Window&) { press(Qt::Key_Down, Qt::AltModifier); });
-}
-
 void DateSelectorTest::opens()
 {
-    QFETCH(Act, act);
-
     Window window;
-    for (int time = 0; time < 2; ++time) {
-        act(window);
+    const QList<std::function<void()>> ways { [&] { click(window.selector); }, [] { press(Qt::Key_Space); },
+        [] { press(Qt::Key_Down, Qt::AltModifier); } };
+    for (const auto& open : ways) {
+        open();
         QVERIFY(window.isOpen());
         QVERIFY(window.view->hasFocus());
         QCOMPARE(window.view->size(), QSize(280, 260) * displayscale::dpi() / 96);
@@ -178,134 +170,113 @@ void DateSelectorTest::closedStaysAsItIs()
     QCOMPARE(choices.size(), 0);
 }
 
-void DateSelectorTest::popup_data()
+void DateSelectorTest::choice_data()
 {
-    QTest::addColumn<bool>("open");
     QTest::addColumn<QDate>("date");
     QTest::addColumn<Act>("act");
-
-    const auto row = [](const char* name, bool open, const QDate& date, const Act& act) {
-        QTest::newRow(name) << open << date << act;
+    const QDate today = QDate::currentDate();
+    const auto row = [](const char* name, const QDate& date, const Act& act) {
+        QTest::newRow(name) << date << act;
     };
-    const auto grid = [](Window& w) { return w.parts.grid->viewport(); };
-    row("day by mouse", false, { 2017, 3, 15 }, [grid](Window& w) {
-        click(grid(w), w.parts.centerOf({ 2017, 3, 15 }));
+    row("day of the next month", { 2017, 4, 2 }, [](Window& w) {
+        click(w.parts.grid->viewport(), w.parts.centerOf({ 2017, 4, 2 }));
     });
-    row("day of the next month", false, { 2017, 4, 2 }, [grid](Window& w) {
-        click(grid(w), w.parts.centerOf({ 2017, 4, 2 }));
-    });
-    row("day by Tab and keys", false, { 2017, 3, 8 }, [](Window&) {
+    row("day by Tab and keys", { 2017, 3, 8 }, [](Window&) {
         press(Qt::Key_Backtab);
         press(Qt::Key_Backtab);
         press(Qt::Key_Left);
         press(Qt::Key_Enter);
     });
-    row("today by mouse", false, QDate::currentDate(), [](Window& w) { click(w.parts.today); });
-    row("today by Return", false, QDate::currentDate(), [](Window&) {
+    row("today by mouse", today, [](Window& w) { click(w.parts.today); });
+    row("today by Return", today, [](Window&) {
         press(Qt::Key_Backtab);
         press(Qt::Key_Return);
     });
-    row("Escape on the grid", false, ninthOfMarch, [](Window& w) {
+    row("Escape on the grid", ninthOfMarch, [](Window& w) {
         w.parts.grid->setFocus();
         press(Qt::Key_Escape);
     });
-    row("click outside", false, ninthOfMarch, [](Window& w) {
+    row("click outside", ninthOfMarch, [](Window& w) {
         QTest::mouseClick(w.view->window()->windowHandle(), Qt::LeftButton, {},
             w.view->window()->mapFromGlobal(w.field->mapToGlobal(w.field->rect().center())));
     });
-    row("invalid date", true, {}, [](Window& w) { w.selector->dateSelect({}); });
-    row("previous by Return", true, ninthOfMarch, [](Window& w) {
-        w.parts.previous->setFocus();
-        press(Qt::Key_Return);
-    });
-    row("previous at the limit", true, ninthOfMarch, [](Window& w) {
-        w.view->setMinimumDate({ 2017, 3, 1 });
-        click(w.parts.previous);
-    });
-    row("navigation bar", true, ninthOfMarch, [](Window& w) {
-        click(w.parts.previous->parentWidget(), QPoint(w.parts.previous->geometry().right() + 3, 4));
-    });
-    row("weekdays", true, ninthOfMarch, [](Window& w) { click(w.parts.weekdays->viewport()); });
-    row("day outside the limits", true, ninthOfMarch, [grid](Window& w) {
-        w.view->setMaximumDate({ 2017, 3, 20 });
-        click(grid(w), w.parts.centerOf({ 2017, 3, 21 }));
-    });
-    row("frame", true, ninthOfMarch, [](Window& w) { click(w.view, { 0, 100 }); });
-    row("beside the button", true, ninthOfMarch, [](Window& w) {
-        click(w.view->viewport(), { 20, w.view->viewport()->height() - 15 });
-    });
-    row("wheel", true, ninthOfMarch, [](Window& w) {
-        QTest::mouseMove(w.parts.grid->viewport());
-        QWheelEvent event({ 5, 5 }, {}, {}, { 0, -120 }, {}, {}, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(w.parts.grid->viewport(), &event);
-        QCOMPARE(w.parts.month->text(), months.at(3));
-    });
-    row("year editor", true, ninthOfMarch, [](Window& w) {
-        click(w.parts.year);
-        for (const int key : { Qt::Key_2, Qt::Key_0, Qt::Key_1, Qt::Key_6, Qt::Key_Return }) {
-            press(key);
-        }
-        QCOMPARE(w.parts.calendar->yearShown(), 2016);
-        QCOMPARE(w.parts.month->text(), months.at(2));
-        QVERIFY(!w.parts.yearEditor->isVisible());
-    });
-    row("year editor left by mouse", true, ninthOfMarch, [](Window& w) {
-        click(w.parts.year);
-        press(Qt::Key_Up);
-        click(w.parts.weekdays->viewport());
-        QCOMPARE(w.parts.calendar->yearShown(), 2018);
-    });
-    row("year editor left by Escape", true, ninthOfMarch, [](Window& w) {
-        click(w.parts.year);
-        press(Qt::Key_Up);
-        press(Qt::Key_Escape);
-        QVERIFY(!w.parts.yearEditor->isVisible());
-        QCOMPARE(w.parts.calendar->yearShown(), 2017);
-    });
-    row("month menu by keys", true, ninthOfMarch, [](Window& w) {
-        QMenu* menu = w.parts.month->menu();
-        // In the event loop that the menu keeps while it is open.
-        QObject::connect(
-            menu, &QMenu::aboutToShow, menu,
-            [menu] {
-                QTest::keyClick(menu, Qt::Key_Down);
-                QTest::keyClick(menu, Qt::Key_Return);
-            },
-            Qt::QueuedConnection);
-        w.parts.month->setFocus();
-        press(Qt::Key_Space);
-        QCOMPARE(w.parts.month->text(), months.at(0));
-    });
 }
 
-void DateSelectorTest::popup()
+void DateSelectorTest::choice()
 {
-    QFETCH(bool, open);
     QFETCH(QDate, date);
     QFETCH(Act, act);
-
     Window window;
-    window.selector->dateSelect(ninthOfMarch);
-    window.parts.calendar->setSelectedDate(ninthOfMarch);
-    window.open();
+    window.openAtNinthOfMarch();
     act(window);
-    QCOMPARE(window.isOpen(), open);
+    QVERIFY(!window.isOpen());
     QCOMPARE(window.selector->itemData(0).toDate(), date);
-    QCOMPARE(window.selector->currentText(), date.isValid() ? date.toString("yyyy-MM-dd") : noDate);
-    QCOMPARE(window.selector->count(), 1);
-    if (!open && date != ninthOfMarch) {
-        window.selector->showPopup();
-        QVERIFY(window.isOpen());
-        QCOMPARE(window.parts.month->text(), months.at(date.month() - 1));
-        QCOMPARE(window.parts.calendar->yearShown(), date.year());
+    QCOMPARE(window.selector->currentText(), date.toString("yyyy-MM-dd"));
+    window.selector->showPopup();
+    QCOMPARE(window.parts.month->text(), months.at(date.month() - 1));
+    QCOMPARE(window.parts.calendar->yearShown(), date.year());
+}
+
+void DateSelectorTest::staysOpen()
+{
+    Window window;
+    const Parts& parts = window.parts;
+    window.openAtNinthOfMarch();
+    window.view->setMinimumDate({ 2017, 3, 1 });
+    window.view->setMaximumDate({ 2017, 3, 20 });
+    const QList<QPair<QWidget*, QPoint>> places { { parts.grid->viewport(), parts.centerOf({ 2017, 3, 21 }) },
+        { parts.previous, parts.previous->rect().center() }, { parts.weekdays->viewport(), { 20, 5 } },
+        { parts.previous->parentWidget(), { parts.previous->geometry().right() + 3, 4 } },
+        { window.view, { 0, 100 } }, { window.view->viewport(), { 20, parts.today->y() + 5 } } };
+    for (const auto& place : places) {
+        click(place.first, place.second);
+        QVERIFY2(window.isOpen(), place.first->metaObject()->className());
     }
+    parts.calendar->setDateRange({ 2000, 1, 1 }, { 2030, 1, 1 });
+    parts.previous->setFocus();
+    press(Qt::Key_Return);
+    QVERIFY(window.isOpen());
+    QWheelEvent event({ 5, 5 }, {}, {}, { 0, -120 }, {}, {}, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(parts.grid->viewport(), &event);
+    QCOMPARE(parts.month->text(), months.at(3));
+
+    // The year editor is left by Return, by the mouse, and by Escape, which undoes.
+    click(parts.year);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    QVERIFY(window.isOpen() && !parts.yearEditor->isVisible());
+    QCOMPARE(parts.calendar->yearShown(), 2016);
+    click(parts.year);
+    press(Qt::Key_Down);
+    click(parts.weekdays->viewport());
+    QCOMPARE(parts.calendar->yearShown(), 2015);
+    click(parts.year);
+    press(Qt::Key_Down);
+    press(Qt::Key_Escape);
+    QVERIFY(window.isOpen() && !parts.yearEditor->isVisible());
+    QCOMPARE(parts.calendar->yearShown(), 2015);
+
+    // In the event loop that the menu keeps while it is open.
+    QMenu* menu = parts.month->menu();
+    const auto choose = [menu] {
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    };
+    connect(menu, &QMenu::aboutToShow, menu, choose, Qt::QueuedConnection);
+    parts.month->setFocus();
+    press(Qt::Key_Space);
+    QCOMPARE(parts.month->text(), months.at(0));
+    QVERIFY(window.isOpen());
+    QCOMPARE(window.selector->itemData(0).toDate(), ninthOfMarch);
+    window.selector->dateSelect({});
+    QVERIFY(window.isOpen());
 }
 
 void DateSelectorTest::goesWithItsPopupOpen()
 {
     auto window = std::make_unique<Window>();
     const QPointer<VantCalanderView> view = window->view;
-    window->open();
+    window->openAtNinthOfMarch();
     click(window->parts.year);
     window.reset();
     QVERIFY(!view);

@@ -27,18 +27,13 @@ private Q_SLOTS:
     void goesFromUnderPointer();
     void scrollsSideways_data();
     void scrollsSideways();
-    void largeAndDeepTrees_data();
-    void largeAndDeepTrees();
     void focus();
     void focusWhileListenersDelete();
     void keysAndRightClicks();
     void rowHeight();
     void renaming_data();
     void renaming();
-    void validatorGoesWithEditor();
-    void comparison_data();
     void comparison();
-    void homeStaysFirst();
 };
 
 namespace {
@@ -94,26 +89,17 @@ QImage picture(const QPixmap& pixmap, const QWidget* widget)
     return pixmap.toImage().scaled(widget->size());
 }
 
-bool isRed(const QColor& color)
-{
-    return color.red() > 150 && color.green() < 100;
-}
-
 bool hasRedText(const QImage& image, const QRect& row)
 {
     for (int y = row.top(); y <= row.bottom(); ++y) {
         for (int x = row.left(); x <= row.right(); ++x) {
-            if (isRed(image.pixelColor(x, y))) {
+            const QColor color = image.pixelColor(x, y);
+            if (color.red() > 150 && color.green() < 100) {
                 return true;
             }
         }
     }
     return false;
-}
-
-QLineEdit* editorOf(const QTreeWidget& tree)
-{
-    return tree.viewport()->findChild<QLineEdit*>();
 }
 
 } // namespace
@@ -146,16 +132,11 @@ void TreeTest::grounds_data()
     QTest::addColumn<bool>("selected");
     QTest::addColumn<bool>("hovered");
     QTest::addColumn<bool>("checkable");
-    QTest::addColumn<bool>("withColors");
     QTest::addColumn<QColor>("ground");
-    QTest::newRow("rest") << false << false << true << true << white;
-    QTest::newRow("hovered") << false << true << true << true << hoverGround;
-    QTest::newRow("selected") << true << false << true << true << selectedGround;
-    QTest::newRow("selected and hovered") << true << true << true << true << selectedGround;
-    QTest::newRow("no check box") << true << false << false << true << selectedGround;
-    QTest::newRow("no check box, at rest") << false << false << false << true << white;
-    QTest::newRow("invalid colours, selected") << true << false << true << false << QColor(Qt::black);
-    QTest::newRow("invalid colours, hovered") << false << true << true << false << QColor(Qt::black);
+    QTest::newRow("rest") << false << false << false << white;
+    QTest::newRow("hovered") << false << true << true << hoverGround;
+    QTest::newRow("selected and hovered") << true << true << true << selectedGround;
+    QTest::newRow("no check box") << true << false << false << selectedGround;
 }
 
 void TreeTest::grounds()
@@ -164,17 +145,12 @@ void TreeTest::grounds()
     QFETCH(bool, hovered);
     QFETCH(bool, checkable);
     QFETCH(QColor, ground);
-    QFETCH(bool, withColors);
     pointer::moveAway();
     Tree tree;
     tree.setRootIsDecorated(false);
     tree.addRows(3);
-    if (!withColors) {
-        tree.setBackgroundColor({}, {});
-    }
     QTreeWidgetItem* item = tree.topLevelItem(1);
-    item->setFlags(
-        checkable ? item->flags() | Qt::ItemIsUserCheckable : item->flags() & ~Qt::ItemIsUserCheckable);
+    item->setFlags(item->flags().setFlag(Qt::ItemIsUserCheckable, checkable));
     tree.showActive();
     tree.clearSelection();
     item->setSelected(selected);
@@ -192,15 +168,18 @@ void TreeTest::grounds()
     QVERIFY(image.pixelColor(0, row.top()).lightness() > 200); // the corner is round and the edge white
     QCOMPARE(hasRedText(image, row), !checkable);
     QVERIFY(!hasRedText(image, tree.visualItemRect(tree.topLevelItem(2))));
+
+    tree.setBackgroundColor({}, {});
+    const bool hasGround = selected || hovered;
+    QCOMPARE(picture(tree.viewport()->grab(), tree.viewport()).pixelColor(image.width() / 2, y),
+        hasGround ? QColor(Qt::black) : white);
 }
 
 void TreeTest::hoverFollowsPointer_data()
 {
     QTest::addColumn<int>("frame");
     QTest::addColumn<bool>("header");
-    QTest::newRow("frame of one") << 1 << false;
     QTest::newRow("no frame") << 0 << false;
-    QTest::newRow("frame of two") << 2 << false;
     QTest::newRow("header") << 1 << true;
 }
 
@@ -217,7 +196,7 @@ void TreeTest::hoverFollowsPointer()
     QWidget* viewport = tree.viewport();
     // The tree's own coordinates count, with the rows one pixel lower: by so much the row is off.
     const int offset = viewport->y() - 1;
-    QCOMPARE(offset == 0, frame == 1 && !header);
+    QVERIFY(offset != 0);
     const auto hovered = [&] {
         const QImage image = picture(tree.screen()->grabWindow(tree.winId()), &tree);
         QStringList rows;
@@ -228,18 +207,10 @@ void TreeTest::hoverFollowsPointer()
         }
         return rows.join(QLatin1Char(','));
     };
-    const auto moveTo = [&](int y) {
-        QCursor::setPos(viewport->mapToGlobal({ 100, y }));
-        QCoreApplication::processEvents();
-    };
     const auto expected = [&](int y) { return tree.itemAt(0, y + offset)->text(0); };
-
-    for (int y = 20; y < 130; ++y) {
-        moveTo(y);
-        QTRY_COMPARE(hovered(), expected(y));
-    }
-    for (int y = 130; y > 20; --y) {
-        moveTo(y);
+    for (int step = 0; step < 120; ++step) {
+        const int y = step < 60 ? 20 + step : 140 - step;
+        QCursor::setPos(viewport->mapToGlobal({ 100, y }));
         QTRY_COMPARE(hovered(), expected(y));
     }
     tree.verticalScrollBar()->setValue(7);
@@ -274,13 +245,10 @@ void TreeTest::scrollsSideways_data()
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
     const int room = displayscale::pick(100, 125, 150, 200);
-    QTest::newRow("at the edge") << 0 << 300 << 0 << 0;
     QTest::newRow("just enough room") << 300 - room << 300 << 20 << 20;
     QTest::newRow("one too little") << 301 - room << 300 << 60 << 60 + 301 - room - 150;
-    QTest::newRow("far right") << 250 << 300 << 40 << 40 + 250 - 150;
     QTest::newRow("odd width") << 250 << 301 << 40 << 40 + 250 - 150;
     QTest::newRow("before the edge") << -20 << 300 << 400 << 400 - 20 - 150;
-    QTest::newRow("clamped to the left") << -20 << 300 << 40 << 0;
 }
 
 void TreeTest::scrollsSideways()
@@ -294,7 +262,6 @@ void TreeTest::scrollsSideways()
     QTreeWidgetItem* item = tree.add(QStringLiteral("Deep"), parent);
     tree.setRootIsDecorated(false);
     parent->setExpanded(true);
-    tree.setColumnWidth(0, 2000);
     tree.header()->setStretchLastSection(false);
     tree.setColumnWidth(0, 2000);
     tree.resize(width + 2, 200);
@@ -307,37 +274,6 @@ void TreeTest::scrollsSideways()
     QTEST(bar->value(), "after");
     tree.updateScrollArea(nullptr);
     QTEST(bar->value(), "after");
-}
-
-void TreeTest::largeAndDeepTrees_data()
-{
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<int>("levels");
-    QTest::newRow("100,000 rows") << 100000 << 1;
-    QTest::newRow("200 levels") << 50 << 200;
-}
-
-void TreeTest::largeAndDeepTrees()
-{
-    QFETCH(int, rows);
-    QFETCH(int, levels);
-    Tree tree;
-    tree.addRows(rows);
-    QTreeWidgetItem* deepest = tree.topLevelItem(rows - 1);
-    for (int level = 1; level < levels; ++level) {
-        deepest = tree.add(QStringLiteral("Level %1").arg(level), deepest);
-    }
-    tree.header()->setStretchLastSection(false);
-    tree.header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    tree.expandAll();
-    tree.showActive();
-    tree.setCurrentItem(deepest);
-    tree.scrollToItem(deepest);
-    tree.updateScrollArea(deepest);
-    const QRect row = tree.visualItemRect(deepest);
-    QVERIFY(tree.viewport()->rect().contains(QPoint(row.left(), row.center().y())));
-    QCOMPARE(
-        picture(tree.viewport()->grab(), tree.viewport()).pixelColor(100, row.top() + 4), selectedGround);
 }
 
 void TreeTest::focus()
@@ -396,13 +332,10 @@ void TreeTest::keysAndRightClicks()
         QTest::mouseClick(tree.viewport(), button, {}, place);
     };
     QTest::keyClick(&tree, Qt::Key_Down);
-    QTest::keyClick(&tree, Qt::Key_F9);
     click(Qt::LeftButton, 4);
     click(Qt::RightButton, 3);
-    QCOMPARE(seen,
-        QStringList({ QStringLiteral("1000015 at Row 0"), QStringLiteral("1000038 at Row 1"),
-            QStringLiteral("click on Row 3 at Row 4") }));
-    QCOMPARE(tree.currentItem()->text(0), QStringLiteral("Row 3"));
+    QCOMPARE(
+        seen, QStringList({ QStringLiteral("1000015 at Row 0"), QStringLiteral("click on Row 3 at Row 4") }));
 }
 
 void TreeTest::rowHeight()
@@ -414,38 +347,29 @@ void TreeTest::rowHeight()
     item->setIcon(0, icon);
     tree.setIconSize(icon.size());
     tree.show();
-    const QSize kit = tree.sizeHintForIndex(tree.model()->index(0, 0));
-    QCOMPARE(kit.height(), displayscale::pick(28, 35, 42, 56));
-    QCOMPARE(tree.visualItemRect(item).height(), kit.height());
-    QItemDelegate plain;
-    tree.setItemDelegate(&plain);
-    QCOMPARE(kit.width(), tree.sizeHintForIndex(tree.model()->index(0, 0)).width());
+    QCOMPARE(tree.visualItemRect(item).height(), displayscale::pick(28, 35, 42, 56));
+    QVERIFY(tree.sizeHintForIndex(tree.model()->index(0, 0)).width() > 90);
 }
 
 void TreeTest::renaming_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::Key>("key");
     QTest::addColumn<QString>("result");
-    const auto row = [](const char* what, const char* name, const char* typed, Qt::Key key,
-                         const char* result) {
-        QTest::newRow(what) << QString::fromLatin1(name) << QString::fromLatin1(typed) << int(key)
-                            << QString::fromLatin1(result);
-    };
-    row("all replaced", "old", "new", Qt::Key_Return, "new");
-    row("dot first", "old", ".a.b", Qt::Key_Return, "a.b");
-    row("forbidden ones", "old", "\\a/b:c*d?e\"f<g>h|i", Qt::Key_Return, "abcdefghi");
-    row("blank, dot, comma", "old", " a.,;", Qt::Key_Return, " a.,;");
-    row("escape", "old", "new", Qt::Key_Escape, "old");
-    row("name that breaks the rule", ".git", "", Qt::Key_Escape, ".git");
+    const QString old = QStringLiteral("old");
+    QTest::newRow("dot first") << old << ".a.b" << Qt::Key_Return << "a.b";
+    QTest::newRow("forbidden ones") << old << "\\a/b:c*d?e\"f<g>h|i" << Qt::Key_Return << "abcdefghi";
+    QTest::newRow("escape") << old << "new" << Qt::Key_Escape << old;
+    QTest::newRow("name that breaks the rule") << ".git"
+                                               << "" << Qt::Key_Escape << ".git";
 }
 
 void TreeTest::renaming()
 {
     QFETCH(QString, name);
     QFETCH(QString, typed);
-    QFETCH(int, key);
+    QFETCH(Qt::Key, key);
     Tree tree;
     QTreeWidgetItem* item = tree.add(name);
     item->setFlags(item->flags() | Qt::ItemIsEditable);
@@ -454,91 +378,41 @@ void TreeTest::renaming()
     int escapes = 0;
     connect(&tree.delegate, &ItemDelegate::sigKeyPressed, &tree, [&] { ++escapes; });
     tree.editItem(item);
-    const QPointer<QLineEdit> editor = editorOf(tree);
+    const QPointer<QLineEdit> editor = tree.viewport()->findChild<QLineEdit*>();
     QVERIFY(editor);
     QCOMPARE(editor->text(), name);
     QCOMPARE(editor->styleSheet(), getStyleSheet("component.tree_item", false));
+    // Filled again, it keeps its one validator.
+    tree.delegate.setEditorData(editor, tree.model()->index(0, 0));
+    editor->selectAll();
+    QCOMPARE(editor->findChildren<QValidator*>().size(), 1);
+    tree.delegate.setEditorData(&tree, tree.model()->index(0, 0)); // no editor of this kind
     QTest::keyClicks(editor, typed);
-    QTest::keyClick(editor, Qt::Key(key));
+    QTest::keyClick(editor, key);
     QTRY_VERIFY(!editor);
     QTEST(item->text(0), "result");
     QCOMPARE(escapes, key == Qt::Key_Escape ? 1 : 0);
     QCOMPARE(tree.currentItem(), item);
 }
 
-void TreeTest::validatorGoesWithEditor()
-{
-    Tree tree;
-    tree.add(QStringLiteral("name"));
-    const QModelIndex index = tree.model()->index(0, 0);
-    auto editor = std::make_unique<QLineEdit>();
-    for (int time = 0; time < 3; ++time) {
-        tree.delegate.setEditorData(editor.get(), index);
-        QCOMPARE(editor->findChildren<QValidator*>().size(), 1);
-    }
-    const QPointer<const QValidator> validator = editor->validator();
-    QVERIFY(validator);
-    editor.reset();
-    QVERIFY(!validator);
-
-    QWidget other;
-    tree.delegate.setEditorData(&other, index);
-}
-
-void TreeTest::comparison_data()
-{
-    QTest::addColumn<QString>("left");
-    QTest::addColumn<QString>("leftKey");
-    QTest::addColumn<QString>("right");
-    QTest::addColumn<QString>("rightKey");
-    QTest::addColumn<bool>("before");
-    const auto row = [](const char* what, const char* left, const char* leftKey, const char* right,
-                         const char* rightKey, bool before) {
-        QTest::newRow(what) << QString::fromLatin1(left) << QString::fromLatin1(leftKey)
-                            << QString::fromLatin1(right) << QString::fromLatin1(rightKey) << before;
-    };
-    row("texts", "a", "", "b", "", true);
-    row("nothing before home", "a", "", "b", "home", false);
-    row("home by its text", "b", "home", "a", "", false);
-    row("home before a later text", "a", "home", "b", "", true);
-    row("two homes", "a", "home", "b", "home", false);
-    row("another case", "a", "", "b", "Home", true);
-    row("another class", "a", "", "b", nullptr, true);
-    row("another class, the other way", "b", "home", "a", nullptr, false);
-}
-
 void TreeTest::comparison()
 {
-    QFETCH(QString, left);
-    QFETCH(QString, leftKey);
-    QFETCH(QString, right);
-    QFETCH(QString, rightKey);
-    FileSystemTreeWidgetItem item;
+    FileSystemTreeWidgetItem home;
     FileSystemTreeWidgetItem folder;
-    QTreeWidgetItem plain;
-    QTreeWidgetItem& other = rightKey.isNull() ? plain : folder;
-    item.itemKey = leftKey;
-    folder.itemKey = rightKey;
-    item.setText(0, left);
-    other.setText(0, right);
-    QTEST(item < other, "before");
-}
-
-void TreeTest::homeStaysFirst()
-{
-    Tree tree;
-    for (const char* name : { "m", "z", "c", "x", "a", "k" }) {
-        auto* item = new FileSystemTreeWidgetItem;
-        item->setText(0, QString::fromLatin1(name));
-        item->itemKey = tree.topLevelItemCount() == 0 ? QStringLiteral("home") : QString();
-        tree.addTopLevelItem(item);
-    }
-    tree.sortItems(0, Qt::AscendingOrder);
-    QString order;
-    for (int row = 0; row < tree.topLevelItemCount(); ++row) {
-        order += tree.topLevelItem(row)->text(0);
-    }
-    QCOMPARE(order, QStringLiteral("mackxz"));
+    const QTreeWidgetItem plain({ QStringLiteral("c") });
+    home.itemKey = QStringLiteral("home");
+    home.setText(0, QStringLiteral("b"));
+    folder.itemKey = QStringLiteral("Home");
+    folder.setText(0, QStringLiteral("a"));
+    // Nothing stands before home, which itself goes by its text, as all others do.
+    QVERIFY(!(folder < home));
+    QVERIFY(!(home < folder));
+    QVERIFY(home < plain);
+    QVERIFY(folder < plain);
+    folder.setText(0, QStringLiteral("z"));
+    QVERIFY(home < folder);
+    QVERIFY(!(folder < plain));
+    QVERIFY(!(home < home));
 }
 
 QTEST_MAIN(TreeTest)
