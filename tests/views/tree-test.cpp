@@ -20,17 +20,13 @@ class TreeTest : public GuardedTest
 private Q_SLOTS:
     void initTestCase();
     void checkBoxPlace();
-    void grounds_data();
     void grounds();
-    void hoverFollowsPointer_data();
     void hoverFollowsPointer();
     void goesFromUnderPointer();
-    void scrollsSideways_data();
     void scrollsSideways();
     void focus();
     void focusWhileListenersDelete();
     void keysAndRightClicks();
-    void rowHeight();
     void renaming_data();
     void renaming();
     void comparison();
@@ -89,14 +85,13 @@ QImage picture(const QPixmap& pixmap, const QWidget* widget)
     return pixmap.toImage().scaled(widget->size());
 }
 
-bool hasRedText(const QImage& image, const QRect& row)
+bool hasRedText(const Tree& tree, const QTreeWidgetItem* item)
 {
-    for (int y = row.top(); y <= row.bottom(); ++y) {
-        for (int x = row.left(); x <= row.right(); ++x) {
-            const QColor color = image.pixelColor(x, y);
-            if (color.red() > 150 && color.green() < 100) {
-                return true;
-            }
+    const QImage image = picture(tree.viewport()->grab(), tree.viewport()).copy(tree.visualItemRect(item));
+    for (int place = 0; place < image.width() * image.height(); ++place) {
+        const QColor color = image.pixelColor(place % image.width(), place / image.width());
+        if (color.red() > 150 && color.green() < 100) {
+            return true;
         }
     }
     return false;
@@ -127,96 +122,70 @@ void TreeTest::checkBoxPlace()
     QCOMPARE(item->checkState(0), Qt::Checked);
 }
 
-void TreeTest::grounds_data()
-{
-    QTest::addColumn<bool>("selected");
-    QTest::addColumn<bool>("hovered");
-    QTest::addColumn<bool>("checkable");
-    QTest::addColumn<QColor>("ground");
-    QTest::newRow("rest") << false << false << false << white;
-    QTest::newRow("hovered") << false << true << true << hoverGround;
-    QTest::newRow("selected and hovered") << true << true << true << selectedGround;
-    QTest::newRow("no check box") << true << false << false << selectedGround;
-}
-
 void TreeTest::grounds()
 {
-    QFETCH(bool, selected);
-    QFETCH(bool, hovered);
-    QFETCH(bool, checkable);
-    QFETCH(QColor, ground);
     pointer::moveAway();
     Tree tree;
     tree.setRootIsDecorated(false);
     tree.addRows(3);
     QTreeWidgetItem* item = tree.topLevelItem(1);
-    item->setFlags(item->flags().setFlag(Qt::ItemIsUserCheckable, checkable));
+    item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
     tree.showActive();
     tree.clearSelection();
-    item->setSelected(selected);
     const QRect row = tree.visualItemRect(item);
-    if (hovered) {
-        QTest::mouseMove(tree.viewport(), row.center());
-    }
-    const QImage image = picture(tree.viewport()->grab(), tree.viewport());
-
-    const int right = image.width() - displayscale::pick(3, 4, 5, 6);
-    const int y = row.top() + 4;
-    QCOMPARE(image.pixelColor(image.width() / 2, y), ground);
-    QCOMPARE(image.pixelColor(right - 3, y), ground);
-    QCOMPARE(image.pixelColor(right + 1, y), white);
-    QVERIFY(image.pixelColor(0, row.top()).lightness() > 200); // the corner is round and the edge white
-    QCOMPARE(hasRedText(image, row), !checkable);
-    QVERIFY(!hasRedText(image, tree.visualItemRect(tree.topLevelItem(2))));
+    const int right = tree.viewport()->width() - displayscale::pick(3, 4, 5, 6);
+    const auto colorAt = [&](int x, int y) {
+        return picture(tree.viewport()->grab(), tree.viewport()).pixelColor(x, row.top() + y);
+    };
+    QCOMPARE(row.height(), displayscale::pick(28, 35, 42, 56));
+    QCOMPARE(colorAt(right - 3, 4), white);
+    QTest::mouseMove(tree.viewport(), row.center());
+    QCOMPARE(colorAt(right - 3, 4), hoverGround);
+    item->setSelected(true);
+    QCOMPARE(colorAt(right - 3, 4), selectedGround);
+    QCOMPARE(colorAt(right + 1, 4), white);
+    QVERIFY(colorAt(0, 0).lightness() > 200); // the corner is round and the edge white
+    QVERIFY(hasRedText(tree, item));
+    QVERIFY(!hasRedText(tree, tree.topLevelItem(2)));
 
     tree.setBackgroundColor({}, {});
-    const bool hasGround = selected || hovered;
-    QCOMPARE(picture(tree.viewport()->grab(), tree.viewport()).pixelColor(image.width() / 2, y),
-        hasGround ? QColor(Qt::black) : white);
-}
-
-void TreeTest::hoverFollowsPointer_data()
-{
-    QTest::addColumn<int>("frame");
-    QTest::addColumn<bool>("header");
-    QTest::newRow("no frame") << 0 << false;
-    QTest::newRow("header") << 1 << true;
+    QCOMPARE(colorAt(right - 3, 4), QColor(Qt::black));
+    item->setSelected(false);
+    QCOMPARE(colorAt(right - 3, 4), QColor(Qt::black));
 }
 
 // What is on the screen, not what a repaint of everything would show.
 void TreeTest::hoverFollowsPointer()
 {
-    QFETCH(int, frame);
-    QFETCH(bool, header);
-    Tree tree(frame);
-    tree.setHeaderHidden(!header);
-    tree.addRows(100);
-    tree.showActive();
-    tree.clearSelection();
-    QWidget* viewport = tree.viewport();
-    // The tree's own coordinates count, with the rows one pixel lower: by so much the row is off.
-    const int offset = viewport->y() - 1;
-    QVERIFY(offset != 0);
-    const auto hovered = [&] {
-        const QImage image = picture(tree.screen()->grabWindow(tree.winId()), &tree);
-        QStringList rows;
-        for (int y = 6; y < viewport->height(); y += displayscale::pick(28, 35, 42, 56)) {
-            if (image.pixelColor(viewport->mapTo(&tree, QPoint(200, y))) == hoverGround) {
-                rows << tree.itemAt(0, y)->text(0);
+    for (const bool header : { false, true }) {
+        Tree tree(header ? 1 : 0);
+        tree.setHeaderHidden(!header);
+        tree.addRows(100);
+        tree.showActive();
+        tree.clearSelection();
+        QWidget* viewport = tree.viewport();
+        const auto hovered = [&] {
+            const QImage image = picture(tree.screen()->grabWindow(tree.winId()), &tree);
+            QStringList rows;
+            for (int y = 6; y < viewport->height(); y += displayscale::pick(28, 35, 42, 56)) {
+                if (image.pixelColor(viewport->mapTo(&tree, QPoint(200, y))) == hoverGround) {
+                    rows << tree.itemAt(0, y)->text(0);
+                }
             }
+            return rows.join(QLatin1Char(','));
+        };
+        // The tree's own coordinates count, with the rows one pixel lower.
+        const auto expected = [&](int y) { return tree.itemAt(0, y + viewport->y() - 1)->text(0); };
+        for (int step = 0; step < 120; ++step) {
+            const int y = step < 60 ? 20 + step : 140 - step;
+            QCursor::setPos(viewport->mapToGlobal({ 100, y }));
+            QTRY_COMPARE(hovered(), expected(y));
         }
-        return rows.join(QLatin1Char(','));
-    };
-    const auto expected = [&](int y) { return tree.itemAt(0, y + offset)->text(0); };
-    for (int step = 0; step < 120; ++step) {
-        const int y = step < 60 ? 20 + step : 140 - step;
-        QCursor::setPos(viewport->mapToGlobal({ 100, y }));
-        QTRY_COMPARE(hovered(), expected(y));
+        tree.verticalScrollBar()->setValue(7);
+        QTRY_COMPARE(hovered(), expected(21));
+        pointer::moveAway();
+        QTRY_COMPARE(hovered(), QString());
     }
-    tree.verticalScrollBar()->setValue(7);
-    QTRY_COMPARE(hovered(), expected(21));
-    pointer::moveAway();
-    QTRY_COMPARE(hovered(), QString());
 }
 
 /** While its window stays. */
@@ -238,42 +207,29 @@ void TreeTest::goesFromUnderPointer()
     pointer::moveAway();
 }
 
-void TreeTest::scrollsSideways_data()
-{
-    QTest::addColumn<int>("left");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("after");
-    const int room = displayscale::pick(100, 125, 150, 200);
-    QTest::newRow("just enough room") << 300 - room << 300 << 20 << 20;
-    QTest::newRow("one too little") << 301 - room << 300 << 60 << 60 + 301 - room - 150;
-    QTest::newRow("odd width") << 250 << 301 << 40 << 40 + 250 - 150;
-    QTest::newRow("before the edge") << -20 << 300 << 400 << 400 - 20 - 150;
-}
-
 void TreeTest::scrollsSideways()
 {
-    QFETCH(int, left);
-    QFETCH(int, width);
-    QFETCH(int, before);
-    Tree tree;
-    tree.setIndentation(left + before);
-    QTreeWidgetItem* parent = tree.add(QStringLiteral("Folder"));
-    QTreeWidgetItem* item = tree.add(QStringLiteral("Deep"), parent);
-    tree.setRootIsDecorated(false);
-    parent->setExpanded(true);
-    tree.header()->setStretchLastSection(false);
-    tree.setColumnWidth(0, 2000);
-    tree.resize(width + 2, 200);
-    tree.show();
-    QScrollBar* bar = tree.horizontalScrollBar();
-    bar->setValue(before);
-    QCOMPARE(tree.viewport()->width(), width);
-    QCOMPARE(tree.visualItemRect(item).left(), left);
-    tree.updateScrollArea(item);
-    QTEST(bar->value(), "after");
-    tree.updateScrollArea(nullptr);
-    QTEST(bar->value(), "after");
+    const auto scrolled = [](int left, int width, int before) {
+        Tree tree;
+        tree.setIndentation(left + before);
+        QTreeWidgetItem* parent = tree.add(QStringLiteral("Folder"));
+        QTreeWidgetItem* item = tree.add(QStringLiteral("Deep"), parent);
+        tree.setRootIsDecorated(false);
+        parent->setExpanded(true);
+        tree.header()->setStretchLastSection(false);
+        tree.setColumnWidth(0, 2000);
+        tree.resize(width + 2, 200);
+        tree.show();
+        tree.horizontalScrollBar()->setValue(before);
+        tree.updateScrollArea(item);
+        tree.updateScrollArea(nullptr);
+        return tree.horizontalScrollBar()->value();
+    };
+    const int room = displayscale::pick(100, 125, 150, 200);
+    QCOMPARE(scrolled(300 - room, 300, 20), 20);
+    QCOMPARE(scrolled(301 - room, 300, 60), 60 + 301 - room - 150);
+    QCOMPARE(scrolled(250, 301, 40), 40 + 250 - 150);
+    QCOMPARE(scrolled(-20, 300, 400), 400 - 20 - 150);
 }
 
 void TreeTest::focus()
@@ -327,28 +283,13 @@ void TreeTest::keysAndRightClicks()
     connect(&tree, &VantTreeWidget::sigMouseRightClickEvent, &tree, [&](QMouseEvent* event) {
         note(QStringLiteral("click on %1 at ").arg(tree.itemAt(event->pos())->text(0)));
     });
-    const auto click = [&](Qt::MouseButton button, int row) {
-        const QPoint place = tree.visualItemRect(tree.topLevelItem(row)).center();
-        QTest::mouseClick(tree.viewport(), button, {}, place);
-    };
     QTest::keyClick(&tree, Qt::Key_Down);
-    click(Qt::LeftButton, 4);
-    click(Qt::RightButton, 3);
+    for (const Qt::MouseButton button : { Qt::LeftButton, Qt::RightButton }) {
+        const QRect row = tree.visualItemRect(tree.topLevelItem(button == Qt::LeftButton ? 4 : 3));
+        QTest::mouseClick(tree.viewport(), button, {}, row.center());
+    }
     QCOMPARE(
         seen, QStringList({ QStringLiteral("1000015 at Row 0"), QStringLiteral("click on Row 3 at Row 4") }));
-}
-
-void TreeTest::rowHeight()
-{
-    Tree tree;
-    QTreeWidgetItem* item = tree.add(QStringLiteral("A row with an icon"));
-    QPixmap icon(90, 90);
-    icon.fill(Qt::gray);
-    item->setIcon(0, icon);
-    tree.setIconSize(icon.size());
-    tree.show();
-    QCOMPARE(tree.visualItemRect(item).height(), displayscale::pick(28, 35, 42, 56));
-    QVERIFY(tree.sizeHintForIndex(tree.model()->index(0, 0)).width() > 90);
 }
 
 void TreeTest::renaming_data()
