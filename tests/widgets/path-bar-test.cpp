@@ -24,7 +24,6 @@ private Q_SLOTS:
     void row();
     void hiddenFolders_data();
     void hiddenFolders();
-    void clicks_data();
     void clicks();
     void clickInsideClick();
     void focus();
@@ -234,55 +233,46 @@ void PathBarTest::hiddenFolders()
     QCOMPARE(window.menuTexts(), QStringList());
 }
 
-void PathBarTest::clicks_data()
-{
-    QTest::addColumn<bool>("fromMenu");
-    QTest::addColumn<bool>("deletesBar");
-    QTest::newRow("button, refresh") << false << false;
-    QTest::newRow("button, delete") << false << true;
-    QTest::newRow("menu, refresh") << true << false;
-    QTest::newRow("menu, delete") << true << true;
-}
-
 // What an application does in its slot: the widgets of the row go at once, but for what was clicked.
 void PathBarTest::clicks()
 {
-    QFETCH(bool, fromMenu);
-    QFETCH(bool, deletesBar);
-
-    const Window window(150);
-    window.bar->refresh(threeNames);
-    const QList<QAction*> actions = window.folderButton()->menu()->actions();
-    const QList<QPointer<QObject>> others { window.button(0), window.button(1), actions.at(0) };
-    const QPointer<QPushButton> button = window.button(2);
-    const QPointer<QObject> clicked = fromMenu ? QPointer<QObject>(actions.at(1)) : button.data();
-    QStringList told;
-    bool keptInSlot = false;
-    connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
-        told << path;
-        runLoop([&] {
-            if (deletesBar) {
-                delete window.bar;
+    for (const bool fromMenu : { false, true }) {
+        for (const bool deletesBar : { false, true }) {
+            const Window window(150);
+            window.bar->refresh(threeNames);
+            const QList<QAction*> actions = window.folderButton()->menu()->actions();
+            const QList<QPointer<QObject>> others { window.button(0), window.button(1), actions.at(0) };
+            const QPointer<QPushButton> button = window.button(2);
+            const QPointer<QObject> clicked = fromMenu ? QPointer<QObject>(actions.at(1)) : button.data();
+            QStringList told;
+            bool keptInSlot = false;
+            connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
+                told << path;
+                runLoop([&] {
+                    if (deletesBar) {
+                        delete window.bar;
+                    } else {
+                        window.bar->refresh(path);
+                        QCOMPARE(others.count(nullptr), others.size());
+                    }
+                });
+                keptInSlot = clicked && (fromMenu || button->isHidden());
+            });
+            if (fromMenu) {
+                chooseFromMenu(window.folderButton(), 1);
             } else {
-                window.bar->refresh(path);
-                QCOMPARE(others.count(nullptr), others.size());
+                QTest::mouseClick(button, Qt::LeftButton);
             }
-        });
-        keptInSlot = clicked && (fromMenu || button->isHidden());
-    });
-    if (fromMenu) {
-        chooseFromMenu(window.folderButton(), 1);
-    } else {
-        QTest::mouseClick(button, Qt::LeftButton);
-    }
 
-    QCOMPARE(told, QStringList(QStringLiteral("first folder/second folder")));
-    QVERIFY(keptInSlot);
-    QTRY_VERIFY(!clicked);
-    if (!deletesBar) {
-        QCOMPARE(window.bar->findChildren<QPushButton*>().size(), 3);
-        QTest::mouseClick(window.button(2), Qt::LeftButton);
-        QCOMPARE(told.size(), 2);
+            QCOMPARE(told, QStringList(QStringLiteral("first folder/second folder")));
+            QVERIFY(keptInSlot);
+            QTRY_VERIFY(!clicked);
+            if (!deletesBar) {
+                QCOMPARE(window.bar->findChildren<QPushButton*>().size(), 3);
+                QTest::mouseClick(window.button(2), Qt::LeftButton);
+                QCOMPARE(told.size(), 2);
+            }
+        }
     }
 }
 

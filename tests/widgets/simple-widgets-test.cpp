@@ -22,7 +22,6 @@ private Q_SLOTS:
     void initTestCase();
     void looks();
     void comboBox();
-    void menuStaysOnScreen_data();
     void menuStaysOnScreen();
     void labelHeight();
     void messageLabelHeight();
@@ -94,31 +93,27 @@ void SimpleWidgetsTest::comboBox()
     QVERIFY(!delegate);
 }
 
-void SimpleWidgetsTest::menuStaysOnScreen_data()
-{
-    // With a menu of 100 by 80, against the edges of the area; QRect's right and bottom belong to it.
-    QTest::addColumn<QPoint>("position");
-    QTest::addColumn<QPoint>("result");
-    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    const QPoint corner = area.bottomRight() - QPoint(100, 80);
-    QTest::newRow("touches the corner") << corner << corner;
-    QTest::newRow("one beyond the corner") << corner + QPoint(1, 1) << corner;
-    QTest::newRow("far beyond the corner") << corner + QPoint(150, 130) << corner;
-    QTest::newRow("one too far left") << area.topLeft() + QPoint(-1, 9) << area.topLeft() + QPoint(0, 9);
-    QTest::newRow("above") << area.topLeft() + QPoint(9, -300) << area.topLeft() + QPoint(9, 0);
-}
-
 void SimpleWidgetsTest::menuStaysOnScreen()
 {
-    QFETCH(QPoint, position);
-    VantMenu menu;
-    menu.addAction(QStringLiteral("Action"));
-    menu.setFixedSize(100, 80);
-    // The offscreen platform moves a new window once, by the frame that it gives it.
-    menu.winId();
-    menu.move(position);
-    menu.show();
-    QTEST(menu.pos(), "result");
+    const auto shownAt = [](const QPoint& position) {
+        VantMenu menu;
+        menu.addAction(QStringLiteral("Action"));
+        menu.setFixedSize(100, 80);
+        // The offscreen platform moves a new window once, by the frame that it gives it.
+        menu.winId();
+        menu.move(position);
+        menu.show();
+        return menu.pos();
+    };
+    // QRect's right and bottom belong to it.
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint begin = area.topLeft();
+    const QPoint end = area.bottomRight() - QPoint(100, 80);
+    QCOMPARE(shownAt(end), end);
+    QCOMPARE(shownAt(end + QPoint(1, 1)), end);
+    QCOMPARE(shownAt(end + QPoint(150, 130)), end);
+    QCOMPARE(shownAt(begin + QPoint(-1, 9)), begin + QPoint(0, 9));
+    QCOMPARE(shownAt(begin + QPoint(9, -300)), begin + QPoint(9, 0));
 }
 
 void SimpleWidgetsTest::labelHeight()
