@@ -26,9 +26,7 @@ struct Window : QWidget
         setFixedSize(displayscale::dpi() * 280 / 96, displayscale::dpi() * 260 / 96);
         parts.calendar->setSelectedDate(ninthOfMarch);
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            qFatal("The window does not become active");
-        }
+        QVERIFY(QTest::qWaitForWindowActive(this));
     }
 
     VantCalanderView* view;

@@ -24,9 +24,7 @@ struct Window : QWidget
         resize(500, 400);
         selector->setGeometry(20, 40, 200, 0);
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            qFatal("The window does not become active");
-        }
+        QVERIFY(QTest::qWaitForWindowActive(this));
         selector->setFocus();
     }
 

@@ -41,9 +41,7 @@ struct Window : QWidget
         button->setParent(this);
         pointer::moveAway();
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            qFatal("The window does not become active");
-        }
+        QVERIFY(QTest::qWaitForWindowActive(this));
     }
 
     QColor shown() const

@@ -48,9 +48,7 @@ struct Window : QWidget
         layout->addWidget(after);
         setViewWidth(width);
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            qFatal("The window does not become active");
-        }
+        QVERIFY(QTest::qWaitForWindowActive(this));
     }
 
     void setViewWidth(int width) const
