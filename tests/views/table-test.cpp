@@ -324,6 +324,7 @@ void TableTest::builtTwice()
 {
     auto widget = shown(mixed, 500);
     const QPointer<QTableWidget> table = widget->getTable();
+    const QPointer<QAbstractItemModel> titles = widget->getHeader()->model();
     table->setRowCount(1);
     widget->initailze();
     QCOMPARE(widget->getTable(), table.data());
@@ -334,6 +335,7 @@ void TableTest::builtTwice()
     QCOMPARE(misplaced(*widget), -1);
     widget.reset();
     QVERIFY(table.isNull());
+    QVERIFY(titles.isNull());
 }
 
 QTEST_MAIN(TableTest)
