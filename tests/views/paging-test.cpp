@@ -220,7 +220,8 @@ void PagingTest::actions()
         shown.bar.setPage(page);
         QCoreApplication::processEvents();
         QList<int> seen;
-        connect(&shown.bar, &VantPagingBar::sigPageChanged, [&] { seen << shown.model.nowPage(); });
+        connect(
+            &shown.bar, &VantPagingBar::sigPageChanged, &shown.bar, [&] { seen << shown.model.nowPage(); });
         if (*action == '\0') {
             shown.bar.reset();
         } else if (QAbstractButton* jump = shown.button(action)) {
