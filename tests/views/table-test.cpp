@@ -26,22 +26,16 @@ class TableTest : public GuardedTest
 
 private Q_SLOTS:
     void initTestCase();
-    void parts();
-    void modes();
-    void widths_data();
+    void look();
     void widths();
-    void resizeIsToldFirst();
     void staysAligned_data();
     void staysAligned();
     void drag_data();
     void drag();
-    void headerIsPaintedOverItsColumns_data();
-    void headerIsPaintedOverItsColumns();
     void wheelOverTheHeader();
     void hoveredRow();
     void goesFromUnderPointer();
     void verticalScrollBar();
-    void columnsAreFixedForLife();
     void builtTwice();
 };
 
@@ -74,48 +68,28 @@ std::unique_ptr<VantTableWidget> shown(const Columns& columns, int width, int ro
     return widget;
 }
 
-QScrollArea* headerAreaOf(const VantTableWidget& widget)
+/** The first column that the header does not show where the body has it, going by its sections and by the
+ * colours in a picture; -1 if there is none. */
+int misplaced(VantTableWidget& widget)
 {
-    return widget.findChild<QScrollArea*>();
-}
-
-/** The first column of which header and body differ, in words; empty if there is none. */
-QString misalignment(VantTableWidget& widget)
-{
-    QHeaderView* header = widget.getHeader();
-    ResizeSignalTableWidget* table = widget.getTable();
-    const auto left = [&widget](const QWidget* viewport, int position) {
-        return viewport->mapTo(&widget, QPoint(position, 0)).x();
+    const QHeaderView* header = widget.getHeader();
+    const ResizeSignalTableWidget* table = widget.getTable();
+    const QImage picture = widget.grab().toImage();
+    const auto differs = [&](int x, const QColor& color) {
+        const QPoint pixel = QPoint(x, 2) * displayscale::ratio();
+        return picture.valid(pixel) && picture.pixelColor(pixel) != color;
     };
     for (int i = 0; i < table->columnCount(); ++i) {
-        const int above = left(header->viewport(), header->sectionViewportPosition(i));
-        const int below = left(table->viewport(), table->columnViewportPosition(i));
-        if (above != below || header->sectionSize(i) != table->columnWidth(i)) {
-            return QStringLiteral("column %1: %2 wide at %3 above, %4 wide at %5 below")
-                .arg(i)
-                .arg(header->sectionSize(i))
-                .arg(above)
-                .arg(table->columnWidth(i))
-                .arg(below);
+        const int left = table->columnViewportPosition(i);
+        const int width = table->columnWidth(i);
+        const int above = header->sectionViewportPosition(i);
+        if (header->viewport()->mapTo(&widget, QPoint(above, 0)).x() != left
+            || header->sectionSize(i) != width
+            || (width >= scaled(20) && (differs(left, Qt::green) || differs(left + width - 1, Qt::red)))) {
+            return i;
         }
     }
-    return {};
-}
-
-void addColumnSets()
-{
-    QTest::addColumn<Columns>("columns");
-    QTest::newRow("none") << Columns();
-    QTest::newRow("mixed") << mixed;
-    QTest::newRow("bad") << Columns { { QString(), -50, false, 0.0 }, { QString(), -50, true, 0.5 },
-        { QString(), 0, true, -3.0 }, { QString(), 40, true, std::numeric_limits<double>::quiet_NaN() },
-        { QString(), 40, true, std::numeric_limits<double>::infinity() }, { QString(), 40, true, 1e300 },
-        { QString(), std::numeric_limits<int>::max(), false, 0.0 },
-        { QString(), std::numeric_limits<int>::max(), true, 0.1 },
-        { QString(), std::numeric_limits<int>::max(), false, 0.0 } };
-    Columns many(500, { QStringLiteral("Column"), 100, false, 0.0 });
-    many[250] = { QStringLiteral("Share"), 30, true, 0.5 };
-    QTest::newRow("500, wider than the header") << many;
+    return -1;
 }
 
 } // namespace
@@ -132,125 +106,66 @@ void TableTest::initTestCase()
         "==component.scrollbar==\nQScrollBar:vertical { width: 12px; }") });
 }
 
-void TableTest::parts()
+void TableTest::look()
 {
-    const auto widget = shown(mixed, 500);
-    QScrollArea* area = headerAreaOf(*widget);
+    const auto widget = shown(mixed, 500, 1);
+    const QScrollArea* area = widget->findChild<QScrollArea*>();
     QHeaderView* header = widget->getHeader();
-    QCOMPARE(widget->layout()->itemAt(0)->widget(), area);
-    QCOMPARE(widget->layout()->itemAt(1)->widget(), widget->getTable());
-    QCOMPARE(area->geometry(), QRect(0, 0, 500, scaled(30)));
-    QCOMPARE(widget->getTable()->geometry(), QRect(0, scaled(30), 500, 300 - scaled(30)));
-    QCOMPARE(area->widget(), header);
-    QCOMPARE(area->focusPolicy(), Qt::NoFocus);
-    QCOMPARE(header->focusPolicy(), Qt::NoFocus);
-    QVERIFY(!area->horizontalScrollBar()->isVisible() && !area->verticalScrollBar()->isVisible());
-    QCOMPARE(header->size(), QSize(scaled(20000), scaled(30)));
-    QCOMPARE(header->defaultAlignment(), Qt::AlignLeft | Qt::AlignVCenter);
-    QCOMPARE(header->styleSheet(), getStyleSheet("component.table_header", false));
-
     ResizeSignalTableWidget* table = widget->getTable();
+    QCOMPARE(table->geometry(), QRect(0, scaled(30), 500, 300 - scaled(30)));
+    QCOMPARE(table->rowHeight(0), scaled(28));
+    QCOMPARE(area->focusPolicy(), Qt::NoFocus);
     QCOMPARE(table->styleSheet(),
         getStyleSheet("component.table", false) + getStyleSheet("component.scrollbar", false));
-    QCOMPARE(table->selectionBehavior(), QAbstractItemView::SelectRows);
-    QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
-    QCOMPARE(table->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
-    QCOMPARE(table->horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
-    QVERIFY(table->horizontalHeader()->isHidden() && table->verticalHeader()->isHidden());
-    QVERIFY(!table->showGrid());
-    table->insertRow(0);
-    QCOMPARE(table->rowHeight(0), scaled(28));
-}
-
-void TableTest::modes()
-{
-    const auto widget = shown(mixed, 500);
-    const QHeaderView* header = widget->getHeader();
-    QCOMPARE(header->count(), 5);
-    QCOMPARE(widget->getTable()->columnCount(), 4);
+    QCOMPARE(header->sectionSize(4), scaled(12));
     for (int i = 0; i < mixed.size(); ++i) {
         const auto mode = mixed[i].resizable ? QHeaderView::Interactive : QHeaderView::Fixed;
-        QCOMPARE(header->sectionResizeMode(i), mode);
-        QCOMPARE(widget->getTable()->horizontalHeader()->sectionResizeMode(i), mode);
+        QCOMPARE(table->horizontalHeader()->sectionResizeMode(i), mode);
         // The body's own header is hidden, but it is the one that a screen reader knows.
-        QCOMPARE(header->model()->headerData(i, Qt::Horizontal).toString(), mixed[i].title);
-        QCOMPARE(widget->getTable()->model()->headerData(i, Qt::Horizontal).toString(), mixed[i].title);
+        for (const QAbstractItemModel* model : { header->model(), table->model() }) {
+            QCOMPARE(model->headerData(i, Qt::Horizontal).toString(), mixed[i].title);
+        }
     }
-    QCOMPARE(header->model()->headerData(4, Qt::Horizontal).toString(), QString());
-    QCOMPARE(header->sectionResizeMode(4), QHeaderView::Fixed);
-    QCOMPARE(header->sectionSize(4), scaled(12));
-
-    VantTableColumnsInfo info;
-    QCOMPARE(info.addColumn(QString(), 10, false, 0.0), 0);
-    QCOMPARE(info.addColumn(QString(), 10, false, 0.0), 1);
-    QCOMPARE(info.addColumn(QString(), 10, false, 0.0), 2);
-}
-
-void TableTest::widths_data()
-{
-    using Widths = QVector<int>;
-    QTest::addColumn<Columns>("columns");
-    QTest::addColumn<int>("bodyWidth");
-    QTest::addColumn<Widths>("expected");
-    const auto row = [](const char* name, int width, const Columns& columns, const Widths& expected) {
-        QTest::newRow(name) << columns << width << expected;
-    };
-    const QString none;
-    const Columns halves { { none, 100, true, 0.5 }, { none, 100, true, 0.5 }, { none, 100, false, 0.0 } };
-    const int hundred = scaled(100);
-    row("halves", scaled(500), halves, { scaled(200), scaled(200), hundred });
-    row("at their least", scaled(250), halves, { hundred, hundred, hundred });
-    row("narrower than the fixed ones", scaled(50), halves, { hundred, hundred, hundred });
-    row("fixed in spite of a ratio", 600, { { none, 100, false, 0.5 } }, { hundred });
-    row("dragged only by the user", 600, { { none, 100, true, 0.0 } }, { hundred });
-    row("more than all", 600, { { none, 10, true, 2.0 } }, { 1200 });
-    // Two times 33 are 82.5 pixels at 120 DPI; cut one by one they would be 82.
-    row("sum cut once", 500, { { none, 33, false, 0 }, { none, 33, false, 0 }, { none, 1, true, 1.0 } },
-        { scaled(33), scaled(33), displayscale::pick(434, 417, 401, 368) });
-    row("shares cut", 499, { { none, 101, true, 0.3 }, { none, 50, true, 0.69 }, { none, 33, false, 0 } },
-        { displayscale::pick(139, 137, 151, 202), displayscale::pick(321, 315, 309, 298), scaled(33) });
-    row("no number", 500, { { none, 40, true, std::numeric_limits<double>::quiet_NaN() } }, { scaled(40) });
 }
 
 void TableTest::widths()
 {
-    QFETCH(Columns, columns);
-    QFETCH(int, bodyWidth);
-    const auto widget = std::make_unique<VantTableWidget>(columnsInfo(columns));
-    for (int i = 0; i < columns.size(); ++i) {
-        QCOMPARE(widget->getHeader()->sectionSize(i), scaled(columns[i].width));
-    }
-    widget->resize(bodyWidth + scaled(12), 300); // with the vertical scroll bar
-    widget->show();
-    QVector<int> sizes;
-    for (int i = 0; i < columns.size(); ++i) {
-        sizes << widget->getTable()->columnWidth(i);
-    }
-    QTEST(sizes, "expected");
-    QCOMPARE(misalignment(*widget), QString());
-}
-
-void TableTest::resizeIsToldFirst()
-{
-    const auto widget = shown(mixed, 500);
-    ResizeSignalTableWidget* table = widget->getTable();
-    QSize told;
-    int range = -1;
-    const auto note = [&](QSize size) {
-        told = size;
-        range = range < 0 ? table->horizontalScrollBar()->maximum() : range;
+    using Widths = QVector<int>;
+    // With a body so wide, beside the vertical scroll bar.
+    const auto widths = [](int bodyWidth, const Columns& columns) {
+        const auto widget = shown(columns, bodyWidth + scaled(12));
+        Widths sizes;
+        for (int i = 0; i < columns.size(); ++i) {
+            sizes << widget->getTable()->columnWidth(i);
+        }
+        return sizes;
     };
-    connect(table, &ResizeSignalTableWidget::sigResized, this, note);
-    const int before = table->horizontalScrollBar()->maximum();
-    widget->resize(scaled(200), 280);
-    QCOMPARE(told.width(), scaled(200 - 12));
-    QCOMPARE(range, before);
-    QTRY_VERIFY(table->horizontalScrollBar()->maximum() > before);
+    const QString none;
+    const int hundred = scaled(100);
+    const Columns halves { { none, 100, true, 0.5 }, { none, 100, true, 0.5 }, { none, 100, false, 0.5 } };
+    QCOMPARE(widths(scaled(500), halves), Widths({ scaled(200), scaled(200), hundred }));
+    QCOMPARE(widths(scaled(50), halves), Widths({ hundred, hundred, hundred }));
+    // Two times 33 are 82.5 pixels at 120 DPI; cut one by one they would be 82.
+    QCOMPARE(widths(500, { { none, 33, false, 0 }, { none, 33, false, 0 }, { none, 1, true, 1.0 } }),
+        Widths({ scaled(33), scaled(33), displayscale::pick(434, 417, 401, 368) }));
+    QCOMPARE(widths(499, { { none, 101, true, 0.3 }, { none, 50, true, 0.69 }, { none, 33, false, 0 } }),
+        Widths(
+            { displayscale::pick(139, 137, 151, 202), displayscale::pick(321, 315, 309, 298), scaled(33) }));
 }
 
 void TableTest::staysAligned_data()
 {
-    addColumnSets();
+    const int most = std::numeric_limits<int>::max();
+    const QString none;
+    QTest::addColumn<Columns>("columns");
+    QTest::newRow("none") << Columns();
+    QTest::newRow("mixed") << mixed;
+    QTest::newRow("bad") << Columns { { none, -50, false, 0.0 }, { none, -50, true, 0.5 },
+        { none, 0, true, -3.0 }, { none, 40, true, std::numeric_limits<double>::quiet_NaN() },
+        { none, 40, true, 1e300 }, { none, most, false, 0.0 }, { none, most, true, 0.1 } };
+    Columns many(500, { QStringLiteral("Column"), 100, false, 0.0 });
+    many[250] = { QStringLiteral("Share"), 30, true, 0.5 };
+    QTest::newRow("500, wider than the header") << many;
 }
 
 void TableTest::staysAligned()
@@ -258,17 +173,15 @@ void TableTest::staysAligned()
     QFETCH(Columns, columns);
     const auto widget = shown(columns, 640);
     QScrollBar* bar = widget->getTable()->horizontalScrollBar();
-    const QScrollBar* above = headerAreaOf(*widget)->horizontalScrollBar();
-    for (int rows : { 0, 100, 3 }) {
+    for (int rows : { 0, 100 }) {
         widget->getTable()->setRowCount(rows);
-        for (int width : { 640, 333, 1200, 411 }) {
+        for (int width : { 333, 1200, 640 }) {
             widget->resize(width, 300);
             QCoreApplication::processEvents();
-            QCOMPARE(misalignment(*widget), QString());
-            for (int part : { 4, 1, 2, 4, 3 }) {
+            QCOMPARE(misplaced(*widget), -1);
+            for (int part : { 4, 0, 2 }) {
                 bar->setValue(static_cast<int>(qint64(bar->maximum()) * part / 4));
-                QCOMPARE(misalignment(*widget), QString());
-                QCOMPARE(above->value(), qMin(bar->value(), above->maximum()));
+                QCOMPARE(misplaced(*widget), -1);
             }
         }
     }
@@ -281,7 +194,6 @@ void TableTest::drag_data()
     QTest::addColumn<bool>("moves");
     QTest::newRow("share column") << 0 << 30 << true;
     QTest::newRow("far below the least") << 0 << -400 << true;
-    QTest::newRow("fixed") << 1 << 30 << false;
     QTest::newRow("fixed, but for the user") << 2 << -25 << true;
     QTest::newRow("filler") << 4 << -5 << false;
 }
@@ -301,7 +213,7 @@ void TableTest::drag()
         const QPointF to = grip + QPoint(by * step / 5, 0);
         QMouseEvent move(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(header->viewport(), &move);
-        QCOMPARE(misalignment(*widget), QString());
+        QCOMPARE(misplaced(*widget), -1);
     }
     QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, grip + QPoint(by, 0));
     QCOMPARE(header->sectionSize(section) != before, moves);
@@ -313,36 +225,7 @@ void TableTest::drag()
     widget->resize(widget->width() - 1, 300);
     QTRY_COMPARE(header->sectionSize(section), section == 0 ? before : dragged);
     QCOMPARE(header->sectionSize(3), other);
-    QCOMPARE(misalignment(*widget), QString());
-}
-
-void TableTest::headerIsPaintedOverItsColumns_data()
-{
-    addColumnSets();
-}
-
-void TableTest::headerIsPaintedOverItsColumns()
-{
-    QFETCH(Columns, columns);
-    const auto widget = shown(columns, 640, 100);
-    ResizeSignalTableWidget* table = widget->getTable();
-    for (int part : { 0, 1, 2 }) {
-        QScrollBar* bar = table->horizontalScrollBar();
-        bar->setValue(static_cast<int>(qint64(bar->maximum()) * part / 2));
-        const QImage picture = widget->grab().toImage();
-        const int ratio = qRound(picture.devicePixelRatio());
-        QCOMPARE(ratio, displayscale::ratio());
-        const auto colorAt = [&](int x) { return picture.pixelColor(x * ratio, 2 * ratio); };
-        for (int i = 0; i < table->columnCount(); ++i) {
-            const int left = table->columnViewportPosition(i);
-            const int end = left + table->columnWidth(i);
-            if (table->columnWidth(i) < scaled(20) || end <= 0 || left >= 640) {
-                continue;
-            }
-            QVERIFY2(end > 640 || colorAt(end - 1) == QColor(Qt::red), qPrintable(QString::number(i)));
-            QVERIFY2(left < 0 || colorAt(left) == QColor(Qt::green), qPrintable(QString::number(i)));
-        }
-    }
+    QCOMPARE(misplaced(*widget), -1);
 }
 
 void TableTest::wheelOverTheHeader()
@@ -357,14 +240,11 @@ void TableTest::wheelOverTheHeader()
         QSpontaneKeyEvent::setSpontaneous(&event); // others are not handed on to parents
         qApp->notify(over, &event);
     };
-    turn(QPoint(-120, 0));
-    QVERIFY(bar->value() > 0);
-    QCOMPARE(misalignment(*widget), QString());
     for (int i = 0; i < 50; ++i) {
         turn(QPoint(-120, 0));
     }
     QCOMPARE(bar->value(), bar->maximum());
-    QCOMPARE(misalignment(*widget), QString());
+    QCOMPARE(misplaced(*widget), -1);
     turn(QPoint(0, -120));
     QVERIFY(widget->getTable()->verticalScrollBar()->value() > 0);
 }
@@ -435,24 +315,9 @@ void TableTest::verticalScrollBar()
     QCOMPARE(table->viewport()->width(), room);
     table->setRowCount(1);
     QTRY_VERIFY(table->verticalScrollBar()->isHidden());
-    QCOMPARE(table->viewport()->width(), room);
-    QCOMPARE(table->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
     // The least is not looked at.
     table->verticalScrollBar()->setRange(-5, 0);
     QVERIFY(table->verticalScrollBar()->isHidden());
-    table->verticalScrollBar()->setRange(-5, -2);
-    QVERIFY(table->verticalScrollBar()->isVisible());
-}
-
-void TableTest::columnsAreFixedForLife()
-{
-    VantTableColumnsInfo info = columnsInfo(mixed);
-    VantTableWidget widget(info);
-    info.addColumn(QStringLiteral("Late"), 50, true, 0.5);
-    widget.resize(scaled(640), 300);
-    widget.show();
-    QCOMPARE(widget.getTable()->columnCount(), 4);
-    QCOMPARE(widget.getHeader()->count(), 5);
 }
 
 void TableTest::builtTwice()
@@ -461,15 +326,13 @@ void TableTest::builtTwice()
     const QPointer<QTableWidget> table = widget->getTable();
     const QPointer<QAbstractItemModel> titles = widget->getHeader()->model();
     table->setRowCount(1);
-    table->setItem(0, 0, new QTableWidgetItem(QStringLiteral("kept")));
     widget->initailze();
     QCOMPARE(widget->getTable(), table.data());
-    QCOMPARE(table->item(0, 0)->text(), QStringLiteral("kept"));
+    QCOMPARE(table->rowCount(), 1);
     QSignalSpy resized(widget->getTable(), &ResizeSignalTableWidget::sigResized);
     widget->resize(300, 300);
     QVERIFY(resized.count() > 0);
-    QCOMPARE(misalignment(*widget), QString());
-
+    QCOMPARE(misplaced(*widget), -1);
     widget.reset();
     QVERIFY(table.isNull());
     QVERIFY(titles.isNull());

@@ -14,8 +14,6 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
-#include <memory>
-
 class PathBarTest : public GuardedTest
 {
     Q_OBJECT
@@ -26,12 +24,9 @@ private Q_SLOTS:
     void row();
     void hiddenFolders_data();
     void hiddenFolders();
-    void endOfOneLongName();
-    void clicks_data();
     void clicks();
     void clickInsideClick();
-    void keyboard();
-    void focusStaysInRow();
+    void focus();
     void changesUnderOpenMenu();
 };
 
@@ -48,32 +43,21 @@ struct Window : QWidget
     explicit Window(int width = 400)
     {
         auto* layout = new QVBoxLayout(this);
-        for (QWidget* widget : std::initializer_list<QWidget*> { before, bar, after }) {
-            layout->addWidget(widget);
-        }
+        layout->addWidget(before);
+        layout->addWidget(bar);
+        layout->addWidget(after);
         setViewWidth(width);
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            qFatal("The window does not become active");
-        }
+        QVERIFY(QTest::qWaitForWindowActive(this));
     }
 
     void setViewWidth(int width) const
     {
         bar->setFixedWidth(width + 2 * bar->frameWidth());
-        bar->parentWidget()->layout()->activate();
+        layout()->activate();
     }
 
     QPushButton* button(int column) const { return qobject_cast<QPushButton*>(bar->cellWidget(0, column)); }
-
-    QList<QPushButton*> cellWidgets() const
-    {
-        QList<QPushButton*> widgets;
-        for (int column = 0; column < bar->columnCount(); ++column) {
-            widgets << button(column);
-        }
-        return widgets;
-    }
 
     QToolButton* folderButton() const { return bar->findChild<QToolButton*>(); }
 
@@ -112,27 +96,20 @@ void runLoop(const std::function<void()>& deed)
 {
     QEventLoop loop;
     QTimer::singleShot(0, &loop, deed);
-    QTimer::singleShot(20, &loop, [&loop] { loop.quit(); });
+    QTimer::singleShot(20, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
 const QString fiveNames = QStringLiteral("hidden folder/hidden too/partly/visible name/last");
+const QString threeNames = QStringLiteral("first folder/second folder/third folder");
 
 /** The row of the five names, of which the first two are hidden and the third partly. */
 void showEndOf(const Window& window)
 {
     window.bar->refresh(fiveNames);
-    int width = -10;
-    for (int column = 4; column < window.bar->columnCount(); ++column) {
-        width += window.bar->columnWidth(column);
-    }
-    window.setViewWidth(width);
+    window.setViewWidth(window.bar->columnViewportPosition(8) + window.bar->columnWidth(8)
+        - window.bar->columnViewportPosition(4) - 10);
     window.bar->refresh(fiveNames);
-}
-
-void add(const char* name, const QString& path, const QString& told)
-{
-    QTest::newRow(name) << path << told;
 }
 
 } // namespace
@@ -140,35 +117,31 @@ void add(const char* name, const QString& path, const QString& told)
 void PathBarTest::initTestCase()
 {
     const ThemeFolder theme;
-    theme.writeImage(QStringLiteral("folder"), { 80, 80 });
-    theme.writeImage(QStringLiteral("bt_next"), { 32, 32 });
+    for (const char* image : { "folder", "bt_next" }) {
+        theme.writeImage(QLatin1String(image), { 32, 32 });
+    }
     theme.writeList({ QStringLiteral("folder"), QStringLiteral("bt_next") });
     theme.initializeImages(ImageManager::EagerLoad);
-    StyleManager::getInstance().initialize({ theme.write(QStringLiteral("a.style"),
-        "==component.button_path==\nQTableView { border: 1px solid black }\n"
-        "==component.button_path_name_button==\nQPushButton { border: none }\n"
-        "==component.button_path_arrow==\nQPushButton { border: none }\n"
-        "==component.button_path_change_folder_btn==\nQToolButton { border: none }\n"
-        "==component.menu==\nQMenu { color: black }\n") });
+    QByteArray templates;
+    for (const char* key : { "button_path", "button_path_name_button", "button_path_arrow",
+             "button_path_change_folder_btn", "menu" }) {
+        templates += QByteArray("==component.") + key + "==\nQWidget { border: none }\n";
+    }
+    StyleManager::getInstance().initialize({ theme.write(QStringLiteral("a.style"), templates) });
 }
 
 void PathBarTest::row_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("told");
-
-    add("empty", QString(), QString());
-    add("separators", QStringLiteral("////"), QString());
-    add("separators around", QStringLiteral("/a//b/"), QStringLiteral("a/b"));
-    add("plain", QStringLiteral("a/b"), QStringLiteral("a/b"));
-    for (const char* name : { "R&D", "&", "A&&B", "&&&", "a b/ ", " a", "\xF0\x9F\x93\x81/\xC3\xA9",
-             "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D/b" }) {
-        add(name, QString::fromUtf8(name), QString::fromUtf8(name));
-    }
     const QString deep = QStringLiteral("part/").repeated(300);
-    add("300 parts", deep, deep.chopped(1));
-    const QString longName(20000, QLatin1Char('m'));
-    add("20,000 characters", QStringLiteral("/a/") + longName, QStringLiteral("a/") + longName);
+    const QString longName(100000, QLatin1Char('m'));
+    QTest::newRow("separators") << QStringLiteral("////") << QString();
+    QTest::newRow("separators around") << QStringLiteral("/a//b/") << QStringLiteral("a/b");
+    QTest::newRow("ampersands") << QStringLiteral("R&D/A&&B/&&&/ a b") << QStringLiteral("R&D/A&&B/&&&/ a b");
+    QTest::newRow("300 parts") << deep << deep.chopped(1);
+    QTest::newRow("wider than a column can be")
+        << QString(QStringLiteral("/a/") + longName) << QString(QStringLiteral("a/") + longName);
 }
 
 void PathBarTest::row()
@@ -178,11 +151,10 @@ void PathBarTest::row()
 
     const Window window;
     QSignalSpy spy(window.bar, &VantButtonPath::sigUpdatePath);
-    window.bar->slotUpdatePath(QStringLiteral("another/path/to/begin/with"));
-    window.bar->slotUpdatePath(path);
+    window.bar->refresh(QStringLiteral("another/path/to/begin/with"));
+    window.bar->refresh(path);
     const QStringList names = told.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     QCOMPARE(window.bar->columnCount(), qMax(0, 2 * names.size() - 1));
-    QCOMPARE(window.bar->getPath(-1), QString());
     QCOMPARE(window.bar->height(), designSize(28));
     int rowWidth = 0;
     for (int i = 0; i < names.size(); ++i) {
@@ -205,11 +177,6 @@ void PathBarTest::row()
     }
     QCOMPARE(window.folderButton()->isVisible(), rowWidth > 400);
     QCOMPARE(spy.count(), 0);
-
-    if (!names.isEmpty()) {
-        QTest::mouseClick(window.button(window.bar->columnCount() - 1), Qt::LeftButton);
-        QCOMPARE(spy.takeFirst(), QVariantList { told });
-    }
 }
 
 void PathBarTest::hiddenFolders_data()
@@ -218,12 +185,8 @@ void PathBarTest::hiddenFolders_data()
     QTest::addColumn<int>("steps");
     QTest::addColumn<int>("pixels");
     QTest::addColumn<int>("listed");
-
-    QTest::newRow("wider than the row") << 0 << -1 << 0;
     QTest::newRow("exactly fits") << 0 << 0 << 0;
     QTest::newRow("one pixel short") << 0 << 1 << 1;
-    QTest::newRow("second begins") << 1 << 0 << 2;
-    QTest::newRow("second partly hidden") << 1 << 1 << 2;
     QTest::newRow("first hidden, arrow not") << 1 << -designSize(6) << 2;
     QTest::newRow("last pixel of first not hidden") << 1 << -designSize(6) - 1 << 1;
     QTest::newRow("last one alone") << 4 << 10 << 5;
@@ -234,27 +197,26 @@ void PathBarTest::hiddenFolders()
     QFETCH(int, steps);
     QFETCH(int, pixels);
     QFETCH(int, listed);
-
-    const QStringList names { QStringLiteral("R&D 1"), QStringLiteral("R&D 2"), QStringLiteral("R&D 3"),
-        QStringLiteral("R&D 4"), QStringLiteral("R&D 5") };
-    const QString path = names.join(QLatin1Char('/'));
     const Window window;
+    window.bar->refresh(QString(500, QLatin1Char('w')));
+    QCOMPARE(window.bar->horizontalScrollBar()->value(), window.bar->columnWidth(0) - 400); // at once
+    QStringList names;
+    QStringList texts;
+    for (int number = 1; number <= 5; ++number) {
+        names << QStringLiteral("R&D %1").arg(number);
+        texts << QStringLiteral("R&&D %1").arg(number);
+    }
+    const QString path = names.join(QLatin1Char('/'));
     window.bar->refresh(path);
     const int step = window.bar->columnWidth(0) + designSize(6);
-    const int viewWidth = names.size() * step - designSize(6) - steps * step - pixels;
-    window.setViewWidth(viewWidth);
+    const int hidden = steps * step + pixels;
+    window.setViewWidth(names.size() * step - designSize(6) - hidden);
     window.bar->refresh(path);
-
+    QCOMPARE(window.bar->horizontalScrollBar()->value(), hidden);
     QCOMPARE(window.folderButton()->isVisible(), listed > 0);
-    QCOMPARE(window.menuTexts(),
-        QStringList(names.mid(0, listed)).replaceInStrings(QStringLiteral("&"), QStringLiteral("&&")));
+    QCOMPARE(window.menuTexts(), QStringList(texts.mid(0, listed)));
     QCOMPARE(window.folderButton()->geometry(),
         QRect(designSize(1), designSize(1), designSize(26), designSize(26)));
-    const QPushButton* last = window.button(8);
-    QTRY_COMPARE(last->geometry().right(), qMin(viewWidth, last->geometry().right() + 1) - 1);
-    if (listed > 0) {
-        QCOMPARE(last->geometry().right() + 1, viewWidth);
-    }
 
     QSignalSpy spy(window.bar, &VantButtonPath::sigUpdatePath);
     for (int index = 0; index < listed; ++index) {
@@ -272,85 +234,46 @@ void PathBarTest::hiddenFolders()
     QCOMPARE(window.menuTexts(), QStringList());
 }
 
-void PathBarTest::endOfOneLongName()
-{
-    const Window window;
-    window.bar->refresh(QString(500, QLatin1Char('w')));
-    QCOMPARE(window.bar->horizontalScrollBar()->value(), window.bar->columnWidth(0) - 400);
-    QTRY_COMPARE(window.button(0)->geometry().right() + 1, 400);
-}
-
-void PathBarTest::clicks_data()
-{
-    QTest::addColumn<bool>("fromMenu");
-    QTest::addColumn<bool>("inLoop");
-    QTest::addColumn<bool>("deletesBar");
-
-    for (const bool fromMenu : { false, true }) {
-        for (const bool inLoop : { false, true }) {
-            for (const bool deletesBar : { false, true }) {
-                QTest::addRow("%s, %s %s", fromMenu ? "menu" : "button", deletesBar ? "delete" : "refresh",
-                    inLoop ? "in a loop" : "at once")
-                    << fromMenu << inLoop << deletesBar;
-            }
-        }
-    }
-}
-
 // What an application does in its slot: the widgets of the row go at once, but for what was clicked.
 void PathBarTest::clicks()
 {
-    QFETCH(bool, fromMenu);
-    QFETCH(bool, inLoop);
-    QFETCH(bool, deletesBar);
-
-    const Window window(150);
-    window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
-    QList<QPointer<QObject>> others { window.button(0), window.button(1), window.button(3),
-        window.folderButton()->menu()->actions().at(0) };
-    const QPointer<QPushButton> button = window.button(2);
-    const QPointer<QAction> action = window.folderButton()->menu()->actions().at(1);
-    QObject* clicked = fromMenu ? static_cast<QObject*>(action) : button;
-    const QPointer<QObject> kept = clicked;
-
-    QStringList told;
-    bool keptInSlot = false;
-    bool othersGone = false;
-    bool hiddenInSlot = false;
-    connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
-        told << path;
-        const auto deed = [&] {
-            if (deletesBar) {
-                delete window.bar;
+    for (const bool fromMenu : { false, true }) {
+        for (const bool deletesBar : { false, true }) {
+            const Window window(150);
+            window.bar->refresh(threeNames);
+            const QList<QAction*> actions = window.folderButton()->menu()->actions();
+            const QList<QPointer<QObject>> others { window.button(0), window.button(1), actions.at(0) };
+            const QPointer<QPushButton> button = window.button(2);
+            const QPointer<QObject> clicked = fromMenu ? QPointer<QObject>(actions.at(1)) : button.data();
+            QStringList told;
+            bool keptInSlot = false;
+            connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
+                told << path;
+                runLoop([&] {
+                    if (deletesBar) {
+                        delete window.bar;
+                    } else {
+                        window.bar->refresh(path);
+                        QCOMPARE(others.count(nullptr), others.size());
+                    }
+                });
+                keptInSlot = clicked && (fromMenu || button->isHidden());
+            });
+            if (fromMenu) {
+                chooseFromMenu(window.folderButton(), 1);
             } else {
-                window.bar->refresh(path);
-                othersGone = std::none_of(others.begin(), others.end(), [](auto& other) { return other; });
+                QTest::mouseClick(button, Qt::LeftButton);
             }
-        };
-        if (inLoop) {
-            runLoop(deed);
-        } else {
-            deed();
-        }
-        keptInSlot = !kept.isNull();
-        hiddenInSlot = fromMenu || (button && button->isHidden());
-    });
-    if (fromMenu) {
-        chooseFromMenu(window.folderButton(), 1);
-    } else {
-        QTest::mouseClick(window.button(2), Qt::LeftButton);
-    }
 
-    QCOMPARE(told, QStringList(QStringLiteral("first folder/second folder")));
-    QVERIFY(keptInSlot);
-    QVERIFY(hiddenInSlot);
-    QTRY_VERIFY(!kept);
-    if (!deletesBar) {
-        QVERIFY(othersGone);
-        QCOMPARE(window.bar->columnCount(), 3);
-        QCOMPARE(window.bar->findChildren<QPushButton*>().size(), 3);
-        QTest::mouseClick(window.button(2), Qt::LeftButton);
-        QCOMPARE(told.size(), 2);
+            QCOMPARE(told, QStringList(QStringLiteral("first folder/second folder")));
+            QVERIFY(keptInSlot);
+            QTRY_VERIFY(!clicked);
+            if (!deletesBar) {
+                QCOMPARE(window.bar->findChildren<QPushButton*>().size(), 3);
+                QTest::mouseClick(window.button(2), Qt::LeftButton);
+                QCOMPARE(told.size(), 2);
+            }
+        }
     }
 }
 
@@ -358,8 +281,8 @@ void PathBarTest::clicks()
 void PathBarTest::clickInsideClick()
 {
     const Window window(150);
-    window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
-    QList<QPointer<QPushButton>> clicked;
+    window.bar->refresh(threeNames);
+    QList<QPointer<QPushButton>> clicked { window.button(2) };
     int depth = 0;
     connect(window.bar, &VantButtonPath::sigUpdatePath, this, [&](const QString& path) {
         const int level = ++depth;
@@ -374,53 +297,36 @@ void PathBarTest::clickInsideClick()
         });
         QVERIFY(clicked.at(level - 1));
     });
-    clicked << window.button(2);
     window.button(2)->click();
     QCOMPARE(depth, 3);
-    QVERIFY(!window.bar);
-    QCOMPARE(clicked.size(), 3);
     for (const QPointer<QPushButton>& button : clicked) {
         QTRY_VERIFY(!button);
     }
 }
 
-void PathBarTest::keyboard()
-{
-    const Window window;
-    showEndOf(window);
-    QVERIFY(window.folderButton()->isVisible());
-    window.before->setFocus();
-    QList<QWidget*> visited;
-    for (int count = 0; count < 10 && QApplication::focusWidget() != window.after; ++count) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        visited << QApplication::focusWidget();
-    }
-    QCOMPARE(visited,
-        (QList<QWidget*> {
-            window.folderButton(), window.button(4), window.button(6), window.button(8), window.after }));
-    QTest::keyClick(window.after, Qt::Key_Backtab);
-    QCOMPARE(QApplication::focusWidget(), window.button(8));
-    QTest::keyClick(window.button(8), Qt::Key_Left);
-    QCOMPARE(QApplication::focusWidget(), window.button(6));
-
-    QSignalSpy spy(window.bar, &VantButtonPath::sigUpdatePath);
-    for (const Qt::Key key : { Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter }) {
-        QTest::keyClick(window.button(6), key);
-        QCOMPARE(
-            spy.takeFirst(), QVariantList { QStringLiteral("hidden folder/hidden too/partly/visible name") });
-    }
-}
-
-void PathBarTest::focusStaysInRow()
+void PathBarTest::focus()
 {
     const Window window;
     connect(window.bar, SIGNAL(sigUpdatePath(QString)), window.bar, SLOT(slotUpdatePath(QString)));
-    QSignalSpy lost(window.before, &QLineEdit::editingFinished);
     showEndOf(window);
-    window.button(6)->setFocus();
-    QTest::keyClick(window.button(6), Qt::Key_Space);
-    QCOMPARE(window.bar->columnCount(), 7);
+    window.before->setFocus();
+    for (QWidget* stop : QWidgetList {
+             window.folderButton(), window.button(4), window.button(6), window.button(8), window.after }) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        QCOMPARE(window.focusWidget(), stop);
+    }
+    QTest::keyClick(window.after, Qt::Key_Backtab);
+    QCOMPARE(window.focusWidget(), window.button(8));
+    QTest::keyClick(window.button(8), Qt::Key_Left);
     QCOMPARE(window.focusWidget(), window.button(6));
+
+    // A row that is built anew keeps it, and it visits no other widget on its way.
+    QSignalSpy lost(window.before, &QLineEdit::editingFinished);
+    for (const Qt::Key key : { Qt::Key_Return, Qt::Key_Space }) {
+        QTest::keyClick(window.button(6), key);
+        QCOMPARE(window.bar->columnCount(), 7);
+        QCOMPARE(window.focusWidget(), window.button(6));
+    }
     chooseFromMenu(window.folderButton(), 1);
     QCOMPARE(window.bar->columnCount(), 3);
     QCOMPARE(window.focusWidget(), window.button(2));
@@ -442,19 +348,19 @@ void PathBarTest::changesUnderOpenMenu()
 {
     const Window window(150);
     for (const bool deletesBar : { false, true }) {
-        window.bar->refresh(QStringLiteral("first folder/second folder/third folder"));
+        window.bar->refresh(threeNames);
         QTimer::singleShot(0, this, [&] {
             QVERIFY(QApplication::activePopupWidget());
             if (deletesBar) {
                 delete window.bar;
             } else {
-                window.bar->refresh(QStringLiteral("a"));
+                window.bar->refresh(QString());
             }
             QVERIFY(!QApplication::activePopupWidget());
         });
         QTest::keyClick(window.folderButton(), Qt::Key_Space);
-        QVERIFY(deletesBar ? !window.bar : window.folderButton()->isHidden());
     }
+    QVERIFY(!window.bar);
 }
 
 QTEST_MAIN(PathBarTest)
