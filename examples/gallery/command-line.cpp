@@ -4,6 +4,8 @@
 #include "pages.h"
 #include "theme.h"
 
+#include <vantkit-qt/utils/vant-locale.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -107,7 +109,8 @@ Options Reader::options() const
 {
     Options options;
     options.page = m_parser.value(m_page);
-    options.language = m_parser.isSet(m_language) ? m_parser.value(m_language) : systemLanguage();
+    options.language = m_parser.isSet(m_language) ? m_parser.value(m_language)
+                                                  : VantLocale::getInstance().getDefaultLanguage();
     options.themeFolder = m_parser.isSet(m_theme) ? m_parser.value(m_theme) : defaultThemeFolder();
     options.screenshotsFolder = m_parser.value(m_screenshots);
     options.startupTimes = m_parser.isSet(m_startupTimes);

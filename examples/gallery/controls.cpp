@@ -48,7 +48,7 @@ QFrame* styledFrame(const char* name, const char* key)
 VantButton* button(const QString& text, int kind)
 {
     auto* button = new VantButton(text, kind);
-    button->setMinimumWidth(px(80));
+    button->setMinimumWidth(qMax(px(80), button->sizeHint().width()));
     return button;
 }
 

@@ -1,6 +1,7 @@
 #include "gallery-window.h"
 
 #include "controls.h"
+#include "help.h"
 #include "languages.h"
 #include "page.h"
 #include "texts.h"
@@ -13,8 +14,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
+#include <QStyle>
 #include <QThread>
 #include <QVBoxLayout>
 
@@ -38,6 +42,25 @@ void closePopups()
         }
     }
 }
+
+/** One line of text, cut short with an ellipsis where it does not fit. */
+class ShortenedLabel : public QLabel
+{
+public:
+    ShortenedLabel()
+    {
+        setTextFormat(Qt::PlainText);
+        setMinimumWidth(1);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+        QPainter painter(this);
+        style()->drawItemText(&painter, rect(), alignment(), palette(), isEnabled(), shown, foregroundRole());
+    }
+};
 
 // A box that waits for its answer does not come out of its icon along with the window that it blocks.
 void showBox()
@@ -70,6 +93,9 @@ GalleryWindow::GalleryWindow(const QString& page, const QString& language)
     layout->setContentsMargins(0, 0, 0, 0);
     build();
     m_navigation->setFocus();
+
+    auto* help = new QShortcut(QKeySequence::HelpContents, this); // a child of the window
+    connect(help, &QShortcut::activated, this, &GalleryWindow::openHelp);
 
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
         &GalleryWindow::openWantedPage);
@@ -193,8 +219,11 @@ QWidget* GalleryWindow::pageArea()
 
 QWidget* GalleryWindow::footbar()
 {
-    m_report = styledLabel({}, "gallery.caption");
-    m_report->setTextFormat(Qt::PlainText);
+    m_report = new ShortenedLabel;
+    m_report->setStyleSheet(getStyleSheet("gallery.caption"));
+    m_helpButton = button(text("window.help"), 1);
+    m_helpButton->setToolTip(QKeySequence(QKeySequence::HelpContents).toString(QKeySequence::NativeText));
+    connect(m_helpButton, &QPushButton::clicked, this, &GalleryWindow::openHelp);
     m_startAgain = button(text("window.start_again"), 1);
     connect(m_startAgain, &QPushButton::clicked, this, &GalleryWindow::openPage);
     m_close = button(text("window.close"), 0);
@@ -202,6 +231,7 @@ QWidget* GalleryWindow::footbar()
 
     auto* bar = new VantFootbar;
     bar->pushLeftWidget(m_report);
+    bar->pushRightWidget(m_helpButton);
     bar->pushRightWidget(m_startAgain);
     bar->pushRightWidget(m_close);
     bar->init();
@@ -252,8 +282,17 @@ void GalleryWindow::openPage()
     while (last->focusPolicy() == Qt::NoFocus) {
         last = last->previousInFocusChain(); // Qt puts nothing behind it
     }
-    setTabOrder(last, m_startAgain);
+    setTabOrder(last, m_helpButton);
+    setTabOrder(m_helpButton, m_startAgain);
     setTabOrder(m_startAgain, m_close);
+}
+
+void GalleryWindow::openHelp()
+{
+    if (!m_help || !m_help->isVisible()) {
+        m_help = new Help(pages().at(m_index).name, m_language, this); // goes when it is closed
+        m_help->show();
+    }
 }
 
 void GalleryWindow::takeUpSecondStart(const QString& page)
@@ -275,6 +314,7 @@ void GalleryWindow::openWantedPage()
     }
     const int index = *std::exchange(m_wanted, std::nullopt);
     if (index != m_index) {
+        delete m_help; // which is that of another page
         m_navigation->setCurrentRow(index);
         m_navigation->setFocus();
     }
@@ -291,6 +331,8 @@ void GalleryWindow::enterState(const QString& state)
 {
     if (state == QLatin1String("disabled")) {
         m_enabled->setChecked(false);
+    } else if (state == QLatin1String("help")) {
+        openHelp();
     }
     m_page->enterState(state);
 }
@@ -298,6 +340,9 @@ void GalleryWindow::enterState(const QString& state)
 void GalleryWindow::settle()
 {
     m_page->settle();
+    while (m_help && !m_help->isAnswered()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 }
 
 QWidget* GalleryWindow::opener(const QString& state) const

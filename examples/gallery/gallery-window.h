@@ -2,6 +2,7 @@
 
 #include "pages.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <optional>
@@ -15,6 +16,7 @@ class VantComboBox;
 
 namespace gallery {
 
+class Help;
 class Page;
 
 /** The window of the gallery: navigation on the left, the page with its header and foot bar on the right. */
@@ -29,10 +31,10 @@ public:
     /** Makes the window so high that the page shows without scrolling. */
     void growToPage();
 
-    /** Brings the page into the state @p state, "disabled" on every page or one of its own. */
+    /** Brings the page into the state @p state: "disabled" or "help" on every page, or one of its own. */
     void enterState(const QString& state);
 
-    /** Waits until the page is at rest. */
+    /** Waits until the page is at rest, and the help, if it is open, has something to show. */
     void settle();
 
     /** The widget that a popup opens at in @p state, if one does. */
@@ -56,6 +58,7 @@ private:
     void setLanguage(const QString& code);
     void showPage(int index);
     void openPage();
+    void openHelp();
     void openWantedPage();
 
     int m_index = 0;
@@ -70,6 +73,8 @@ private:
     QScrollArea* m_scrollArea = nullptr;
     Page* m_page = nullptr;
     QLabel* m_report = nullptr;
+    VantButton* m_helpButton = nullptr;
+    QPointer<Help> m_help; ///< while it is open
     VantButton* m_startAgain = nullptr;
     VantButton* m_close = nullptr;
 };

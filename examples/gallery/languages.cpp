@@ -1,15 +1,12 @@
 #include "languages.h"
 
-#include <QLocale>
-
 namespace gallery {
 
 namespace {
 
-Language language(const char* code, const char* name, const char* locales)
+Language language(const char* code, const char* name, const char* locale)
 {
-    return { QLatin1String(code), QString::fromUtf8(name),
-        QString::fromLatin1(locales).split(QLatin1Char(' ')) };
+    return { QLatin1String(code), QString::fromUtf8(name), QLocale(QLatin1String(locale)) };
 }
 
 } // namespace
@@ -26,7 +23,7 @@ const QList<Language>& languages()
         language("esn", "Español", "es"),
         language("rus", "Русский", "ru"),
         language("dan", "Dansk", "da"),
-        language("nor", "Norsk", "no nb nn"),
+        language("nor", "Norsk", "nb"),
         language("sve", "Svenska", "sv"),
         language("nld", "Nederlands", "nl"),
         language("plk", "Polski", "pl"),
@@ -35,7 +32,7 @@ const QList<Language>& languages()
         language("csy", "Čeština", "cs"),
         language("ptg", "Português (Portugal)", "pt_PT"),
         language("ptb", "Português (Brasil)", "pt"),
-        language("cht", "繁體中文", "zh_TW zh_HK zh_MO"),
+        language("cht", "繁體中文", "zh_TW"),
         language("chs", "简体中文", "zh"),
     };
     return table;
@@ -48,19 +45,6 @@ QStringList languageCodes()
         codes << language.code;
     }
     return codes;
-}
-
-QString systemLanguage()
-{
-    const QString locale = QLocale::system().name();
-    for (const QString& name : { locale, locale.section(QLatin1Char('_'), 0, 0) }) {
-        for (const Language& language : languages()) {
-            if (language.locales.contains(name)) {
-                return language.code;
-            }
-        }
-    }
-    return QStringLiteral("enu");
 }
 
 } // namespace gallery

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QStringList>
 
 namespace gallery {
@@ -9,13 +10,10 @@ struct Language
 {
     QString code;
     QString name;
-    QStringList locales; ///< names of Qt's locales, or their language parts
+    QLocale locale; ///< how its readers write dates and numbers
 };
 
 const QList<Language>& languages();
 QStringList languageCodes();
-
-/** The code of the system's language, English if the theme does not have it. */
-QString systemLanguage();
 
 } // namespace gallery

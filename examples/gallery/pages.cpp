@@ -20,7 +20,7 @@ Page* createFilesPage();
 const QList<PageInfo>& pages()
 {
     static const QList<PageInfo> table = {
-        { "buttons", createButtonsPage, { "disabled", "focus" } },
+        { "buttons", createButtonsPage, { "disabled", "focus", "help" } },
         { "inputs", createInputsPage, { "disabled", "focus", "combo", "menu" } },
         { "fields", createFieldsPage, { "disabled", "focus", "error" } },
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },
@@ -36,7 +36,7 @@ const QList<PageInfo>& pages()
         { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
         { "files", createFilesPage,
-            { "selected", "filtered", "kinds", "rename", "failure", "deep", "disabled" } },
+            { "selected", "filtered", "kinds", "rename", "failure", "deep", "help", "disabled" } },
     };
     return table;
 }

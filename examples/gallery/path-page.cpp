@@ -189,7 +189,7 @@ void PathPage::openHiddenFolders()
     QToolButton* folders = m_long->hiddenFolders();
     folders->setDown(true);
     folders->menu()->popup(folders->mapToGlobal(QPoint(0, folders->height())));
-    folders->menu()->setActiveAction(folders->menu()->actions().at(1));
+    folders->menu()->setActiveAction(folders->menu()->actions().constLast());
 }
 
 void PathPage::enterState(const QString& state)

@@ -1,24 +1,30 @@
 #include "screenshots.h"
 
 #include "command-line.h"
+#include "controls.h"
 #include "gallery-window.h"
 
-#include <vantkit-qt/sheets/vant-sheet.h>
+#include <vantkit-qt/vantkit.h>
 
 #include <QApplication>
 #include <QCursor>
 #include <QDialog>
 #include <QDir>
 #include <QMovie>
+#include <QNetworkProxy>
 #include <QPainter>
 #include <QPixmap>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <algorithm>
 
 namespace gallery {
 
 namespace {
+
+const QColor windowEdge(0x7F, 0x8E, 0x9C); // line-strong
+const int smallest = 0; // how a PNG file is packed
 
 void setUnlessSet(const char* variable, const char* value)
 {
@@ -90,16 +96,17 @@ QPixmap pictureOfBox(QWidget* window, QWidget* box)
     QRect place(QPoint(), box->size());
     place.moveCenter(window->rect().center());
     QPainter painter(&picture);
-    painter.fillRect(place.adjusted(-1, -1, 1, 1), QColor(0x7F, 0x8E, 0x9C));
+    painter.fillRect(place.adjusted(-1, -1, 1, 1), windowEdge);
     painter.drawPixmap(place.topLeft(), box->grab());
     return picture;
 }
 
 // Of what waits for an answer on @p window or above it, which is then closed without one; null if nothing
 // does.
-QPixmap pictureOfQuestion(QWidget* window)
+QPixmap pictureOfQuestion(GalleryWindow* window)
 {
     QCoreApplication::sendPostedEvents();
+    window->settle();
     if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
         const QPixmap picture = pictureOfBox(window, box);
         box->done(0);
@@ -113,15 +120,20 @@ QPixmap pictureOfQuestion(QWidget* window)
     return {};
 }
 
-QPixmap pictureOf(const QString& page, const QString& state, const QString& language)
+void showAtRest(GalleryWindow* window)
 {
     QCursor::setPos(-1, -1); // over no window
-    GalleryWindow window(page, language);
-    window.show();
-    window.activateWindow();
+    window->show();
+    window->activateWindow();
     QApplication::processEvents();
-    window.settle();
-    window.focusWidget()->clearFocus();
+    window->settle();
+    window->focusWidget()->clearFocus();
+}
+
+QPixmap pictureOf(const QString& page, const QString& state, const QString& language)
+{
+    GalleryWindow window(page, language);
+    showAtRest(&window);
     window.growToPage();
     QApplication::processEvents();
     if (QWidget* opener = window.opener(state)) {
@@ -140,12 +152,66 @@ QPixmap pictureOf(const QString& page, const QString& state, const QString& lang
     return pictureOf(&window);
 }
 
+QPixmap pictureOfWindow(const QString& language)
+{
+    GalleryWindow window(QStringLiteral("path"), language);
+    window.resize(px(720), px(420));
+    showAtRest(&window);
+    QPixmap picture = window.grab();
+    QPainter painter(&picture);
+    painter.setPen(windowEdge);
+    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    return picture;
+}
+
+// The file browser, as wide as the picture of the window.
+QPixmap pictureOfBrowser(GalleryWindow* window)
+{
+    window->enterState(QStringLiteral("selected"));
+    QApplication::processEvents();
+    auto* top = window->findChild<VantButtonPath*>();
+    auto* bottom = window->findChild<VantPagingBar*>();
+    QWidget* section = top->parentWidget();
+    const QRect place(top->geometry().topLeft(), bottom->mapTo(section, bottom->rect().bottomRight()));
+    return section->grab(place);
+}
+
+QPixmap pictureOfRenaming(GalleryWindow* window)
+{
+    auto* tree = window->findChild<QTreeWidget*>();
+    QWidget* frame = tree->parentWidget();
+    tree->setFixedWidth(px(240));
+    frame->setFixedHeight(px(6 * 28 + 6));
+    window->enterState(QStringLiteral("rename"));
+    QApplication::processEvents();
+    return frame->grab();
+}
+
+bool save(const QPixmap& picture, const QDir& folder, const char* name)
+{
+    return picture.save(folder.filePath(QLatin1String(name)), nullptr, smallest);
+}
+
+// What the pages of help show, in the size in which they show it.
+bool saveHelpPictures(const QDir& folder, const QString& language)
+{
+    GalleryWindow browser(QStringLiteral("files"), language);
+    browser.resize(px(1050), px(720));
+    showAtRest(&browser);
+    browser.growToPage();
+    return folder.mkpath(QStringLiteral(".")) && save(pictureOfWindow(language), folder, "gallery.png")
+        && save(pictureOfBrowser(&browser), folder, "files.png")
+        && save(pictureOfRenaming(&browser), folder, "rename.png");
+}
+
 } // namespace
 
 void prepareScreenshots()
 {
     setUnlessSet("QT_QPA_PLATFORM", "offscreen");
     setUnlessSet("QT_FONT_DPI", "96");
+    // Nobody answers there, so the help is that on this computer.
+    QNetworkProxy::setApplicationProxy({ QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), 1 });
 }
 
 int takeScreenshots(const Options& options)
@@ -162,6 +228,10 @@ int takeScreenshots(const Options& options)
                 return failure(QStringLiteral("Cannot write '%1'.").arg(file));
             }
         }
+    }
+    const QString helpFolder = QDir(options.screenshotsFolder).filePath(QStringLiteral("help"));
+    if (options.page.isEmpty() && !saveHelpPictures(helpFolder, options.language)) {
+        return failure(QStringLiteral("Cannot write to the folder '%1'.").arg(helpFolder));
     }
     return 0;
 }

@@ -25,7 +25,7 @@ QLocale localeOf(const QString& code)
 {
     for (const Language& language : languages()) {
         if (language.code == code) {
-            return QLocale(language.locales.constFirst());
+            return language.locale;
         }
     }
     return QLocale(QLocale::English);

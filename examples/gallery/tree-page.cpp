@@ -133,6 +133,7 @@ TreePage::TreePage()
 void TreePage::addFolders()
 {
     m_tree = live(folderTree(m_delegate, text("tree.folders.title")));
+    m_tree->setMinimumWidth(px(208));
     m_tree->setFixedHeight(px(12 * 28 + 2));
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     fill();
@@ -268,6 +269,7 @@ void TreePage::rename()
 void TreePage::addDeepFolders()
 {
     m_deepTree = live(folderTree(m_delegate, text("tree.deep.title")));
+    m_deepTree->setMinimumWidth(px(208));
     m_deepTree->setFixedHeight(px(6 * 28 + 2) + m_deepTree->horizontalScrollBar()->sizeHint().height());
     m_deepTree->header()->setStretchLastSection(false);
     m_deepTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);

@@ -189,6 +189,7 @@ private Q_SLOTS:
     void bringsTheFirstUp();
     void firstIsBusyWithTheUser_data();
     void firstIsBusyWithTheUser();
+    void helpOpensAndCloses();
     void firstDoesNotAnswer();
     void firstDiesMeanwhile();
     void passingJobsStayApart_data();
@@ -281,6 +282,23 @@ void GalleryOnXTest::firstIsBusyWithTheUser()
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
     QTRY_COMPARE_WITH_TIMEOUT(first.visibleWindows(), 1, patience);
     QTRY_VERIFY_WITH_TIMEOUT(first.canClose(), patience);
+}
+
+void GalleryOnXTest::helpOpensAndCloses()
+{
+    const Gallery gallery("files");
+    QTRY_COMPARE_WITH_TIMEOUT(gallery.look(), inFront("File browser"), patience);
+    press({ "Tab", "F1" });
+    QTRY_COMPARE_WITH_TIMEOUT(gallery.look(1), inFront("Help"), patience);
+    QCOMPARE(startAgain({}), QStringList("0"));
+    press({ "F1", "Tab", "Next", "F1" });
+    QTRY_COMPARE_WITH_TIMEOUT(gallery.look(1), inFront("Help"), patience);
+    QCOMPARE(gallery.windows().size(), 2);
+    press({ "Escape" });
+    QTRY_COMPARE_WITH_TIMEOUT(gallery.look(), inFront("File browser"), patience);
+    QCOMPARE(gallery.windows().size(), 1);
+    press({ "space" }); // opens the list of the languages, which has the focus again
+    QTRY_COMPARE_WITH_TIMEOUT(gallery.visibleWindows(), 2, patience);
 }
 
 void GalleryOnXTest::firstDoesNotAnswer()

@@ -1,4 +1,4 @@
-// Carries out its arguments in order and prints what each one gives, for the start-up test. Its folders and
+// Carries out its arguments in order and prints what each one gives, for the tests. Its folders and
 // templates lie in the working directory.
 
 #include "support/theme-folder.h"
@@ -46,6 +46,9 @@ QString resultOf(const QString& command, const QString& argument)
     }
     if (command == QLatin1String("combo_box")) {
         return VantComboBox().styleSheet().replace(QLatin1Char('\n'), QLatin1Char('\t'));
+    }
+    if (command == QLatin1String("language")) {
+        return VantLocale::getInstance().getDefaultLanguage();
     }
     act(command, argument);
     return QStringLiteral("done");
