@@ -45,7 +45,6 @@ class Handler(http.server.BaseHTTPRequestHandler):
     options: argparse.Namespace
 
     def do_GET(self):
-        time.sleep(self.options.delay)
         url = urllib.parse.urlsplit(self.path)
         if self.options.fail:
             self.answer(self.options.fail)
@@ -81,9 +80,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
             return None
 
     def answer(self, status: int, body: bytes = b"", kind: str = "text/plain"):
-        self.send_response(status)
+        self.send_response(status)  # which also writes the line of the request
         self.send_header("Content-Type", kind)
         self.send_header("Content-Length", str(len(body)))
+        time.sleep(self.options.delay)
         self.end_headers()
         self.wfile.write(body)
 
