@@ -28,7 +28,8 @@ class KbServerTest(unittest.TestCase):
     @contextlib.contextmanager
     def server(self, *options: str):
         command = [sys.executable, "-B", PROGRAM, "--address", HOST, "--pages", "pages", "--state", "state", *options]
-        with subprocess.Popen(command, cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as run:
+        pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "text": True}
+        with subprocess.Popen(command, cwd=self.folder, **pipes) as run:
             try:
                 self.take_the_way_of(next(line for line in run.stdout if "https_proxy=" in line))
                 yield
