@@ -1,6 +1,7 @@
 #include "command-line.h"
 
 #include "languages.h"
+#include "network.h"
 #include "pages.h"
 #include "theme.h"
 
@@ -49,6 +50,7 @@ private:
     QCommandLineOption m_theme;
     QCommandLineOption m_screenshots;
     QCommandLineOption m_startupTimes;
+    QCommandLineOption m_trust;
     QCommandLineOption m_help;
     QCommandLineOption m_version;
 };
@@ -71,6 +73,9 @@ Reader::Reader()
     , m_startupTimes(QStringLiteral("startup-times"),
           QStringLiteral("For developers: write the milliseconds of each phase up to the first paint to "
                          "standard output, as JSON, and exit."))
+    , m_trust(QStringLiteral("trust"),
+          QStringLiteral("For developers: trust the authority in the PEM file <file> as well."),
+          QStringLiteral("file"))
     , m_help({ QStringLiteral("h"), QStringLiteral("help") }, QStringLiteral("Show this help and exit."))
     , m_version(
           { QStringLiteral("v"), QStringLiteral("version") }, QStringLiteral("Show the version and exit."))
@@ -80,7 +85,8 @@ Reader::Reader()
                        "One gallery runs at a time: started again, it brings the window of the first to\n"
                        "the front, on the page that --page names, and exits. The first keeps its language\n"
                        "and its theme."));
-    m_parser.addOptions({ m_page, m_language, m_theme, m_screenshots, m_startupTimes, m_help, m_version });
+    m_parser.addOptions(
+        { m_page, m_language, m_theme, m_screenshots, m_startupTimes, m_trust, m_help, m_version });
 }
 
 CommandLine Reader::read(const QStringList& arguments)
@@ -114,6 +120,7 @@ Options Reader::options() const
     options.themeFolder = m_parser.isSet(m_theme) ? m_parser.value(m_theme) : defaultThemeFolder();
     options.screenshotsFolder = m_parser.value(m_screenshots);
     options.startupTimes = m_parser.isSet(m_startupTimes);
+    options.trustedFile = m_parser.value(m_trust);
     return options;
 }
 
@@ -139,6 +146,9 @@ QString Reader::error(const Options& options) const
     }
     if (m_parser.isSet(m_screenshots) && !isWritableFolder(options.screenshotsFolder)) {
         return QStringLiteral("Cannot write to the folder %1.").arg(quoted(options.screenshotsFolder));
+    }
+    if (m_parser.isSet(m_trust) && !hasCertificate(options.trustedFile)) {
+        return QStringLiteral("No certificate in %1.").arg(quoted(options.trustedFile));
     }
     return {};
 }

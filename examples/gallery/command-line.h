@@ -12,6 +12,7 @@ struct Options
     QString language;
     QString themeFolder;
     QString screenshotsFolder;
+    QString trustedFile; ///< PEM file of an authority
     bool startupTimes = false;
 
     bool takesScreenshots() const { return !screenshotsFolder.isEmpty(); }

@@ -1,5 +1,6 @@
 #include "command-line.h"
 #include "gallery-window.h"
+#include "network.h"
 #include "places.h"
 #include "screenshots.h"
 #include "startup-times.h"
@@ -96,6 +97,10 @@ int run(int argc, char** argv, const Options& options, StartupTimes& times)
     QtSingleApplication application(argc, argv);
     if (const std::optional<int> exitCode = handOver(application, options.page)) {
         return *exitCode;
+    }
+    useSystemProxies();
+    if (!options.trustedFile.isEmpty()) {
+        trustAsWell(options.trustedFile);
     }
     startKit(options, dataFolder(), times);
     GalleryWindow window(options.page, options.language);

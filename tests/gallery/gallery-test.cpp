@@ -209,6 +209,8 @@ void GalleryTest::refuses_data()
     QTest::newRow("pictures below a file")
         << QStringList { "--screenshots", path("file/in") } << path("file/in");
     QTest::newRow("pictures nowhere") << QStringList { "--screenshots", "" } << "folder";
+    QTest::newRow("authority in a file without one")
+        << QStringList { "--trust", path("file") } << path("file");
     QTest::newRow("option") << QStringList { "--colour" } << "colour";
     QTest::newRow("value of a switch") << QStringList { "--startup-times=1" } << "--startup-times";
     QTest::newRow("surplus argument") << QStringList { "buttons" } << "buttons";
