@@ -20,7 +20,7 @@ QString host()
 KnowledgeBase::KnowledgeBase()
 {
     server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    server.start(QStringLiteral("/usr/bin/python3"), { QStringLiteral(KNOWLEDGE_BASE_SERVER), host() });
+    server.start(QStringLiteral("/usr/bin/python3"), { QStringLiteral("-B"), QStringLiteral(KNOWLEDGE_BASE_SERVER), host() });
     while (!server.canReadLine()) {
         if (!server.waitForReadyRead()) {
             qFatal("The server does not start");
