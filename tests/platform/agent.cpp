@@ -1,19 +1,25 @@
 #include "agent.h"
 
-#include "system.h"
+#include <queue>
 
 #include <algorithm>
+#include <atomic>
+#include <cinttypes>
+#include <condition_variable>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
-#include <future>
 #include <iostream>
+#include <iterator>
+#include <list>
 #include <map>
-#include <memory>
+#include <mutex>
 #include <random>
 #include <set>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -21,74 +27,17 @@ const char* const agentRole = "agent";
 
 namespace {
 
-constexpr auto limitOfAnswers = 20s;
-constexpr auto limitOfEnds = 5s;
-const char* const handOverCommand = "hand-over";
+using Clock = std::chrono::steady_clock;
 
-std::string encoded(const std::u16string& text)
+std::filesystem::path counterFile(const std::u16string& name)
 {
-    std::ostringstream stream;
-    for (const char16_t unit : text) {
-        stream << static_cast<unsigned>(unit) << ',';
-    }
-    return stream.str();
-}
-
-std::u16string decoded(const std::string& text)
-{
-    std::istringstream stream(text);
-    std::u16string units;
-    unsigned unit = 0;
-    char comma = 0;
-    while (stream >> unit >> comma) {
-        units += static_cast<char16_t>(unit);
-    }
-    return units;
-}
-
-LPCWSTR toSystem(const std::u16string& text)
-{
-    return reinterpret_cast<LPCWSTR>(text.c_str());
-}
-
-void addOne(const std::string& file)
-{
-    unsigned number = 0;
-    std::ifstream(file) >> number;
-    std::ofstream(file) << number + 1;
-}
-
-class Deadline
-{
-public:
-    explicit Deadline(std::chrono::microseconds time)
-        : m_time(Clock::now() + time)
-    { }
-
-    bool isReached() const { return Clock::now() >= m_time; }
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    Clock::time_point m_time;
-};
-
-/** Sleeps, and stays awake where that is too short for some system to sleep. */
-void pauseFor(std::chrono::microseconds time)
-{
-    const Deadline end(time);
-    std::this_thread::sleep_for(std::chrono::floor<std::chrono::milliseconds>(time));
-    while (!end.isReached()) {
-        std::this_thread::yield();
-    }
+    return std::filesystem::temp_directory_path() / name;
 }
 
 /** The other side of an agent: what carries the commands out. */
 class Servant
 {
 public:
-    using Words = std::istringstream;
-
     Servant() = default;
 
     ~Servant()
@@ -101,39 +50,50 @@ public:
     Servant(const Servant&) = delete;
     Servant& operator=(const Servant&) = delete;
 
-    Answer execute(const std::string& command)
+    Answer execute(const std::string& line)
     {
-        static const std::map<std::string, Answer (Servant::*)(Words&)> functions {
-            { "create", &Servant::create },
-            { "open", &Servant::open },
-            { "close", &Servant::close },
-            { "wait", &Servant::wait },
-            { "wait-all", &Servant::waitForAll },
-            { "release", &Servant::release },
-            { "turns", &Servant::takeTurns },
-            { "attempts", &Servant::makeAttempts },
-            { "race", &Servant::race },
-            { "processor-time", &Servant::tellProcessorTime },
-        };
-        Words words(command);
-        std::string name;
-        words >> name;
-        return (this->*functions.at(name))(words);
+        std::istringstream words(line);
+        std::string verb;
+        words >> verb;
+        m_numbers.assign(std::istream_iterator<std::uint64_t>(words), {});
+        m_name.assign(m_numbers.begin(), m_numbers.end());
+        return m_commands.at(verb)();
     }
 
 private:
-    Answer create(Words& words)
+    LPCWSTR name() const { return reinterpret_cast<LPCWSTR>(m_name.c_str()); }
+
+    HANDLE handle(std::size_t index = 0) const
     {
-        std::string name;
-        words >> name;
-        return opened(CreateMutexW(nullptr, FALSE, toSystem(decoded(name))));
+        return reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(m_numbers.at(index)));
     }
 
-    Answer open(Words& words)
+    std::vector<HANDLE> handlesFrom(std::size_t begin) const
     {
-        std::string name;
-        words >> name;
-        return opened(OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, toSystem(decoded(name))));
+        std::vector<HANDLE> handles;
+        handles.reserve(MAXIMUM_WAIT_OBJECTS); // even none have an address then
+        for (std::size_t i = begin; i < m_numbers.size(); ++i) {
+            handles.push_back(handle(i));
+        }
+        return handles;
+    }
+
+    static Answer answered(DWORD result, DWORD failure)
+    {
+        return { result, result == failure ? GetLastError() : 0 };
+    }
+
+    DWORD waitFor(const std::vector<HANDLE>& handles) const
+    {
+        const auto limit = static_cast<DWORD>(m_numbers.at(0));
+        return handles.size() == 1
+            ? WaitForSingleObject(handles.front(), limit)
+            : WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, limit);
+    }
+
+    static DWORD release(const std::vector<HANDLE>& handles)
+    {
+        return std::all_of(handles.begin(), handles.end(), ReleaseMutex) ? TRUE : FALSE;
     }
 
     Answer opened(HANDLE handle)
@@ -145,345 +105,153 @@ private:
         return { reinterpret_cast<std::uintptr_t>(handle), error };
     }
 
-    Answer close(Words& words)
+    Answer close()
     {
-        const HANDLE handle = nextHandle(words);
-        m_open.erase(handle);
-        return answered(static_cast<unsigned>(CloseHandle(handle)));
+        m_open.erase(handle());
+        return answered(static_cast<DWORD>(CloseHandle(handle())), FALSE);
     }
 
-    Answer wait(Words& words)
+    Answer takeTurns()
     {
-        const DWORD milliseconds = nextNumber(words);
-        return answered(WaitForSingleObject(nextHandle(words), milliseconds));
-    }
-
-    Answer waitForAll(Words& words)
-    {
-        const DWORD milliseconds = nextNumber(words);
-        const std::vector<HANDLE> handles = nextHandles(words);
-        return answered(
-            WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, milliseconds));
-    }
-
-    Answer release(Words& words) { return answered(static_cast<unsigned>(ReleaseMutex(nextHandle(words)))); }
-
-    Answer takeTurns(Words& words)
-    {
-        std::string file;
-        words >> file;
-        const Deadline end(std::chrono::milliseconds(nextNumber(words)));
-        const std::vector<HANDLE> handles = nextHandles(words);
+        const auto end = Clock::now() + std::chrono::milliseconds(m_numbers.at(1));
+        const std::vector<HANDLE> handles = handlesFrom(2);
         Answer counted { 0, 0 };
-        while (!end.isReached()) {
-            const DWORD taken = waitFor(handles, INFINITE);
-            if (taken != WAIT_FAILED && file != "-") {
-                addOne(file);
+        while (Clock::now() < end) {
+            const DWORD taken = waitFor(handles);
+            if (taken != WAIT_FAILED) {
+                countOne();
             }
-            ++(releaseAll(handles) && taken == WAIT_OBJECT_0 ? counted.result : counted.error);
+            ++(release(handles) && taken == WAIT_OBJECT_0 ? counted.result : counted.error);
         }
         return counted;
     }
 
-    Answer makeAttempts(Words& words)
+    Answer race()
     {
-        const Deadline end(std::chrono::milliseconds(nextNumber(words)));
-        const std::vector<HANDLE> handles = nextHandles(words);
-        Answer counted { 0, 0 };
-        while (!end.isReached()) {
-            const bool taken = waitFor(handles, 0) == WAIT_OBJECT_0;
-            ++(taken && releaseAll(handles) ? counted.result : counted.error);
-        }
-        return counted;
-    }
-
-    Answer race(Words& words)
-    {
-        std::string encodedName;
-        std::string file;
-        words >> encodedName >> file;
-        const std::u16string name = decoded(encodedName);
-        const unsigned rounds = nextNumber(words);
         std::minstd_rand random { GetCurrentProcessId() };
         unsigned longestPause = 100;
-        Answer counted { 0, 0 };
-        for (unsigned round = 0; round < rounds; ++round) {
-            const HANDLE handle = CreateMutexW(nullptr, FALSE, toSystem(name));
+        std::uint64_t failures = 0;
+        m_name.erase(0, 1);
+        for (std::uint64_t round = 0; round < m_numbers.front(); ++round) {
+            const HANDLE mutex = CreateMutexW(nullptr, FALSE, name());
             const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
-            const bool taken = handle && WaitForSingleObject(handle, INFINITE) == WAIT_OBJECT_0;
+            const bool taken = mutex && WaitForSingleObject(mutex, INFINITE) == WAIT_OBJECT_0;
             if (taken) {
-                addOne(file);
+                countOne();
             }
-            counted.error += taken && ReleaseMutex(handle) && CloseHandle(handle) ? 0 : 1;
-            counted.result += existed ? 0 : 1;
+            failures += taken && ReleaseMutex(mutex) && CloseHandle(mutex) ? 0 : 1;
             // As long as it takes to have everybody out every other time.
             longestPause = existed ? std::min(longestPause * 2, 50000U) : longestPause / 2 + 1;
-            pauseFor(std::chrono::microseconds(random() % longestPause));
+            std::this_thread::sleep_for(std::chrono::microseconds(random() % longestPause));
         }
-        return counted;
+        return { 0, failures };
     }
 
-    Answer tellProcessorTime(Words& /*words*/)
+    void countOne()
     {
-        return { static_cast<std::uint64_t>(processorTimeOfThisProcess().count()), 0 };
-    }
-
-    static DWORD waitFor(const std::vector<HANDLE>& handles, DWORD milliseconds)
-    {
-        return handles.size() == 1
-            ? WaitForSingleObject(handles.front(), milliseconds)
-            : WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, milliseconds);
-    }
-
-    static bool releaseAll(const std::vector<HANDLE>& handles)
-    {
-        return std::all_of(handles.begin(), handles.end(), ReleaseMutex);
-    }
-
-    static Answer answered(std::uint64_t result) { return { result, GetLastError() }; }
-
-    static unsigned nextNumber(Words& words)
-    {
-        unsigned number = 0;
-        words >> number;
-        return number;
-    }
-
-    static HANDLE nextHandle(Words& words)
-    {
-        std::uintptr_t number = 0;
-        words >> number;
-        return reinterpret_cast<HANDLE>(number);
-    }
-
-    static std::vector<HANDLE> nextHandles(Words& words)
-    {
-        std::vector<HANDLE> handles;
-        handles.reserve(1); // even none have an address then
-        std::uintptr_t number = 0;
-        while (words >> number) {
-            handles.push_back(reinterpret_cast<HANDLE>(number));
+        if (!m_counter.empty()) {
+            std::uint64_t number = 0;
+            std::ifstream(m_counter) >> number;
+            std::ofstream(m_counter) << number + 1;
         }
-        return handles;
     }
 
+    const std::map<std::string, std::function<Answer()>> m_commands {
+        { "create", [this] { return opened(CreateMutexW(nullptr, FALSE, name())); } },
+        { "open", [this] { return opened(OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, name())); } },
+        { "close", [this] { return close(); } },
+        { "wait", [this] { return answered(waitFor(handlesFrom(1)), WAIT_FAILED); } },
+        { "release", [this] { return answered(release(handlesFrom(0)), FALSE); } },
+        { "count", [this] { return m_counter = counterFile(m_name), done; } },
+        { "turns", [this] { return takeTurns(); } },
+        { "race", [this] { return race(); } },
+    };
+    std::vector<std::uint64_t> m_numbers;
+    std::u16string m_name; ///< the numbers, as the characters of one
+    std::filesystem::path m_counter;
     std::set<HANDLE> m_open;
 };
-
-void serve(LineQueue& commands, const std::function<void(const std::string&)>& reply)
-{
-    Servant servant;
-    while (const auto command = commands.pop()) {
-        const Answer answer = servant.execute(*command);
-        reply(std::to_string(answer.result) + ' ' + std::to_string(answer.error));
-    }
-}
-
-/** Lets an heir talk for this process, which goes on as long as he does and has nothing to say. */
-[[noreturn]] void liveBesideHeir()
-{
-    ChildProcess heir(agentRole, ChildProcess::Streams::Inherited);
-    std::cout << "0 0" << std::endl;
-    heir.waitForEnd();
-    std::_Exit(EXIT_SUCCESS);
-}
-
-void readCommands(LineQueue& commands)
-{
-    std::string command;
-    while (std::getline(std::cin, command)) {
-        if (command == handOverCommand) {
-            liveBesideHeir();
-        }
-        commands.push(command);
-    }
-    commands.close();
-}
-
-std::string nextLine(std::FILE* file)
-{
-    std::string line;
-    for (int character = std::fgetc(file); character != EOF && character != '\n';
-         character = std::fgetc(file)) {
-        line += static_cast<char>(character);
-    }
-    return line;
-}
-
-std::string list(const Agent::Handles& handles)
-{
-    std::string text;
-    for (const Agent::Handle handle : handles) {
-        text += ' ' + std::to_string(handle);
-    }
-    return text;
-}
-
-const std::string atOnce = " 0";
-const std::string whenever = ' ' + std::to_string(INFINITE);
 
 } // namespace
 
 std::ostream& operator<<(std::ostream& stream, const Answer& answer)
 {
-    return stream << answer.result << " (error " << answer.error << ')';
+    return stream << answer.result << ' ' << answer.error;
 }
 
-Answer Agent::tryCreate(const std::u16string& name)
+Agent::Numbers Agent::with(std::uint64_t first, Numbers others)
 {
-    return ask("create " + encoded(name));
+    others.insert(others.begin(), first);
+    return others;
 }
 
-Answer Agent::tryOpen(const std::u16string& name)
+void Agent::begin(const std::string& verb, const Numbers& numbers)
 {
-    return ask("open " + encoded(name));
-}
-
-Agent::Handle Agent::create(const std::u16string& name)
-{
-    const Answer answer = tryCreate(name);
-    if (answer.result == 0) {
-        throw std::runtime_error("a mutex was not created: error " + std::to_string(answer.error));
+    std::string line = verb;
+    for (const std::uint64_t number : numbers) {
+        line += ' ' + std::to_string(number);
     }
-    return answer.result;
+    m_answer = send(line);
 }
 
-Agent::Handle Agent::open(const std::u16string& name)
+Answer Agent::ask(const std::string& verb, const Numbers& numbers)
 {
-    const Answer answer = tryOpen(name);
-    if (answer.result == 0) {
-        throw std::runtime_error("a mutex was not opened: error " + std::to_string(answer.error));
-    }
-    return answer.result;
-}
-
-Answer Agent::close(Handle handle)
-{
-    return ask("close" + list({ handle }));
-}
-
-void Agent::beginTake(Handle handle)
-{
-    begin("wait" + whenever + list({ handle }));
-}
-
-void Agent::beginTakeAll(const Handles& handles)
-{
-    begin("wait-all" + whenever + list(handles));
-}
-
-std::uint64_t Agent::take(Handle handle)
-{
-    beginTake(handle);
-    return answer().result;
-}
-
-std::uint64_t Agent::takeAll(const Handles& handles)
-{
-    beginTakeAll(handles);
-    return answer().result;
-}
-
-std::uint64_t Agent::tryTake(Handle handle)
-{
-    return ask("wait" + atOnce + list({ handle })).result;
-}
-
-std::uint64_t Agent::tryTakeAll(const Handles& handles)
-{
-    return tryTakeAllWithReason(handles).result;
-}
-
-Answer Agent::takeWithReason(Handle handle)
-{
-    beginTake(handle);
+    begin(verb, numbers);
     return answer();
-}
-
-Answer Agent::tryTakeAllWithReason(const Handles& handles)
-{
-    return ask("wait-all" + atOnce + list(handles));
-}
-
-Answer Agent::release(Handle handle)
-{
-    return ask("release" + list({ handle }));
-}
-
-void Agent::releaseAll(const Handles& handles)
-{
-    for (const Handle handle : handles) {
-        if (release(handle).result == 0) {
-            throw std::runtime_error("a mutex was not released");
-        }
-    }
-}
-
-void Agent::beginTurns(std::chrono::milliseconds duration, const Handles& handles, const std::string& file)
-{
-    begin("turns " + file + ' ' + std::to_string(duration.count()) + list(handles));
-}
-
-void Agent::beginAttempts(std::chrono::milliseconds duration, const Handles& handles)
-{
-    begin("attempts " + std::to_string(duration.count()) + list(handles));
-}
-
-void Agent::beginRace(unsigned rounds, const std::u16string& name, const std::string& file)
-{
-    begin("race " + encoded(name) + ' ' + file + ' ' + std::to_string(rounds));
-}
-
-std::chrono::milliseconds Agent::processorTime()
-{
-    return std::chrono::milliseconds(ask("processor-time").result);
 }
 
 bool Agent::hasAnswered() const
 {
-    return !m_answers->isEmpty();
-}
-
-Answer Agent::answer()
-{
-    return answer(limitOfAnswers);
+    return m_answer.wait_for(0s) == std::future_status::ready;
 }
 
 Answer Agent::answer(std::chrono::milliseconds limit)
 {
-    const auto line = m_answers->pop(limit);
-    if (!line) {
-        throw std::runtime_error("no answer to '" + m_command + '\'');
+    if (m_answer.wait_for(limit) != std::future_status::ready) {
+        throw std::runtime_error("no answer");
     }
-    m_command.clear();
-    std::istringstream words(*line);
-    Answer answer {};
-    words >> answer.result >> answer.error;
-    return answer;
+    return m_answer.get();
 }
 
-void Agent::begin(std::string command)
+struct AgentThread::Seat
 {
-    m_command = std::move(command);
-    send(m_command);
-}
+    using Task = std::packaged_task<Answer(Servant&)>;
 
-Answer Agent::ask(std::string command)
-{
-    begin(std::move(command));
-    return answer();
-}
+    void push(Task task)
+    {
+        const std::lock_guard<std::mutex> lock(guard);
+        tasks.push(std::move(task));
+        changed.notify_one();
+    }
+
+    Task pop()
+    {
+        std::unique_lock<std::mutex> lock(guard);
+        changed.wait(lock, [this] { return !tasks.empty(); });
+        Task task = std::move(tasks.front());
+        tasks.pop();
+        return task;
+    }
+
+    std::mutex guard;
+    std::condition_variable changed;
+    std::queue<Task> tasks; ///< the last one is none
+};
 
 AgentThread::AgentThread()
-    : m_thread([commands = m_commands, answers = m_answers] {
-        serve(*commands, [answers](const std::string& line) { answers->push(line); });
+    : m_seat(std::make_shared<Seat>())
+    , m_thread([seat = m_seat] {
+        Servant servant;
+        for (Seat::Task task = seat->pop(); task.valid(); task = seat->pop()) {
+            task(servant);
+        }
     })
 { }
 
 AgentThread::~AgentThread()
 {
     // What never came back from a call is a failure that was told, and must not keep that from being read.
-    if (isAsked() && !m_answers->pop(limitOfEnds)) {
+    if (m_answer.valid() && !hasAnswered()) {
         m_thread.detach();
     } else {
         end();
@@ -492,64 +260,96 @@ AgentThread::~AgentThread()
 
 void AgentThread::end()
 {
-    m_commands->close();
     if (m_thread.joinable()) {
+        m_seat->push({});
         m_thread.join();
     }
 }
 
-void AgentThread::send(const std::string& line)
+std::future<Answer> AgentThread::send(const std::string& line)
 {
-    m_commands->push(line);
+    Seat::Task task([line](Servant& servant) { return servant.execute(line); });
+    std::future<Answer> answer = task.get_future();
+    m_seat->push(std::move(task));
+    return answer;
 }
 
 AgentProcess::AgentProcess()
-    : m_process(new ChildProcess(agentRole))
-    , m_reader([this] {
-        for (std::string line = nextLine(m_process->output()); !line.empty();
-             line = nextLine(m_process->output())) {
-            m_answers->push(line);
-        }
-        m_answers->close();
-    })
+    : m_process(startThisProgram(agentRole))
 { }
 
 AgentProcess::~AgentProcess()
 {
-    m_process->closeInput();
-    m_reader.join();
+    end();
+    if (m_answer.valid()) {
+        m_answer.wait();
+    }
+    std::fclose(m_process.input);
+    std::fclose(m_process.output);
 }
 
-void AgentProcess::handOver()
+void AgentProcess::end()
 {
-    ask(handOverCommand);
-    processorTime(); // the heir's first word
+    if (!std::exchange(m_ended, true)) {
+        endAtOnce(m_process);
+    }
 }
 
-void AgentProcess::kill()
+std::future<Answer> AgentProcess::send(const std::string& line)
 {
-    m_process->kill();
-}
-
-void AgentProcess::send(const std::string& line)
-{
-    std::fputs((line + '\n').c_str(), m_process->input());
-    std::fflush(m_process->input());
-}
-
-int serveAsAgentProcess()
-{
-    LineQueue commands;
-    std::promise<void> served;
-    std::thread reader([&commands, hasServed = served.get_future()] {
-        readCommands(commands);
-        // Who told this process what to do is gone, and a call that blocks has nobody to come back to.
-        if (hasServed.wait_for(limitOfEnds) != std::future_status::ready) {
-            std::_Exit(EXIT_FAILURE);
+    std::fputs((line + '\n').c_str(), m_process.input);
+    std::fflush(m_process.input);
+    return std::async(std::launch::async, [output = m_process.output] {
+        Answer answer {};
+        if (std::fscanf(output, "%" SCNu64 "%" SCNu64, &answer.result, &answer.error) != 2) {
+            throw std::runtime_error("a process ended");
         }
+        return answer;
     });
-    serve(commands, [](const std::string& line) { std::cout << line << std::endl; });
-    served.set_value();
-    reader.join();
+}
+
+int serveAsAgent()
+{
+    Servant servant;
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        std::cout << servant.execute(line) << std::endl;
+    }
     return EXIT_SUCCESS;
+}
+
+std::u16string uniqueName()
+{
+    static std::atomic<unsigned> count { 0 };
+    static const auto start = std::chrono::system_clock::now().time_since_epoch().count();
+    const std::string text = "vantkit-test-" + std::to_string(GetCurrentProcessId()) + '-'
+        + std::to_string(start) + '-' + std::to_string(++count);
+    return std::u16string(text.begin(), text.end());
+}
+
+std::uint64_t takeCount(const std::u16string& name)
+{
+    std::uint64_t number = 0;
+    std::ifstream(counterFile(name)) >> number;
+    std::filesystem::remove(counterFile(name));
+    return number;
+}
+
+Answer raceForCounter(std::size_t processes, std::uint64_t rounds)
+{
+    const std::u16string name = uniqueName();
+    std::list<AgentProcess> racers(processes);
+    for (AgentProcess& racer : racers) {
+        racer.countIn(name); // it is there, and all start together
+    }
+    for (AgentProcess& racer : racers) {
+        racer.beginRace(rounds, name);
+    }
+    Answer outcome { 0, 0 };
+    for (AgentProcess& racer : racers) {
+        outcome.error += racer.answer(20s + rounds * 100ms).error;
+    }
+    outcome.result = takeCount(name);
+    outcome.error += racers.front().tryOpen(name) == Answer { 0, ERROR_FILE_NOT_FOUND } ? 0 : 1;
+    return outcome;
 }
