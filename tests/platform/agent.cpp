@@ -1,14 +1,11 @@
 #include "agent.h"
 
-#include <queue>
-
 #include <algorithm>
 #include <atomic>
 #include <cinttypes>
 #include <condition_variable>
-#include <cstdlib>
+#include <deque>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <iterator>
@@ -28,11 +25,6 @@ const char* const agentRole = "agent";
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-std::filesystem::path counterFile(const std::u16string& name)
-{
-    return std::filesystem::temp_directory_path() / name;
-}
 
 /** The other side of an agent: what carries the commands out. */
 class Servant
@@ -57,43 +49,19 @@ public:
         words >> verb;
         m_numbers.assign(std::istream_iterator<std::uint64_t>(words), {});
         m_name.assign(m_numbers.begin(), m_numbers.end());
+        m_handles.clear();
+        for (const std::uint64_t number : m_numbers) {
+            m_handles.push_back(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(number)));
+        }
         return m_commands.at(verb)();
     }
 
 private:
     LPCWSTR name() const { return reinterpret_cast<LPCWSTR>(m_name.c_str()); }
 
-    HANDLE handle(std::size_t index = 0) const
-    {
-        return reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(m_numbers.at(index)));
-    }
-
-    std::vector<HANDLE> handlesFrom(std::size_t begin) const
-    {
-        std::vector<HANDLE> handles;
-        handles.reserve(MAXIMUM_WAIT_OBJECTS); // even none have an address then
-        for (std::size_t i = begin; i < m_numbers.size(); ++i) {
-            handles.push_back(handle(i));
-        }
-        return handles;
-    }
-
     static Answer answered(DWORD result, DWORD failure)
     {
         return { result, result == failure ? GetLastError() : 0 };
-    }
-
-    DWORD waitFor(const std::vector<HANDLE>& handles) const
-    {
-        const auto limit = static_cast<DWORD>(m_numbers.at(0));
-        return handles.size() == 1
-            ? WaitForSingleObject(handles.front(), limit)
-            : WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, limit);
-    }
-
-    static DWORD release(const std::vector<HANDLE>& handles)
-    {
-        return std::all_of(handles.begin(), handles.end(), ReleaseMutex) ? TRUE : FALSE;
     }
 
     Answer opened(HANDLE handle)
@@ -107,21 +75,42 @@ private:
 
     Answer close()
     {
-        m_open.erase(handle());
-        return answered(static_cast<DWORD>(CloseHandle(handle())), FALSE);
+        m_open.erase(m_handles[0]);
+        return answered(static_cast<DWORD>(CloseHandle(m_handles[0])), FALSE);
     }
 
-    Answer takeTurns()
+    /** As long as the first number says; the handles stand behind that. */
+    Answer wait()
     {
-        const auto end = Clock::now() + std::chrono::milliseconds(m_numbers.at(1));
-        const std::vector<HANDLE> handles = handlesFrom(2);
+        const auto limit = static_cast<DWORD>(m_numbers[0]);
+        const auto count = static_cast<DWORD>(m_handles.size() - 1);
+        const DWORD result = count == 1
+            ? WaitForSingleObject(m_handles[1], limit)
+            : WaitForMultipleObjects(count, std::next(m_handles.data()), TRUE, limit);
+        return answered(result, WAIT_FAILED);
+    }
+
+    Answer release(std::ptrdiff_t first)
+    {
+        const bool released = std::all_of(std::next(m_handles.begin(), first), m_handles.end(), ReleaseMutex);
+        return answered(released ? TRUE : FALSE, FALSE);
+    }
+
+    Answer pass()
+    {
+        const Answer answer = wait();
+        const bool taken = answer == owned || answer == abandoned;
+        return !taken || (isAlone() && release(1) == done) ? answer : Answer { WAIT_FAILED, 0 };
+    }
+
+    Answer passOften()
+    {
+        const std::chrono::milliseconds duration(m_numbers[0]);
+        m_handles.erase(m_handles.begin());
+        m_numbers.erase(m_numbers.begin());
         Answer counted { 0, 0 };
-        while (Clock::now() < end) {
-            const DWORD taken = waitFor(handles);
-            if (taken != WAIT_FAILED) {
-                countOne();
-            }
-            ++(release(handles) && taken == WAIT_OBJECT_0 ? counted.result : counted.error);
+        for (const auto start = Clock::now(); Clock::now() - start < duration;) {
+            ++(pass() == owned ? counted.result : counted.error);
         }
         return counted;
     }
@@ -130,45 +119,43 @@ private:
     {
         std::minstd_rand random { GetCurrentProcessId() };
         unsigned longestPause = 100;
-        std::uint64_t failures = 0;
+        Answer counted { 0, 0 };
         m_name.erase(0, 1);
-        for (std::uint64_t round = 0; round < m_numbers.front(); ++round) {
+        while (counted.result + counted.error < m_numbers[0]) {
             const HANDLE mutex = CreateMutexW(nullptr, FALSE, name());
             const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
             const bool taken = mutex && WaitForSingleObject(mutex, INFINITE) == WAIT_OBJECT_0;
-            if (taken) {
-                countOne();
-            }
-            failures += taken && ReleaseMutex(mutex) && CloseHandle(mutex) ? 0 : 1;
+            ++(taken && isAlone() && ReleaseMutex(mutex) && CloseHandle(mutex) ? counted.result
+                                                                               : counted.error);
             // As long as it takes to have everybody out every other time.
             longestPause = existed ? std::min(longestPause * 2, 50000U) : longestPause / 2 + 1;
             std::this_thread::sleep_for(std::chrono::microseconds(random() % longestPause));
         }
-        return { 0, failures };
+        return counted;
     }
 
-    void countOne()
+    /** Whether nobody else is at the same place, if there is one. */
+    bool isAlone() const
     {
-        if (!m_counter.empty()) {
-            std::uint64_t number = 0;
-            std::ifstream(m_counter) >> number;
-            std::ofstream(m_counter) << number + 1;
-        }
+        return m_place.empty()
+            || (std::filesystem::create_directory(m_place) && std::filesystem::remove(m_place));
     }
 
     const std::map<std::string, std::function<Answer()>> m_commands {
         { "create", [this] { return opened(CreateMutexW(nullptr, FALSE, name())); } },
         { "open", [this] { return opened(OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, name())); } },
         { "close", [this] { return close(); } },
-        { "wait", [this] { return answered(waitFor(handlesFrom(1)), WAIT_FAILED); } },
-        { "release", [this] { return answered(release(handlesFrom(0)), FALSE); } },
-        { "count", [this] { return m_counter = counterFile(m_name), done; } },
-        { "turns", [this] { return takeTurns(); } },
+        { "wait", [this] { return wait(); } },
+        { "release", [this] { return release(0); } },
+        { "pass", [this] { return pass(); } },
+        { "pass-often", [this] { return passOften(); } },
         { "race", [this] { return race(); } },
+        { "meet", [this] { return m_place = std::filesystem::temp_directory_path() / m_name, done; } },
     };
     std::vector<std::uint64_t> m_numbers;
     std::u16string m_name; ///< the numbers, as the characters of one
-    std::filesystem::path m_counter;
+    std::vector<HANDLE> m_handles; ///< and as handles
+    std::filesystem::path m_place;
     std::set<HANDLE> m_open;
 };
 
@@ -220,7 +207,7 @@ struct AgentThread::Seat
     void push(Task task)
     {
         const std::lock_guard<std::mutex> lock(guard);
-        tasks.push(std::move(task));
+        tasks.push_back(std::move(task));
         changed.notify_one();
     }
 
@@ -229,13 +216,13 @@ struct AgentThread::Seat
         std::unique_lock<std::mutex> lock(guard);
         changed.wait(lock, [this] { return !tasks.empty(); });
         Task task = std::move(tasks.front());
-        tasks.pop();
+        tasks.pop_front();
         return task;
     }
 
     std::mutex guard;
     std::condition_variable changed;
-    std::queue<Task> tasks; ///< the last one is none
+    std::deque<Task> tasks; ///< the last one is none
 };
 
 AgentThread::AgentThread()
@@ -327,29 +314,19 @@ std::u16string uniqueName()
     return std::u16string(text.begin(), text.end());
 }
 
-std::uint64_t takeCount(const std::u16string& name)
-{
-    std::uint64_t number = 0;
-    std::ifstream(counterFile(name)) >> number;
-    std::filesystem::remove(counterFile(name));
-    return number;
-}
-
-Answer raceForCounter(std::size_t processes, std::uint64_t rounds)
+std::uint64_t failuresOfRace(std::size_t processes, std::uint64_t rounds)
 {
     const std::u16string name = uniqueName();
     std::list<AgentProcess> racers(processes);
     for (AgentProcess& racer : racers) {
-        racer.countIn(name); // it is there, and all start together
+        racer.meetAt(name); // it is there, and all start together
     }
     for (AgentProcess& racer : racers) {
         racer.beginRace(rounds, name);
     }
-    Answer outcome { 0, 0 };
+    std::uint64_t failures = 0;
     for (AgentProcess& racer : racers) {
-        outcome.error += racer.answer(20s + rounds * 100ms).error;
+        failures += rounds - racer.answer(20s + rounds * 100ms).result;
     }
-    outcome.result = takeCount(name);
-    outcome.error += racers.front().tryOpen(name) == Answer { 0, ERROR_FILE_NOT_FOUND } ? 0 : 1;
-    return outcome;
+    return failures + racers.front().tryOpen(name).result;
 }

@@ -61,23 +61,30 @@ public:
 
     Answer release(const Handles& handles) { return ask("release", handles); }
 
-    /** Has turns and rounds counted in the file of that name. */
-    void countIn(const std::u16string& name) { ask("count", { name.begin(), name.end() }); }
+    /** Takes the mutexes, and releases them if it got them. */
+    void beginPass(const Handles& handles) { begin("pass", with(INFINITE, handles)); }
+
+    Answer pass(const Handles& handles) { return ask("pass", with(INFINITE, handles)); }
+
+    Answer tryPass(const Handles& handles) { return ask("pass", with(0, handles)); }
 
     /**
-     * For so many milliseconds takes all handles, waiting for them or not, and releases them, again and
-     * again. The answer counts how often that succeeded, and how often not.
+     * Does so again and again for some milliseconds, waiting for the mutexes or not. The answer counts how
+     * often it got them, and how often not.
      */
-    void beginTurns(DWORD wait, unsigned duration, const Handles& handles)
+    void beginPasses(unsigned duration, DWORD wait, const Handles& handles)
     {
-        begin("turns", with(wait, with(duration, handles)));
+        begin("pass-often", with(duration, with(wait, handles)));
     }
 
-    /** Creates the mutex, takes it, releases it, closes it and pauses, again and again. */
+    /** Creates the mutex, takes it, releases it, closes it and pauses, again and again. Counted likewise. */
     void beginRace(std::uint64_t rounds, const std::u16string& name)
     {
         begin("race", with(rounds, { name.begin(), name.end() }));
     }
+
+    /** From now on it is a failure if another one has taken mutexes and meets this one at that place. */
+    void meetAt(const std::u16string& name) { ask("meet", { name.begin(), name.end() }); }
 
     bool hasAnswered() const;
     Answer answer(std::chrono::milliseconds limit = std::chrono::seconds(20));
@@ -136,11 +143,8 @@ int serveAsAgent();
 /** A name that nobody else has. */
 std::u16string uniqueName();
 
-/** What was counted in the file of that name, which is gone then. */
-std::uint64_t takeCount(const std::u16string& name);
-
 /**
- * Processes create, take, release and close one mutex as fast as they can, each round counting one in a file.
- * That count, and the failures, of which one is that the mutex is still there at last.
+ * How many rounds fail while processes create, take, release and close one mutex as fast as they can. It is a
+ * failure too if that mutex is still there at last.
  */
-Answer raceForCounter(std::size_t processes, std::uint64_t rounds);
+std::uint64_t failuresOfRace(std::size_t processes, std::uint64_t rounds);

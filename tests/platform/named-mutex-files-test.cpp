@@ -201,18 +201,6 @@ TEST_CASE("Who waits costs no time, and has no file that is left open or that a 
     CHECK(openFiles() == filesBefore);
 }
 
-TEST_CASE("An owner that closes its handle without a release is told of")
-{
-    const TemporaryFolder folder;
-    auto first = createIn(folder.path);
-    const auto second = createIn(folder.path);
-    CHECK(first->tryToTake() == WAIT_OBJECT_0);
-    first.reset();
-    CHECK(second->tryToTake() == WAIT_ABANDONED);
-    CHECK(second->release());
-    CHECK(second->tryToTake() == WAIT_OBJECT_0);
-}
-
 TEST_CASE("A file that lies about, whatever is in it, is as good as none")
 {
     const TemporaryFolder folder;
