@@ -209,24 +209,6 @@ TEST_CASE("One next owner is told that the last one ended without a release")
     }
 }
 
-TEST_CASE("Who is killed while it waits leaves nothing behind")
-{
-    const Names names = uniqueNames(2);
-    AgentThread owner;
-    AgentThread other;
-    const Handles handles = createAll(owner, names);
-    CHECK(owner.take({ handles[0] }) == owned);
-    for (const Names& waited : { Names { names[0] }, names }) {
-        CAPTURE(waited.size());
-        AgentProcess waiter;
-        waiter.beginTake(createAll(waiter, waited));
-        giveFaultsTime();
-    }
-    CHECK(countFree(other, handles) == 1);
-    CHECK(owner.release({ handles[0] }) == done);
-    CHECK(other.tryTake(handles) == owned);
-}
-
 TEST_CASE("Who is killed at any moment does not block the others")
 {
     const Names names = uniqueNames(2);

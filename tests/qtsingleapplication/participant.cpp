@@ -189,11 +189,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     qInstallMessageHandler(collectWarning);
-    int exitCode = 0;
-    {
-        const Participant participant;
-        exitCode = QCoreApplication::exec();
-    }
+    auto participant = std::make_unique<Participant>();
+    const int exitCode = QCoreApplication::exec();
+    participant.reset();
     std::fputs(qUtf8Printable(warnings), stderr);
     return exitCode;
 }

@@ -111,5 +111,5 @@ QString Scene::end(const QString& name)
 QString Scene::socketPath() const
 {
     const QStringList lockFiles = QDir(folder.path()).entryList({ "*-lockfile" });
-    return path(lockFiles.value(0).section("-lockfile", 0, 0));
+    return folder.filePath(lockFiles.value(0).section("-lockfile", 0, 0));
 }

@@ -44,8 +44,6 @@ public:
 
     qint64 processId(const QString& name) { return process(name).processId(); }
 
-    QString path(const QString& name) const { return folder.filePath(name); }
-
     /** Of the local socket of the participants' peers. */
     QString socketPath() const;
 

@@ -76,11 +76,6 @@ void SingleApplicationTest::roles()
         const QtSingleApplication application(argumentCount, arguments, gui);
         QCOMPARE(application.id(), QCoreApplication::applicationFilePath().toLower());
     }
-    {
-        QtSingleApplication application(sceneIdentity, argumentCount, arguments);
-        QVERIFY(!application.isRunning());
-        QCOMPARE(others.play("Q isClient"), QString());
-    }
     QCOMPARE(others.play("Q isClient: false"), QString());
 }
 
