@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <atomic>
 #include <cinttypes>
-#include <condition_variable>
-#include <deque>
 #include <filesystem>
 #include <functional>
 #include <iostream>
 #include <iterator>
 #include <list>
 #include <map>
-#include <mutex>
 #include <random>
 #include <set>
 #include <sstream>
@@ -99,8 +96,11 @@ private:
     Answer pass()
     {
         const Answer answer = wait();
-        const bool taken = answer == owned || answer == abandoned;
-        return !taken || (isAlone() && release(1) == done) ? answer : Answer { WAIT_FAILED, 0 };
+        if (answer == owned || answer == abandoned) {
+            const bool alone = isAlone();
+            return release(1) == done && alone ? answer : Answer { WAIT_FAILED, 0 };
+        }
+        return answer;
     }
 
     Answer passOften()
@@ -125,8 +125,8 @@ private:
             const HANDLE mutex = CreateMutexW(nullptr, FALSE, name());
             const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
             const bool taken = mutex && WaitForSingleObject(mutex, INFINITE) == WAIT_OBJECT_0;
-            ++(taken && isAlone() && ReleaseMutex(mutex) && CloseHandle(mutex) ? counted.result
-                                                                               : counted.error);
+            const bool alone = taken && isAlone();
+            ++(ReleaseMutex(mutex) && CloseHandle(mutex) && alone ? counted.result : counted.error);
             // As long as it takes to have everybody out every other time.
             longestPause = existed ? std::min(longestPause * 2, 50000U) : longestPause / 2 + 1;
             std::this_thread::sleep_for(std::chrono::microseconds(random() % longestPause));
@@ -200,37 +200,19 @@ Answer Agent::answer(std::chrono::milliseconds limit)
     return m_answer.get();
 }
 
-struct AgentThread::Seat
+struct AgentThread::Call
 {
-    using Task = std::packaged_task<Answer(Servant&)>;
-
-    void push(Task task)
-    {
-        const std::lock_guard<std::mutex> lock(guard);
-        tasks.push_back(std::move(task));
-        changed.notify_one();
-    }
-
-    Task pop()
-    {
-        std::unique_lock<std::mutex> lock(guard);
-        changed.wait(lock, [this] { return !tasks.empty(); });
-        Task task = std::move(tasks.front());
-        tasks.pop_front();
-        return task;
-    }
-
-    std::mutex guard;
-    std::condition_variable changed;
-    std::deque<Task> tasks; ///< the last one is none
+    std::string line;
+    std::promise<Answer> answer;
+    std::future<std::unique_ptr<Call>> next;
 };
 
 AgentThread::AgentThread()
-    : m_seat(std::make_shared<Seat>())
-    , m_thread([seat = m_seat] {
+    : m_thread([next = m_next.get_future()]() mutable {
         Servant servant;
-        for (Seat::Task task = seat->pop(); task.valid(); task = seat->pop()) {
-            task(servant);
+        while (const std::unique_ptr<Call> call = next.get()) {
+            next = std::move(call->next);
+            call->answer.set_value(servant.execute(call->line));
         }
     })
 { }
@@ -248,16 +230,19 @@ AgentThread::~AgentThread()
 void AgentThread::end()
 {
     if (m_thread.joinable()) {
-        m_seat->push({});
+        m_next.set_value(nullptr);
         m_thread.join();
     }
 }
 
 std::future<Answer> AgentThread::send(const std::string& line)
 {
-    Seat::Task task([line](Servant& servant) { return servant.execute(line); });
-    std::future<Answer> answer = task.get_future();
-    m_seat->push(std::move(task));
+    auto call = std::make_unique<Call>();
+    call->line = line;
+    std::future<Answer> answer = call->answer.get_future();
+    std::promise<std::unique_ptr<Call>> next;
+    call->next = next.get_future();
+    std::exchange(m_next, std::move(next)).set_value(std::move(call));
     return answer;
 }
 

@@ -111,12 +111,12 @@ public:
     void end() override;
 
 private:
-    struct Seat;
+    struct Call;
 
     std::future<Answer> send(const std::string& line) override;
 
-    std::shared_ptr<Seat> m_seat;
-    std::thread m_thread; ///< which keeps its seat, if it outlives this
+    std::promise<std::unique_ptr<Call>> m_next;
+    std::thread m_thread;
 };
 
 class AgentProcess : public Agent
