@@ -3,7 +3,6 @@
 
 #include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
 
-#include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QtTest>
@@ -22,7 +21,6 @@ private Q_SLOTS:
     void end();
     void occupiedName_data();
     void occupiedName();
-    void noLockFile();
     void exchange_data();
     void exchange();
     void strangers_data();
@@ -57,9 +55,9 @@ void LocalPeerTest::roles_data()
 {
     QTest::addColumn<QString>("steps");
     QTest::newRow("nobody is primary unasked") << "P peer: scene; Q isClient: false; P isClient";
-    QTest::newRow("primary and clients") << "P send no: false; P isClient: false; Q isClient; R isClient; P "
-                                            "send no: false; Q send hello; R send; "
-                                            "P take: hello; P take: ; P left: 0; Q isClient";
+    QTest::newRow("primary and clients")
+        << "P send no: false; P isClient: false; Q isClient; R isClient; P send no: false; Q send hello; "
+           "R send; P take: hello; P take: ; P left: 0; Q isClient";
     QTest::newRow("the primary ends")
         << "P isClient: false; Q isClient; P end; Q send no: false; Q isClient: false; R send hello; "
            "Q take: hello; Q left: 0";
@@ -129,16 +127,6 @@ void LocalPeerTest::occupiedName()
     QVERIFY2(time.elapsed() >= 250, "no second try");
     QCOMPARE(QFileInfo(path).isSymLink(), isLink);
     QCOMPARE(QFileInfo(path).exists(), !isLink);
-}
-
-void LocalPeerTest::noLockFile()
-{
-    Scene scene;
-    QCOMPARE(scene.play("P peer: scene; P end"), QString());
-    const QString path = scene.socketPath() + "-lockfile";
-    QVERIFY(QFile::remove(path) && QDir().mkdir(path));
-    const QString steps = "P isClient: true %1; Q isClient: true %1; P send no: false %1";
-    QCOMPARE(scene.play(steps.arg("[QtLockedFile::lock(): file is not opened]")), QString());
 }
 
 void LocalPeerTest::exchange_data()

@@ -112,33 +112,32 @@ private Q_SLOTS:
 private:
     static Commands commandsOf(std::unique_ptr<QtLockedFile>& file, const QString& argument)
     {
-        const auto open = [&file](
-                              QIODevice::OpenMode mode) { return file->open(mode | QIODevice::ReadWrite); };
+        const auto open = [&file](QIODevice::OpenMode mode) { return file->open(mode); };
         const auto renew = [&file, argument, open] {
             file = std::make_unique<QtLockedFile>(argument.isEmpty() ? "file" : argument);
-            return open({});
+            return open(QIODevice::ReadWrite);
         };
         if (!file) {
             renew();
         }
-        const auto lock = [&file](QtLockedFile::LockMode mode) { return file->lock(mode, false); };
-        const auto waitForLock = [&file](QtLockedFile::LockMode mode) {
-            answer("begun");
-            return file->lock(mode);
+        const auto lock = [&file](QtLockedFile::LockMode mode, bool block) {
+            if (block) {
+                answer("begun");
+            }
+            return file->lock(mode, block);
         };
         return {
             { "new", renew },
-            { "read", [=] { return lock(QtLockedFile::ReadLock); } },
-            { "write", [=] { return lock(QtLockedFile::WriteLock); } },
-            { "none", [=] { return lock(QtLockedFile::NoLock); } },
-            { "read!", [=] { return waitForLock(QtLockedFile::ReadLock); } },
-            { "write!", [=] { return waitForLock(QtLockedFile::WriteLock); } },
+            { "read", [=] { return lock(QtLockedFile::ReadLock, false); } },
+            { "write", [=] { return lock(QtLockedFile::WriteLock, false); } },
+            { "none", [=] { return lock(QtLockedFile::NoLock, false); } },
+            { "read!", [=] { return lock(QtLockedFile::ReadLock, true); } },
+            { "write!", [=] { return lock(QtLockedFile::WriteLock, true); } },
             { "mode", [&file] { return int { file->lockMode() }; } },
             { "unlock", [&file] { return file->unlock(); } },
-            { "open", [=] { return open({}); } },
-            { "truncate", [=] { return open(QIODevice::Truncate); } },
+            { "open", [=] { return open(QIODevice::ReadWrite); } },
+            { "truncate", [=] { return open(QIODevice::ReadWrite | QIODevice::Truncate); } },
             { "close", [&file] { return file->close(), true; } },
-            { "rename", [&file, argument] { return file->setFileName(argument), true; } },
             { "delete", [&file] { return file.reset(), true; } },
         };
     }

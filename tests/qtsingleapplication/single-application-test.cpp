@@ -1,7 +1,9 @@
 #include "qtsingleapplication/scene.h"
-#include "sheets/covered-window.h"
 #include "support/guarded-test.h"
 
+#include <vantkit-qt/qtsingleapplication/src/qtsingleapplication.h>
+
+#include <QWidget>
 #include <QtTest>
 
 namespace {
@@ -9,6 +11,7 @@ namespace {
 int argumentCount = 1;
 char programName[] = "program";
 char* arguments[] = { programName, nullptr };
+const Qt::WindowStates iconic = Qt::WindowMinimized | Qt::WindowMaximized;
 
 /** A window that counts how often it is brought to the front. */
 class CountingWindow : public QWidget
@@ -35,22 +38,22 @@ private Q_SLOTS:
     void roles();
     void activation_data();
     void activation();
-    void modalSheet();
+    void nestedLoop();
 
 public Q_SLOTS:
 
+    /** The window is not activated yet. */
     void note(const QString& text)
     {
         received += text;
-        states += window->windowState();
+        QCOMPARE(window->windowState(), iconic);
     }
 
-    void openSheet(const QString& text);
+    void runLoop(const QString& text);
 
 private:
     QStringList received;
     QWidget* window = nullptr;
-    QList<Qt::WindowStates> states; // of the window, when messages came
     Scene* scene = nullptr;
 };
 
@@ -95,12 +98,10 @@ void SingleApplicationTest::activation()
 {
     QFETCH(int, activations);
     received.clear();
-    states.clear();
     Scene others;
     QtSingleApplication application(sceneIdentity, argumentCount, arguments);
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(note(const QString&)));
     CountingWindow minimised;
-    const Qt::WindowStates iconic = Qt::WindowMinimized | Qt::WindowMaximized;
     minimised.setWindowState(iconic);
     minimised.show();
     QWidget front;
@@ -119,7 +120,6 @@ void SingleApplicationTest::activation()
     others.tell("Q", "send hello");
     QTRY_COMPARE(received, QStringList("hello"));
     QCOMPARE(others.answer("Q"), "true");
-    QCOMPARE(states.first(), iconic);
     QCOMPARE(minimised.raised, activations);
     if (activations == 0 && target) {
         application.activateWindow();
@@ -129,45 +129,32 @@ void SingleApplicationTest::activation()
     QTRY_COMPARE(QApplication::activeWindow(), target ? &minimised : &front);
 }
 
-/** A slot that opens a sheet keeps no sender waiting, and messages that come meanwhile arrive before it
- * closes. */
-void SingleApplicationTest::modalSheet()
+/** A slot that runs an event loop keeps no sender waiting, and messages come meanwhile. */
+void SingleApplicationTest::nestedLoop()
 {
     received.clear();
-    const QTemporaryDir userFolder;
     Scene others;
     QtSingleApplication application(sceneIdentity, argumentCount, arguments);
-    sheets::startKit(userFolder.path());
-    CoveredWindow covered;
-    QVERIFY(covered.open());
-    window = &covered;
     scene = &others;
-    connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(openSheet(const QString&)));
+    connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(runLoop(const QString&)));
     QVERIFY(!application.isRunning());
-
     others.tell("P", "send first");
     QTRY_COMPARE(received, QStringList({ "first", "second", "second", "second", "answered" }));
 }
 
-void SingleApplicationTest::openSheet(const QString& text)
+void SingleApplicationTest::runLoop(const QString& text)
 {
     received += text;
-    if (text != "first") {
-        return;
-    }
-    for (const char* sender : { "Q", "R", "S" }) {
-        scene->tell(sender, "send second");
-    }
-    const QPointer<VantSheet> sheet = sheets::make(false, window);
-    sheets::soon(this, [&] {
+    if (text == "first") {
+        for (const char* sender : { "Q", "R", "S" }) {
+            scene->tell(sender, "send second");
+        }
         QTRY_COMPARE(received.size(), 4);
         for (const char* sender : { "P", "Q", "R", "S" }) {
             QCOMPARE(scene->answer(sender), "true");
         }
-        sheets::done(sheet, QMessageBox::Ok);
-    });
-    sheets::exec(sheet);
-    received += "answered";
+        received += "answered";
+    }
 }
 
 QTEST_APPLESS_MAIN(SingleApplicationTest)
