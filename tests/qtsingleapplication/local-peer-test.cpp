@@ -98,7 +98,7 @@ void LocalPeerTest::end()
 void LocalPeerTest::occupiedName_data()
 {
     QTest::addColumn<bool>("isLink");
-    QTest::newRow("by a link to nothing") << true;
+    QTest::newRow("by a link") << true;
     QTest::newRow("by a crowded server") << false;
 }
 
@@ -112,7 +112,7 @@ void LocalPeerTest::occupiedName()
     QLocalServer server;
     std::vector<std::unique_ptr<QLocalSocket>> crowd;
     if (isLink) {
-        QVERIFY(QFile::link("nowhere", path));
+        QVERIFY(QFile::link(path + "-lockfile", path));
     } else {
         QVERIFY(server.listen(path));
         do { // until no more may wait
@@ -126,7 +126,7 @@ void LocalPeerTest::occupiedName()
     QCOMPARE(scene.play("Q send no 100: false"), QString());
     QVERIFY2(time.elapsed() >= 250, "no second try");
     QCOMPARE(QFileInfo(path).isSymLink(), isLink);
-    QCOMPARE(QFileInfo(path).exists(), !isLink);
+    QVERIFY(QFileInfo::exists(path));
 }
 
 void LocalPeerTest::exchange_data()
