@@ -274,8 +274,8 @@ TEST_CASE("Who waits for two and gets one does not take it from others even for 
         CAPTURE(kept);
         CHECK(keeper.take({ handles[kept] }) == owned);
         waiting.beginPass(createAll(waiting, names));
-        trying.beginPasses(300, 0, createAll(trying, names));
-        modest.beginPasses(200, 0, { modest.open(names[1 - kept]) });
+        trying.beginPasses(600, 0, createAll(trying, names));
+        modest.beginPasses(500, 0, { modest.open(names[1 - kept]) });
         CHECK(trying.answer().result == 0);
         CHECK(modest.answer().error == 0);
         CHECK_FALSE(waiting.hasAnswered());
