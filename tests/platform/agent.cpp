@@ -252,6 +252,12 @@ AgentProcess::AgentProcess()
 
 AgentProcess::~AgentProcess()
 {
+    if (!m_ended && (!m_answer.valid() || hasAnswered())) {
+        // In order, and without files that are left behind.
+        std::fputs("\n", m_process.input);
+        std::fflush(m_process.input);
+        while (std::fgetc(m_process.output) != EOF) { }
+    }
     end();
     if (m_answer.valid()) {
         m_answer.wait();
@@ -284,7 +290,7 @@ int serveAsAgent()
 {
     Servant servant;
     std::string line;
-    while (std::getline(std::cin, line)) {
+    while (std::getline(std::cin, line) && !line.empty()) {
         std::cout << servant.execute(line) << std::endl;
     }
     return EXIT_SUCCESS;
