@@ -1,19 +1,19 @@
 #include "agent.h"
 
-#include "system.h"
-
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
+#include <atomic>
+#include <cinttypes>
+#include <filesystem>
 #include <functional>
-#include <future>
 #include <iostream>
+#include <iterator>
+#include <list>
 #include <map>
-#include <memory>
 #include <random>
 #include <set>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -21,74 +21,12 @@ const char* const agentRole = "agent";
 
 namespace {
 
-constexpr auto limitOfAnswers = 20s;
-constexpr auto limitOfEnds = 5s;
-const char* const handOverCommand = "hand-over";
-
-std::string encoded(const std::u16string& text)
-{
-    std::ostringstream stream;
-    for (const char16_t unit : text) {
-        stream << static_cast<unsigned>(unit) << ',';
-    }
-    return stream.str();
-}
-
-std::u16string decoded(const std::string& text)
-{
-    std::istringstream stream(text);
-    std::u16string units;
-    unsigned unit = 0;
-    char comma = 0;
-    while (stream >> unit >> comma) {
-        units += static_cast<char16_t>(unit);
-    }
-    return units;
-}
-
-LPCWSTR toSystem(const std::u16string& text)
-{
-    return reinterpret_cast<LPCWSTR>(text.c_str());
-}
-
-void addOne(const std::string& file)
-{
-    unsigned number = 0;
-    std::ifstream(file) >> number;
-    std::ofstream(file) << number + 1;
-}
-
-class Deadline
-{
-public:
-    explicit Deadline(std::chrono::microseconds time)
-        : m_time(Clock::now() + time)
-    { }
-
-    bool isReached() const { return Clock::now() >= m_time; }
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    Clock::time_point m_time;
-};
-
-/** Sleeps, and stays awake where that is too short for some system to sleep. */
-void pauseFor(std::chrono::microseconds time)
-{
-    const Deadline end(time);
-    std::this_thread::sleep_for(std::chrono::floor<std::chrono::milliseconds>(time));
-    while (!end.isReached()) {
-        std::this_thread::yield();
-    }
-}
+using Clock = std::chrono::steady_clock;
 
 /** The other side of an agent: what carries the commands out. */
 class Servant
 {
 public:
-    using Words = std::istringstream;
-
     Servant() = default;
 
     ~Servant()
@@ -101,39 +39,26 @@ public:
     Servant(const Servant&) = delete;
     Servant& operator=(const Servant&) = delete;
 
-    Answer execute(const std::string& command)
+    Answer execute(const std::string& line)
     {
-        static const std::map<std::string, Answer (Servant::*)(Words&)> functions {
-            { "create", &Servant::create },
-            { "open", &Servant::open },
-            { "close", &Servant::close },
-            { "wait", &Servant::wait },
-            { "wait-all", &Servant::waitForAll },
-            { "release", &Servant::release },
-            { "turns", &Servant::takeTurns },
-            { "attempts", &Servant::makeAttempts },
-            { "race", &Servant::race },
-            { "processor-time", &Servant::tellProcessorTime },
-        };
-        Words words(command);
-        std::string name;
-        words >> name;
-        return (this->*functions.at(name))(words);
+        std::istringstream words(line);
+        std::string verb;
+        words >> verb;
+        m_numbers.assign(std::istream_iterator<std::uint64_t>(words), {});
+        m_name.assign(m_numbers.begin(), m_numbers.end());
+        m_handles.clear();
+        for (const std::uint64_t number : m_numbers) {
+            m_handles.push_back(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(number)));
+        }
+        return m_commands.at(verb)();
     }
 
 private:
-    Answer create(Words& words)
-    {
-        std::string name;
-        words >> name;
-        return opened(CreateMutexW(nullptr, FALSE, toSystem(decoded(name))));
-    }
+    LPCWSTR name() const { return reinterpret_cast<LPCWSTR>(m_name.c_str()); }
 
-    Answer open(Words& words)
+    static Answer answered(DWORD result, DWORD failure)
     {
-        std::string name;
-        words >> name;
-        return opened(OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, toSystem(decoded(name))));
+        return { result, result == failure ? GetLastError() : 0 };
     }
 
     Answer opened(HANDLE handle)
@@ -145,345 +70,157 @@ private:
         return { reinterpret_cast<std::uintptr_t>(handle), error };
     }
 
-    Answer close(Words& words)
+    Answer close()
     {
-        const HANDLE handle = nextHandle(words);
-        m_open.erase(handle);
-        return answered(static_cast<unsigned>(CloseHandle(handle)));
+        m_open.erase(m_handles[0]);
+        return answered(static_cast<DWORD>(CloseHandle(m_handles[0])), FALSE);
     }
 
-    Answer wait(Words& words)
+    /** As long as the first number says; the handles stand behind that. */
+    Answer wait()
     {
-        const DWORD milliseconds = nextNumber(words);
-        return answered(WaitForSingleObject(nextHandle(words), milliseconds));
+        const auto limit = static_cast<DWORD>(m_numbers[0]);
+        const auto count = static_cast<DWORD>(m_handles.size() - 1);
+        const DWORD result = count == 1
+            ? WaitForSingleObject(m_handles[1], limit)
+            : WaitForMultipleObjects(count, std::next(m_handles.data()), TRUE, limit);
+        return answered(result, WAIT_FAILED);
     }
 
-    Answer waitForAll(Words& words)
+    Answer release(std::ptrdiff_t first)
     {
-        const DWORD milliseconds = nextNumber(words);
-        const std::vector<HANDLE> handles = nextHandles(words);
-        return answered(
-            WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, milliseconds));
+        const bool released = std::all_of(std::next(m_handles.begin(), first), m_handles.end(), ReleaseMutex);
+        return answered(released ? TRUE : FALSE, FALSE);
     }
 
-    Answer release(Words& words) { return answered(static_cast<unsigned>(ReleaseMutex(nextHandle(words)))); }
-
-    Answer takeTurns(Words& words)
+    Answer pass()
     {
-        std::string file;
-        words >> file;
-        const Deadline end(std::chrono::milliseconds(nextNumber(words)));
-        const std::vector<HANDLE> handles = nextHandles(words);
+        const Answer answer = wait();
+        if (answer == owned || answer == abandoned) {
+            const bool alone = isAlone();
+            return release(1) == done && alone ? answer : Answer { WAIT_FAILED, 0 };
+        }
+        return answer;
+    }
+
+    Answer passOften()
+    {
+        const std::chrono::milliseconds duration(m_numbers[0]);
+        m_handles.erase(m_handles.begin());
+        m_numbers.erase(m_numbers.begin());
         Answer counted { 0, 0 };
-        while (!end.isReached()) {
-            const DWORD taken = waitFor(handles, INFINITE);
-            if (taken != WAIT_FAILED && file != "-") {
-                addOne(file);
-            }
-            ++(releaseAll(handles) && taken == WAIT_OBJECT_0 ? counted.result : counted.error);
+        for (const auto start = Clock::now(); Clock::now() - start < duration;) {
+            ++(pass() == owned ? counted.result : counted.error);
         }
         return counted;
     }
 
-    Answer makeAttempts(Words& words)
+    Answer race()
     {
-        const Deadline end(std::chrono::milliseconds(nextNumber(words)));
-        const std::vector<HANDLE> handles = nextHandles(words);
-        Answer counted { 0, 0 };
-        while (!end.isReached()) {
-            const bool taken = waitFor(handles, 0) == WAIT_OBJECT_0;
-            ++(taken && releaseAll(handles) ? counted.result : counted.error);
-        }
-        return counted;
-    }
-
-    Answer race(Words& words)
-    {
-        std::string encodedName;
-        std::string file;
-        words >> encodedName >> file;
-        const std::u16string name = decoded(encodedName);
-        const unsigned rounds = nextNumber(words);
         std::minstd_rand random { GetCurrentProcessId() };
         unsigned longestPause = 100;
         Answer counted { 0, 0 };
-        for (unsigned round = 0; round < rounds; ++round) {
-            const HANDLE handle = CreateMutexW(nullptr, FALSE, toSystem(name));
+        m_name.erase(0, 1);
+        while (counted.result + counted.error < m_numbers[0]) {
+            const HANDLE mutex = CreateMutexW(nullptr, FALSE, name());
             const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
-            const bool taken = handle && WaitForSingleObject(handle, INFINITE) == WAIT_OBJECT_0;
-            if (taken) {
-                addOne(file);
-            }
-            counted.error += taken && ReleaseMutex(handle) && CloseHandle(handle) ? 0 : 1;
-            counted.result += existed ? 0 : 1;
+            const bool taken = mutex && WaitForSingleObject(mutex, INFINITE) == WAIT_OBJECT_0;
+            const bool alone = taken && isAlone();
+            ++(ReleaseMutex(mutex) && CloseHandle(mutex) && alone ? counted.result : counted.error);
             // As long as it takes to have everybody out every other time.
             longestPause = existed ? std::min(longestPause * 2, 50000U) : longestPause / 2 + 1;
-            pauseFor(std::chrono::microseconds(random() % longestPause));
+            std::this_thread::sleep_for(std::chrono::microseconds(random() % longestPause));
         }
         return counted;
     }
 
-    Answer tellProcessorTime(Words& /*words*/)
+    /** Whether nobody else is at the same place, if there is one. */
+    bool isAlone() const
     {
-        return { static_cast<std::uint64_t>(processorTimeOfThisProcess().count()), 0 };
+        return m_place.empty()
+            || (std::filesystem::create_directory(m_place) && std::filesystem::remove(m_place));
     }
 
-    static DWORD waitFor(const std::vector<HANDLE>& handles, DWORD milliseconds)
-    {
-        return handles.size() == 1
-            ? WaitForSingleObject(handles.front(), milliseconds)
-            : WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, milliseconds);
-    }
-
-    static bool releaseAll(const std::vector<HANDLE>& handles)
-    {
-        return std::all_of(handles.begin(), handles.end(), ReleaseMutex);
-    }
-
-    static Answer answered(std::uint64_t result) { return { result, GetLastError() }; }
-
-    static unsigned nextNumber(Words& words)
-    {
-        unsigned number = 0;
-        words >> number;
-        return number;
-    }
-
-    static HANDLE nextHandle(Words& words)
-    {
-        std::uintptr_t number = 0;
-        words >> number;
-        return reinterpret_cast<HANDLE>(number);
-    }
-
-    static std::vector<HANDLE> nextHandles(Words& words)
-    {
-        std::vector<HANDLE> handles;
-        handles.reserve(1); // even none have an address then
-        std::uintptr_t number = 0;
-        while (words >> number) {
-            handles.push_back(reinterpret_cast<HANDLE>(number));
-        }
-        return handles;
-    }
-
+    const std::map<std::string, std::function<Answer()>> m_commands {
+        { "create", [this] { return opened(CreateMutexW(nullptr, FALSE, name())); } },
+        { "open", [this] { return opened(OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, name())); } },
+        { "close", [this] { return close(); } },
+        { "wait", [this] { return wait(); } },
+        { "release", [this] { return release(0); } },
+        { "pass", [this] { return pass(); } },
+        { "pass-often", [this] { return passOften(); } },
+        { "race", [this] { return race(); } },
+        { "meet", [this] { return m_place = std::filesystem::temp_directory_path() / m_name, done; } },
+    };
+    std::vector<std::uint64_t> m_numbers;
+    std::u16string m_name; ///< the numbers, as the characters of one
+    std::vector<HANDLE> m_handles; ///< and as handles
+    std::filesystem::path m_place;
     std::set<HANDLE> m_open;
 };
-
-void serve(LineQueue& commands, const std::function<void(const std::string&)>& reply)
-{
-    Servant servant;
-    while (const auto command = commands.pop()) {
-        const Answer answer = servant.execute(*command);
-        reply(std::to_string(answer.result) + ' ' + std::to_string(answer.error));
-    }
-}
-
-/** Lets an heir talk for this process, which goes on as long as he does and has nothing to say. */
-[[noreturn]] void liveBesideHeir()
-{
-    ChildProcess heir(agentRole, ChildProcess::Streams::Inherited);
-    std::cout << "0 0" << std::endl;
-    heir.waitForEnd();
-    std::_Exit(EXIT_SUCCESS);
-}
-
-void readCommands(LineQueue& commands)
-{
-    std::string command;
-    while (std::getline(std::cin, command)) {
-        if (command == handOverCommand) {
-            liveBesideHeir();
-        }
-        commands.push(command);
-    }
-    commands.close();
-}
-
-std::string nextLine(std::FILE* file)
-{
-    std::string line;
-    for (int character = std::fgetc(file); character != EOF && character != '\n';
-         character = std::fgetc(file)) {
-        line += static_cast<char>(character);
-    }
-    return line;
-}
-
-std::string list(const Agent::Handles& handles)
-{
-    std::string text;
-    for (const Agent::Handle handle : handles) {
-        text += ' ' + std::to_string(handle);
-    }
-    return text;
-}
-
-const std::string atOnce = " 0";
-const std::string whenever = ' ' + std::to_string(INFINITE);
 
 } // namespace
 
 std::ostream& operator<<(std::ostream& stream, const Answer& answer)
 {
-    return stream << answer.result << " (error " << answer.error << ')';
+    return stream << answer.result << ' ' << answer.error;
 }
 
-Answer Agent::tryCreate(const std::u16string& name)
+Agent::Numbers Agent::with(std::uint64_t first, Numbers others)
 {
-    return ask("create " + encoded(name));
+    others.insert(others.begin(), first);
+    return others;
 }
 
-Answer Agent::tryOpen(const std::u16string& name)
+void Agent::begin(const std::string& verb, const Numbers& numbers)
 {
-    return ask("open " + encoded(name));
-}
-
-Agent::Handle Agent::create(const std::u16string& name)
-{
-    const Answer answer = tryCreate(name);
-    if (answer.result == 0) {
-        throw std::runtime_error("a mutex was not created: error " + std::to_string(answer.error));
+    std::string line = verb;
+    for (const std::uint64_t number : numbers) {
+        line += ' ' + std::to_string(number);
     }
-    return answer.result;
+    m_answer = send(line);
 }
 
-Agent::Handle Agent::open(const std::u16string& name)
+Answer Agent::ask(const std::string& verb, const Numbers& numbers)
 {
-    const Answer answer = tryOpen(name);
-    if (answer.result == 0) {
-        throw std::runtime_error("a mutex was not opened: error " + std::to_string(answer.error));
-    }
-    return answer.result;
-}
-
-Answer Agent::close(Handle handle)
-{
-    return ask("close" + list({ handle }));
-}
-
-void Agent::beginTake(Handle handle)
-{
-    begin("wait" + whenever + list({ handle }));
-}
-
-void Agent::beginTakeAll(const Handles& handles)
-{
-    begin("wait-all" + whenever + list(handles));
-}
-
-std::uint64_t Agent::take(Handle handle)
-{
-    beginTake(handle);
-    return answer().result;
-}
-
-std::uint64_t Agent::takeAll(const Handles& handles)
-{
-    beginTakeAll(handles);
-    return answer().result;
-}
-
-std::uint64_t Agent::tryTake(Handle handle)
-{
-    return ask("wait" + atOnce + list({ handle })).result;
-}
-
-std::uint64_t Agent::tryTakeAll(const Handles& handles)
-{
-    return tryTakeAllWithReason(handles).result;
-}
-
-Answer Agent::takeWithReason(Handle handle)
-{
-    beginTake(handle);
+    begin(verb, numbers);
     return answer();
-}
-
-Answer Agent::tryTakeAllWithReason(const Handles& handles)
-{
-    return ask("wait-all" + atOnce + list(handles));
-}
-
-Answer Agent::release(Handle handle)
-{
-    return ask("release" + list({ handle }));
-}
-
-void Agent::releaseAll(const Handles& handles)
-{
-    for (const Handle handle : handles) {
-        if (release(handle).result == 0) {
-            throw std::runtime_error("a mutex was not released");
-        }
-    }
-}
-
-void Agent::beginTurns(std::chrono::milliseconds duration, const Handles& handles, const std::string& file)
-{
-    begin("turns " + file + ' ' + std::to_string(duration.count()) + list(handles));
-}
-
-void Agent::beginAttempts(std::chrono::milliseconds duration, const Handles& handles)
-{
-    begin("attempts " + std::to_string(duration.count()) + list(handles));
-}
-
-void Agent::beginRace(unsigned rounds, const std::u16string& name, const std::string& file)
-{
-    begin("race " + encoded(name) + ' ' + file + ' ' + std::to_string(rounds));
-}
-
-std::chrono::milliseconds Agent::processorTime()
-{
-    return std::chrono::milliseconds(ask("processor-time").result);
 }
 
 bool Agent::hasAnswered() const
 {
-    return !m_answers->isEmpty();
-}
-
-Answer Agent::answer()
-{
-    return answer(limitOfAnswers);
+    return m_answer.wait_for(0s) == std::future_status::ready;
 }
 
 Answer Agent::answer(std::chrono::milliseconds limit)
 {
-    const auto line = m_answers->pop(limit);
-    if (!line) {
-        throw std::runtime_error("no answer to '" + m_command + '\'');
+    if (m_answer.wait_for(limit) != std::future_status::ready) {
+        throw std::runtime_error("no answer");
     }
-    m_command.clear();
-    std::istringstream words(*line);
-    Answer answer {};
-    words >> answer.result >> answer.error;
-    return answer;
+    return m_answer.get();
 }
 
-void Agent::begin(std::string command)
+struct AgentThread::Call
 {
-    m_command = std::move(command);
-    send(m_command);
-}
-
-Answer Agent::ask(std::string command)
-{
-    begin(std::move(command));
-    return answer();
-}
+    std::string line;
+    std::promise<Answer> answer;
+    std::future<std::unique_ptr<Call>> next;
+};
 
 AgentThread::AgentThread()
-    : m_thread([commands = m_commands, answers = m_answers] {
-        serve(*commands, [answers](const std::string& line) { answers->push(line); });
+    : m_thread([next = m_next.get_future()]() mutable {
+        Servant servant;
+        while (const std::unique_ptr<Call> call = next.get()) {
+            next = std::move(call->next);
+            call->answer.set_value(servant.execute(call->line));
+        }
     })
 { }
 
 AgentThread::~AgentThread()
 {
     // What never came back from a call is a failure that was told, and must not keep that from being read.
-    if (isAsked() && !m_answers->pop(limitOfEnds)) {
+    if (m_answer.valid() && !hasAnswered()) {
         m_thread.detach();
     } else {
         end();
@@ -492,64 +229,95 @@ AgentThread::~AgentThread()
 
 void AgentThread::end()
 {
-    m_commands->close();
     if (m_thread.joinable()) {
+        m_next.set_value(nullptr);
         m_thread.join();
     }
 }
 
-void AgentThread::send(const std::string& line)
+std::future<Answer> AgentThread::send(const std::string& line)
 {
-    m_commands->push(line);
+    auto call = std::make_unique<Call>();
+    call->line = line;
+    std::future<Answer> answer = call->answer.get_future();
+    std::promise<std::unique_ptr<Call>> next;
+    call->next = next.get_future();
+    std::exchange(m_next, std::move(next)).set_value(std::move(call));
+    return answer;
 }
 
 AgentProcess::AgentProcess()
-    : m_process(new ChildProcess(agentRole))
-    , m_reader([this] {
-        for (std::string line = nextLine(m_process->output()); !line.empty();
-             line = nextLine(m_process->output())) {
-            m_answers->push(line);
-        }
-        m_answers->close();
-    })
+    : m_process(startThisProgram(agentRole))
 { }
 
 AgentProcess::~AgentProcess()
 {
-    m_process->closeInput();
-    m_reader.join();
+    if (!m_ended && (!m_answer.valid() || hasAnswered())) {
+        // In order, and without files that are left behind.
+        std::fputs("\n", m_process.input);
+        std::fflush(m_process.input);
+        while (std::fgetc(m_process.output) != EOF) { }
+    }
+    end();
+    if (m_answer.valid()) {
+        m_answer.wait();
+    }
+    std::fclose(m_process.input);
+    std::fclose(m_process.output);
 }
 
-void AgentProcess::handOver()
+void AgentProcess::end()
 {
-    ask(handOverCommand);
-    processorTime(); // the heir's first word
+    if (!std::exchange(m_ended, true)) {
+        endAtOnce(m_process);
+    }
 }
 
-void AgentProcess::kill()
+std::future<Answer> AgentProcess::send(const std::string& line)
 {
-    m_process->kill();
-}
-
-void AgentProcess::send(const std::string& line)
-{
-    std::fputs((line + '\n').c_str(), m_process->input());
-    std::fflush(m_process->input());
-}
-
-int serveAsAgentProcess()
-{
-    LineQueue commands;
-    std::promise<void> served;
-    std::thread reader([&commands, hasServed = served.get_future()] {
-        readCommands(commands);
-        // Who told this process what to do is gone, and a call that blocks has nobody to come back to.
-        if (hasServed.wait_for(limitOfEnds) != std::future_status::ready) {
-            std::_Exit(EXIT_FAILURE);
+    std::fputs((line + '\n').c_str(), m_process.input);
+    std::fflush(m_process.input);
+    return std::async(std::launch::async, [output = m_process.output] {
+        Answer answer {};
+        if (std::fscanf(output, "%" SCNu64 "%" SCNu64, &answer.result, &answer.error) != 2) {
+            throw std::runtime_error("a process ended");
         }
+        return answer;
     });
-    serve(commands, [](const std::string& line) { std::cout << line << std::endl; });
-    served.set_value();
-    reader.join();
+}
+
+int serveAsAgent()
+{
+    Servant servant;
+    std::string line;
+    while (std::getline(std::cin, line) && !line.empty()) {
+        std::cout << servant.execute(line) << std::endl;
+    }
     return EXIT_SUCCESS;
+}
+
+std::u16string uniqueName()
+{
+    static std::atomic<unsigned> count { 0 };
+    static const auto start = std::chrono::system_clock::now().time_since_epoch().count();
+    const std::string text = "vantkit-test-" + std::to_string(GetCurrentProcessId()) + '-'
+        + std::to_string(start) + '-' + std::to_string(++count);
+    return std::u16string(text.begin(), text.end());
+}
+
+std::uint64_t failuresOfRace(std::size_t processes, std::uint64_t rounds)
+{
+    const std::u16string name = uniqueName();
+    std::list<AgentProcess> racers(processes);
+    for (AgentProcess& racer : racers) {
+        racer.meetAt(name); // it is there, and all start together
+    }
+    for (AgentProcess& racer : racers) {
+        racer.beginRace(rounds, name);
+    }
+    std::uint64_t failures = 0;
+    for (AgentProcess& racer : racers) {
+        failures += rounds - racer.answer(20s + rounds * 100ms).result;
+    }
+    return failures + racers.front().tryOpen(name).result;
 }

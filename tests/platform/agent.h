@@ -1,19 +1,18 @@
 #pragma once
 
-#include "line-queue.h"
 #include "platform/win32.h"
+#include "system.h"
 
 #include <chrono>
 #include <cstdint>
+#include <future>
 #include <iosfwd>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
-class ChildProcess;
-
-/** What a call resulted in, and what GetLastError said after it. */
+/** What a call resulted in, and if it failed, what GetLastError said. */
 struct Answer
 {
     std::uint64_t result;
@@ -24,11 +23,10 @@ struct Answer
 
 std::ostream& operator<<(std::ostream& stream, const Answer& answer);
 
-// Results of the waits, all of one type.
-constexpr std::uint64_t owned = WAIT_OBJECT_0;
-constexpr std::uint64_t abandoned = WAIT_ABANDONED;
-constexpr std::uint64_t busy = WAIT_TIMEOUT;
-constexpr std::uint64_t failed = WAIT_FAILED;
+constexpr Answer done { TRUE, 0 };
+constexpr Answer owned { WAIT_OBJECT_0, 0 };
+constexpr Answer abandoned { WAIT_ABANDONED, 0 };
+constexpr Answer busy { WAIT_TIMEOUT, 0 };
 
 /**
  * Somebody who calls what is tested, one call after the other, as he is told: a thread, of this process or
@@ -38,62 +36,71 @@ constexpr std::uint64_t failed = WAIT_FAILED;
 class Agent
 {
 public:
+    using Numbers = std::vector<std::uint64_t>;
     using Handle = std::uint64_t; ///< a number that agents of one process may share
-    using Handles = std::vector<Handle>;
+    using Handles = Numbers;
 
     virtual ~Agent() = default;
 
     // Handles are closed when the agent ends.
-    Answer tryCreate(const std::u16string& name);
-    Answer tryOpen(const std::u16string& name);
-    Handle create(const std::u16string& name);
-    Handle open(const std::u16string& name);
-    Answer close(Handle handle);
+    Answer tryCreate(const std::u16string& name) { return ask("create", { name.begin(), name.end() }); }
 
-    void beginTake(Handle handle);
-    void beginTakeAll(const Handles& handles);
-    std::uint64_t take(Handle handle);
-    std::uint64_t takeAll(const Handles& handles);
-    std::uint64_t tryTake(Handle handle);
-    std::uint64_t tryTakeAll(const Handles& handles);
-    Answer takeWithReason(Handle handle);
-    Answer tryTakeAllWithReason(const Handles& handles);
-    Answer release(Handle handle);
-    void releaseAll(const Handles& handles);
+    Answer tryOpen(const std::u16string& name) { return ask("open", { name.begin(), name.end() }); }
 
-    /**
-     * For a while takes all handles, adds one to the number in the file, and releases them, again and again.
-     * The answer counts how often that succeeded, and how often not.
-     */
-    void beginTurns(
-        std::chrono::milliseconds duration, const Handles& handles, const std::string& file = "-");
+    Handle create(const std::u16string& name) { return tryCreate(name).result; }
 
-    /** The same without waiting and without a file: all handles are free, or it is a failure. */
-    void beginAttempts(std::chrono::milliseconds duration, const Handles& handles);
+    Handle open(const std::u16string& name) { return tryOpen(name).result; }
+
+    Answer close(Handle handle) { return ask("close", { handle }); }
+
+    void beginTake(const Handles& handles) { begin("wait", with(INFINITE, handles)); }
+
+    Answer take(const Handles& handles) { return ask("wait", with(INFINITE, handles)); }
+
+    Answer tryTake(const Handles& handles) { return ask("wait", with(0, handles)); }
+
+    Answer release(const Handles& handles) { return ask("release", handles); }
+
+    /** Takes the mutexes, and releases them if it got them. */
+    void beginPass(const Handles& handles) { begin("pass", with(INFINITE, handles)); }
+
+    Answer pass(const Handles& handles) { return ask("pass", with(INFINITE, handles)); }
+
+    Answer tryPass(const Handles& handles) { return ask("pass", with(0, handles)); }
 
     /**
-     * Creates the mutex, takes it, adds one to the number in the file, releases it, closes it and pauses,
-     * again and again. The answer counts how often the mutex had not been there, and the failures.
+     * Does so again and again for some milliseconds, waiting for the mutexes or not. The answer counts how
+     * often it got them, and how often not.
      */
-    void beginRace(unsigned rounds, const std::u16string& name, const std::string& file);
+    void beginPasses(unsigned duration, DWORD wait, const Handles& handles)
+    {
+        begin("pass-often", with(duration, with(wait, handles)));
+    }
 
-    std::chrono::milliseconds processorTime();
+    /** Creates the mutex, takes it, releases it, closes it and pauses, again and again. Counted likewise. */
+    void beginRace(std::uint64_t rounds, const std::u16string& name)
+    {
+        begin("race", with(rounds, { name.begin(), name.end() }));
+    }
+
+    /** From now on it is a failure if another one has taken mutexes and meets this one at that place. */
+    void meetAt(const std::u16string& name) { ask("meet", { name.begin(), name.end() }); }
 
     bool hasAnswered() const;
-    Answer answer();
-    Answer answer(std::chrono::milliseconds limit);
+    Answer answer(std::chrono::milliseconds limit = std::chrono::seconds(20));
+
+    /** Leaves whatever it owns. */
+    virtual void end() = 0;
+
+private:
+    static Numbers with(std::uint64_t first, Numbers others);
+
+    void begin(const std::string& verb, const Numbers& numbers);
+    Answer ask(const std::string& verb, const Numbers& numbers);
+    virtual std::future<Answer> send(const std::string& line) = 0;
 
 protected:
-    void begin(std::string command);
-    Answer ask(std::string command);
-
-    /** Whether there is an answer to come. */
-    bool isAsked() const { return !m_command.empty(); }
-
-    virtual void send(const std::string& line) = 0;
-
-    std::shared_ptr<LineQueue> m_answers = std::make_shared<LineQueue>();
-    std::string m_command;
+    std::future<Answer> m_answer; ///< valid until it was given
 };
 
 class AgentThread : public Agent
@@ -101,15 +108,15 @@ class AgentThread : public Agent
 public:
     AgentThread();
     ~AgentThread() override;
-
-    /** Whatever it owns. */
-    void end();
+    void end() override;
 
 private:
-    void send(const std::string& line) override;
+    struct Call;
 
-    std::shared_ptr<LineQueue> m_commands = std::make_shared<LineQueue>();
-    std::thread m_thread; ///< which keeps its lines, if it outlives this
+    std::future<Answer> send(const std::string& line) override;
+
+    std::promise<std::unique_ptr<Call>> m_next;
+    std::thread m_thread;
 };
 
 class AgentProcess : public Agent
@@ -118,20 +125,26 @@ public:
     AgentProcess();
     ~AgentProcess() override;
 
-    /** Starts another process, which answers from now on. The first one only lives, with all that it has. */
-    void handOver();
-
-    /** Kills the first one. */
-    void kill();
+    /** Kills it. */
+    void end() override;
 
 private:
-    void send(const std::string& line) override;
+    std::future<Answer> send(const std::string& line) override;
 
-    std::unique_ptr<ChildProcess> m_process;
-    std::thread m_reader;
+    ChildProcess m_process;
+    bool m_ended = false;
 };
 
 /** The argument that makes this program the other side of an AgentProcess. */
 extern const char* const agentRole;
 
-int serveAsAgentProcess();
+int serveAsAgent();
+
+/** A name that nobody else has. */
+std::u16string uniqueName();
+
+/**
+ * How many rounds fail while processes create, take, release and close one mutex as fast as they can. It is a
+ * failure too if that mutex is still there at last.
+ */
+std::uint64_t failuresOfRace(std::size_t processes, std::uint64_t rounds);

@@ -1,9 +1,10 @@
 #include "system.h"
 
 #include <array>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
-#include <stdexcept>
+#include <process.h>
 #include <windows.h>
 
 const bool secondHandleContends = false;
@@ -11,96 +12,28 @@ const bool secondHandleContends = false;
 const bool doublesAreRefused = !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
 const std::size_t longestName = 200;
 
-namespace {
-
-struct Pipe
+ChildProcess startThisProgram(const std::string& argument)
 {
-    Pipe()
-    {
-        SECURITY_ATTRIBUTES inheritable { sizeof inheritable, nullptr, TRUE };
-        if (!CreatePipe(&readEnd, &writeEnd, &inheritable, 0)) {
-            throw std::runtime_error("no pipe");
-        }
+    std::array<int, 2> toChild {};
+    std::array<int, 2> fromChild {};
+    _pipe(toChild.data(), 4096, _O_TEXT | _O_NOINHERIT);
+    _pipe(fromChild.data(), 4096, _O_TEXT | _O_NOINHERIT);
+    const std::array<int, 2> own { _dup(0), _dup(1) };
+    _dup2(toChild[0], 0);
+    _dup2(fromChild[1], 1);
+    const std::intptr_t id = _spawnl(_P_NOWAIT, _pgmptr, "platform-test", argument.c_str(), nullptr);
+    _dup2(own[0], 0);
+    _dup2(own[1], 1);
+    for (const int descriptor : { own[0], own[1], toChild[0], fromChild[1] }) {
+        _close(descriptor);
     }
-
-    HANDLE readEnd = nullptr;
-    HANDLE writeEnd = nullptr;
-};
-
-/** Whatever this process has that can be inherited, the other inherits. */
-HANDLE spawn(const std::string& role, HANDLE input, HANDLE output)
-{
-    std::array<wchar_t, 32768> program {};
-    GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size()));
-    std::wstring commandLine =
-        L'"' + std::wstring(program.data()) + L"\" " + std::wstring(role.begin(), role.end());
-    STARTUPINFOW start {};
-    start.cb = sizeof start;
-    start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdInput = input;
-    start.hStdOutput = output;
-    start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
-    PROCESS_INFORMATION started {};
-    if (!CreateProcessW(program.data(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-            &start, &started)) {
-        throw std::runtime_error("no second process");
-    }
-    CloseHandle(started.hThread);
-    return started.hProcess;
+    return { id, _fdopen(toChild[1], "w"), _fdopen(fromChild[0], "r") };
 }
 
-/** This end of a pipe, which stays here. */
-std::FILE* keep(HANDLE end, int access, const char* mode)
+void endAtOnce(const ChildProcess& process)
 {
-    SetHandleInformation(end, HANDLE_FLAG_INHERIT, 0);
-    return _fdopen(_open_osfhandle(reinterpret_cast<intptr_t>(end), access | _O_TEXT), mode);
+    const auto handle = reinterpret_cast<HANDLE>(process.id);
+    TerminateProcess(handle, 9);
+    WaitForSingleObject(handle, INFINITE);
+    CloseHandle(handle);
 }
-
-} // namespace
-
-struct ChildProcess::Process
-{
-    ~Process() { CloseHandle(handle); }
-
-    HANDLE handle;
-};
-
-ChildProcess::ChildProcess(const std::string& role, Streams streams)
-    : m_process(new Process)
-{
-    if (streams == Streams::Inherited) {
-        m_process->handle = spawn(role, GetStdHandle(STD_INPUT_HANDLE), GetStdHandle(STD_OUTPUT_HANDLE));
-        return;
-    }
-    const Pipe toChild;
-    const Pipe fromChild;
-    m_input = keep(toChild.writeEnd, 0, "w");
-    m_output = keep(fromChild.readEnd, _O_RDONLY, "r");
-    m_process->handle = spawn(role, toChild.readEnd, fromChild.writeEnd);
-    CloseHandle(toChild.readEnd);
-    CloseHandle(fromChild.writeEnd);
-}
-
-void ChildProcess::kill()
-{
-    TerminateProcess(m_process->handle, 9);
-    waitForEnd();
-}
-
-void ChildProcess::waitForEnd()
-{
-    WaitForSingleObject(m_process->handle, INFINITE);
-}
-
-std::chrono::milliseconds processorTimeOfThisProcess()
-{
-    FILETIME created {};
-    FILETIME ended {};
-    FILETIME inKernel {};
-    FILETIME inProgram {};
-    GetProcessTimes(GetCurrentProcess(), &created, &ended, &inKernel, &inProgram);
-    // In units of 100 ns, which stay below 7 minutes for the tests.
-    return std::chrono::milliseconds((inKernel.dwLowDateTime + inProgram.dwLowDateTime) / 10000);
-}
-
-void surviveBrokenPipes() { }

@@ -9,10 +9,9 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
 #include <QSocketNotifier>
-#include <QTimer>
 #include <QUrl>
+#include <QVariant>
 
 #include <cstdio>
 #include <fcntl.h>
@@ -24,27 +23,19 @@ using QtLP_Private::QtLockedFile;
 
 namespace {
 
-QStringList warnings;
+using Commands = std::map<QString, std::function<QVariant()>>;
+
+QString warnings;
 
 void collectWarning(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text)
 {
-    warnings += text;
+    warnings += QStringLiteral(" [%1]").arg(text);
 }
 
 void answer(const QString& text)
 {
-    QString line = text;
-    for (const QString& warning : qAsConst(warnings)) {
-        line += QStringLiteral(" [%1]").arg(warning);
-    }
-    warnings.clear();
-    std::puts(qUtf8Printable(line));
+    std::puts(qUtf8Printable(text + std::exchange(warnings, QString())));
     std::fflush(stdout);
-}
-
-QString truth(bool holds)
-{
-    return holds ? QStringLiteral("true") : QStringLiteral("false");
 }
 
 /** Leaves room for so many further open files, for all if it is negative. */
@@ -61,41 +52,31 @@ bool limitOpenFiles(int room)
     return setrlimit(RLIMIT_NOFILE, &limit) == 0;
 }
 
-/** The mutexes of the file "file", as anybody may open them. */
-class Mutexes
+/** A mutex of the file "file", as anybody may have it: that of a reader, or of the writer. */
+HANDLE mutex(const QString& slot, bool create)
 {
-public:
-    static HANDLE create(const QString& slot) { return CreateMutexW(nullptr, FALSE, utf16(nameOf(slot))); }
+    const QString name = "QtLockedFile mutex " + QDir::current().filePath("file").toLower() + slot;
+    const auto* const utf16 = reinterpret_cast<LPCWSTR>(name.utf16());
+    return create ? CreateMutexW(nullptr, FALSE, utf16)
+                  : OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, utf16);
+}
 
-    /** Those that have an owner. */
-    static QString owned()
-    {
-        QStringList found;
-        for (int slot = -1; slot < 100; ++slot) {
-            const QString number = slot < 0 ? QString() : QString::number(slot);
-            HANDLE mutex = OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, utf16(nameOf(number)));
-            if (!mutex) {
-                continue;
-            }
-            if (WaitForSingleObject(mutex, 0) == WAIT_TIMEOUT) {
-                found += slot < 0 ? QStringLiteral("writer") : number;
-            } else {
-                ReleaseMutex(mutex);
-            }
-            CloseHandle(mutex);
+/** The mutexes that have an owner. */
+QString owned()
+{
+    QStringList found;
+    for (int slot = -1; slot < 100; ++slot) {
+        const QString number = slot < 0 ? QString() : QString::number(slot);
+        HANDLE handle = mutex(number, false);
+        if (handle && WaitForSingleObject(handle, 0) == WAIT_TIMEOUT) {
+            found += slot < 0 ? "writer" : number;
+        } else {
+            ReleaseMutex(handle);
         }
-        return found.join(QLatin1Char(' '));
+        CloseHandle(handle);
     }
-
-private:
-    static QString nameOf(const QString& slot)
-    {
-        return QStringLiteral("QtLockedFile mutex ")
-            + QDir::current().filePath(QStringLiteral("file")).toLower() + slot;
-    }
-
-    static LPCWSTR utf16(const QString& name) { return reinterpret_cast<LPCWSTR>(name.utf16()); }
-};
+    return found.join(' ');
+}
 
 class Participant : public QObject
 {
@@ -118,92 +99,81 @@ private Q_SLOTS:
             QCoreApplication::quit();
             return;
         }
+        const QStringList words = line.split(' ');
         bool isFile = false;
-        const int number = line.section(QLatin1Char(' '), 0, 0).toInt(&isFile);
-        const QString command = isFile ? line.section(QLatin1Char(' '), 1) : line;
-        const QString verb = command.section(QLatin1Char(' '), 0, 0);
-        const QString argument = command.section(QLatin1Char(' '), 1);
-        answer(isFile ? handle(files[number], verb, argument) : perform(verb, argument));
+        const int number = words[0].toInt(&isFile);
+        const Commands commands = isFile ? commandsOf(files[number], words.value(2))
+                                         : commandsOf(words.value(1), words.value(2, "20000").toInt());
+        answer(commands.at(words.value(isFile ? 1 : 0))().toString());
     }
 
     void receive(const QString& text) { messages += text; }
 
 private:
-    static QString handle(std::unique_ptr<QtLockedFile>& file, const QString& verb, const QString& argument)
+    static Commands commandsOf(std::unique_ptr<QtLockedFile>& file, const QString& argument)
     {
-        if (verb == QLatin1String("new") || !file) {
-            file = std::make_unique<QtLockedFile>(argument.isEmpty() ? QStringLiteral("file") : argument);
-            file->open(QIODevice::ReadWrite);
-        }
-        const QHash<QString, std::function<bool()>> commands {
-            { QStringLiteral("new"), [&] { return file->isOpen(); } },
-            { QStringLiteral("read"), [&] { return file->lock(QtLockedFile::ReadLock, false); } },
-            { QStringLiteral("write"), [&] { return file->lock(QtLockedFile::WriteLock, false); } },
-            { QStringLiteral("none"), [&] { return file->lock(QtLockedFile::NoLock, false); } },
-            { QStringLiteral("unlock"), [&] { return file->unlock(); } },
-            { QStringLiteral("open"), [&] { return file->open(QIODevice::ReadWrite); } },
-            { QStringLiteral("truncate"),
-                [&] { return file->open(QIODevice::ReadWrite | QIODevice::Truncate); } },
-            { QStringLiteral("close"), [&] { return file->close(), true; } },
-            { QStringLiteral("rename"), [&] { return file->setFileName(argument), true; } },
-            { QStringLiteral("delete"), [&] { return file.reset(), true; } },
+        const auto open = [&file](QIODevice::OpenMode mode) { return file->open(mode); };
+        const auto renew = [&file, argument, open] {
+            file = std::make_unique<QtLockedFile>(argument.isEmpty() ? "file" : argument);
+            return open(QIODevice::ReadWrite);
         };
-        if (verb == QLatin1String("mode")) {
-            return QString::number(file->lockMode());
+        if (!file) {
+            renew();
         }
-        if (verb.endsWith(QLatin1Char('!'))) {
-            // Waits as long as it takes, and says so before.
-            answer(QStringLiteral("begun"));
-            return truth(file->lock(
-                verb == QLatin1String("read!") ? QtLockedFile::ReadLock : QtLockedFile::WriteLock, true));
-        }
-        return commands.contains(verb) ? truth(commands[verb]()) : QStringLiteral("no such command");
+        const auto lock = [&file](QtLockedFile::LockMode mode, bool block) {
+            if (block) {
+                answer("begun");
+            }
+            return file->lock(mode, block);
+        };
+        return {
+            { "new", renew },
+            { "read", [=] { return lock(QtLockedFile::ReadLock, false); } },
+            { "write", [=] { return lock(QtLockedFile::WriteLock, false); } },
+            { "none", [=] { return lock(QtLockedFile::NoLock, false); } },
+            { "read!", [=] { return lock(QtLockedFile::ReadLock, true); } },
+            { "write!", [=] { return lock(QtLockedFile::WriteLock, true); } },
+            { "mode", [&file] { return int { file->lockMode() }; } },
+            { "unlock", [&file] { return file->unlock(); } },
+            { "open", [=] { return open(QIODevice::ReadWrite); } },
+            { "truncate", [=] { return open(QIODevice::ReadWrite | QIODevice::Truncate); } },
+            { "close", [&file] { return file->close(), true; } },
+            { "delete", [&file] { return file.reset(), true; } },
+        };
     }
 
-    QString perform(const QString& verb, const QString& argument)
+    Commands commandsOf(const QString& argument, int timeout)
     {
-        const QHash<QString, std::function<QString()>> commands {
-            { QStringLiteral("owned"), [] { return Mutexes::owned(); } },
-            { QStringLiteral("create"), [&] { return truth(Mutexes::create(argument)); } },
-            { QStringLiteral("limit"), [&] { return truth(limitOpenFiles(argument.toInt())); } },
-            { QStringLiteral("peer"), [&] { return peer().applicationId(); } },
-            { QStringLiteral("isClient"), [&] { return truth(peer().isClient()); } },
-            { QStringLiteral("send"), [&] { return truth(send(argument)); } },
-            { QStringLiteral("unlock"), [&] { return truth(peer().unlock()); } },
-            { QStringLiteral("take"), [&] { return takeMessage(); } },
-            { QStringLiteral("left"), [&] { return QString::number(messages.size()); } },
+        const QString text = QUrl::fromPercentEncoding(argument.toUtf8());
+        return {
+            { "owned", owned },
+            { "create", [=] { return mutex(argument, true) != nullptr; } },
+            { "limit", [=] { return limitOpenFiles(argument.toInt()); } },
+            { "peer", [this] { return peer().applicationId(); } },
+            { "isClient", [this] { return peer().isClient(); } },
+            { "send", [=] { return peer().sendMessage(text, timeout); } },
+            { "unlock", [this] { return peer().unlock(); } },
+            { "take", [this] { return takeMessage(); } },
+            { "left", [this] { return messages.size(); } },
         };
-        return commands.contains(verb) ? commands[verb]() : QStringLiteral("no such command");
     }
 
     QtLocalPeer& peer()
     {
         if (!onlyPeer) {
-            onlyPeer = std::make_unique<QtLocalPeer>(nullptr, QLatin1String(sceneIdentity));
+            onlyPeer = std::make_unique<QtLocalPeer>(nullptr, sceneIdentity);
             connect(
                 onlyPeer.get(), SIGNAL(messageReceived(const QString&)), this, SLOT(receive(const QString&)));
         }
         return *onlyPeer;
     }
 
-    /** A text, percent-encoded, and perhaps the time-out in milliseconds. */
-    bool send(const QString& argument)
+    QByteArray takeMessage()
     {
-        const QStringList words = argument.split(QLatin1Char(' '));
-        const int timeout = words.size() > 1 ? words[1].toInt() : 20000;
-        return peer().sendMessage(QUrl::fromPercentEncoding(words[0].toUtf8()), timeout);
-    }
-
-    QString takeMessage()
-    {
-        if (messages.isEmpty()) {
-            QEventLoop loop;
-            connect(&peer(), SIGNAL(messageReceived(const QString&)), &loop, SLOT(quit()));
-            QTimer::singleShot(20000, &loop, SLOT(quit()));
-            loop.exec();
+        while (messages.isEmpty()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
-        return messages.isEmpty() ? QStringLiteral("nothing")
-                                  : QString::fromLatin1(QUrl::toPercentEncoding(messages.takeFirst()));
+        return QUrl::toPercentEncoding(messages.takeFirst());
     }
 
     QFile input;
@@ -218,14 +188,10 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     qInstallMessageHandler(collectWarning);
-    int exitCode = 0;
-    {
-        const Participant participant;
-        exitCode = QCoreApplication::exec();
-    }
-    for (const QString& warning : qAsConst(warnings)) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(warning));
-    }
+    auto participant = std::make_unique<Participant>();
+    const int exitCode = QCoreApplication::exec();
+    participant.reset();
+    std::fputs(qUtf8Printable(warnings), stderr);
     return exitCode;
 }
 

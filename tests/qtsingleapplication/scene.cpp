@@ -7,13 +7,8 @@
 namespace {
 
 constexpr int patience = 30000; // milliseconds
-
 const char* const folderVariable = "TMPDIR";
-
-QString textOf(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes).trimmed();
-}
+const QString yes = QStringLiteral("true");
 
 } // namespace
 
@@ -26,29 +21,24 @@ Scene::Scene()
 Scene::~Scene()
 {
     while (!processes.empty()) {
-        kill(processes.begin()->first);
+        const QString ended = end(processes.begin()->first);
+        if (ended != yes) {
+            qWarning("%s", qUtf8Printable(ended));
+        }
     }
-    if (formerFolder.isNull()) {
-        qunsetenv(folderVariable);
-    } else {
-        qputenv(folderVariable, formerFolder);
-    }
+    formerFolder.isNull() ? qunsetenv(folderVariable) : qputenv(folderVariable, formerFolder);
 }
 
 QString Scene::play(const QString& steps)
 {
-    static const QRegularExpression expression(
-        QStringLiteral("^(?<name>\\w)(?<command>.*?)(?<is>: | becomes |$)(?<answer>.*)$"));
-    for (const QString& step : steps.split(QStringLiteral("; "))) {
-        const QRegularExpressionMatch match = expression.match(step);
-        const QString is = match.captured(QStringLiteral("is"));
-        const QString expected =
-            is.isEmpty() ? QStringLiteral("true") : match.captured(QStringLiteral("answer"));
-        const QDeadlineTimer deadline(is == QLatin1String(" becomes ") ? patience : 0);
+    static const QRegularExpression expression("^(\\w) ?(.*?)(?:(: | becomes )(.*))?$");
+    for (const QString& step : steps.split("; ")) {
+        const QStringList parts = expression.match(step).capturedTexts();
+        const QString expected = parts.value(4, yes);
+        const QDeadlineTimer deadline(parts.value(3) == " becomes " ? patience : 0);
         QString answered;
         do {
-            answered = perform(
-                match.captured(QStringLiteral("name")), match.captured(QStringLiteral("command")).trimmed());
+            answered = perform(parts[1], parts[2]);
         } while (answered != expected && !deadline.hasExpired());
         if (answered != expected) {
             return QStringLiteral("\"%1\" gave \"%2\"").arg(step, answered);
@@ -59,45 +49,40 @@ QString Scene::play(const QString& steps)
 
 QString Scene::perform(const QString& name, const QString& command)
 {
-    const auto truth = [](bool holds) { return holds ? QStringLiteral("true") : QStringLiteral("false"); };
-    if (command == QLatin1String("kill")) {
-        kill(name);
-        return truth(true);
+    if (command == "kill") {
+        process(name).kill();
+        process(name).waitForFinished(patience);
+        processes.erase(name);
+        return yes;
     }
-    if (command == QLatin1String("end")) {
-        const QString complaint = end(name);
-        return complaint.isEmpty() ? truth(true) : complaint;
+    if (command == "waits") {
+        return process(name).canReadLine() || process(name).waitForReadyRead(0) ? "false" : yes;
     }
-    if (command == QLatin1String("waits")) {
-        return truth(!hasAnswered(name));
+    if (command == "end") {
+        return end(name);
     }
-    return command == QLatin1String("answers") ? answer(name) : ask(name, command);
+    if (command != "answers") {
+        tell(name, command);
+    }
+    return answer(name);
 }
 
 QProcess& Scene::process(const QString& name)
 {
-    const auto found = processes.find(name);
-    if (found != processes.end()) {
-        return found->second;
+    const bool isNew = processes.count(name) == 0;
+    QProcess& process = processes[name];
+    if (isNew) {
+        process.setWorkingDirectory(folder.path());
+        process.start(QStringLiteral(PARTICIPANT), QStringList());
+        process.waitForStarted(patience);
     }
-    QProcess& started = processes[name];
-    started.setWorkingDirectory(folder.path());
-    started.start(QStringLiteral(PARTICIPANT), QStringList());
-    return started;
-}
-
-QString Scene::ask(const QString& name, const QString& command)
-{
-    tell(name, command);
-    return answer(name);
+    return process;
 }
 
 void Scene::tell(const QString& name, const QString& command)
 {
-    QProcess& told = process(name);
-    told.waitForStarted(patience);
-    told.write(command.toUtf8() + '\n');
-    told.waitForBytesWritten(patience);
+    process(name).write(command.toUtf8() + '\n');
+    process(name).waitForBytesWritten(patience);
 }
 
 QString Scene::answer(const QString& name)
@@ -105,58 +90,26 @@ QString Scene::answer(const QString& name)
     QProcess& asked = process(name);
     while (!asked.canReadLine()) {
         if (!asked.waitForReadyRead(patience)) {
-            return QStringLiteral("no answer ") + textOf(asked.readAllStandardError());
+            return "no answer " + asked.readAllStandardError();
         }
     }
-    return textOf(asked.readLine());
+    return QString::fromUtf8(asked.readLine()).trimmed();
 }
 
-bool Scene::hasAnswered(const QString& name)
-{
-    QProcess& asked = process(name);
-    return asked.canReadLine() || asked.waitForReadyRead(0);
-}
-
-void Scene::kill(const QString& name)
-{
-    QProcess& killed = process(name);
-    killed.kill();
-    killed.waitForFinished(patience);
-    processes.erase(name);
-}
-
-/** Its log, which has to be empty then, or how else it ended. */
+/** What is wrong with it, unless it ends in order and with an empty log. */
 QString Scene::end(const QString& name)
 {
     QProcess& ended = process(name);
     ended.closeWriteChannel();
-    QString complaint;
-    if (!ended.waitForFinished(patience)) {
-        complaint = QStringLiteral("does not end");
-    } else if (ended.exitStatus() != QProcess::NormalExit || ended.exitCode() != 0) {
-        complaint = QStringLiteral("ended with %1 ").arg(ended.exitCode());
-    }
-    complaint += textOf(ended.readAllStandardOutput() + ended.readAllStandardError());
-    kill(name);
-    return complaint;
-}
-
-QString Scene::finish()
-{
-    QString complaints;
-    while (!processes.empty()) {
-        complaints += end(processes.begin()->first);
-    }
-    return complaints;
-}
-
-qint64 Scene::processId(const QString& name)
-{
-    return process(name).processId();
+    const bool inOrder = ended.waitForFinished(patience) && ended.exitStatus() == QProcess::NormalExit;
+    const QByteArray log = ended.readAllStandardOutput() + ended.readAllStandardError();
+    const bool isFine = inOrder && ended.exitCode() == 0 && log.isEmpty();
+    processes.erase(name);
+    return isFine ? yes : name + " ended: " + log;
 }
 
 QString Scene::socketPath() const
 {
-    const QStringList lockFiles = QDir(folder.path()).entryList({ QStringLiteral("*-lockfile") });
-    return path(lockFiles.value(0).chopped(static_cast<int>(qstrlen("-lockfile"))));
+    const QStringList lockFiles = QDir(folder.path()).entryList({ "*-lockfile" });
+    return folder.filePath(lockFiles.value(0).section("-lockfile", 0, 0));
 }

@@ -10,7 +10,7 @@ constexpr const char* sceneIdentity = "scene";
 
 /**
  * Processes that act on one another as they are told, in a temporary folder of their own, which is also that
- * of this process meanwhile.
+ * of this process meanwhile. What was wrong with them at their end is a warning.
  *
  * What they are told is written as steps, with "; " between them, such as
  *
@@ -39,19 +39,10 @@ public:
     /** Empty if each step gave its answer, else the first that did not. */
     QString play(const QString& steps);
 
-    /** Tells a process a command, and what it answers. */
-    QString ask(const QString& name, const QString& command);
-
-    // The same in two.
     void tell(const QString& name, const QString& command);
     QString answer(const QString& name);
 
-    /** Ends all processes; what was wrong with them, or empty. */
-    QString finish();
-
-    qint64 processId(const QString& name);
-
-    QString path(const QString& name) const { return folder.filePath(name); }
+    qint64 processId(const QString& name) { return process(name).processId(); }
 
     /** Of the local socket of the participants' peers. */
     QString socketPath() const;
@@ -59,9 +50,7 @@ public:
 private:
     QProcess& process(const QString& name);
     QString perform(const QString& name, const QString& command);
-    bool hasAnswered(const QString& name);
     QString end(const QString& name);
-    void kill(const QString& name);
 
     QTemporaryDir folder;
     QByteArray formerFolder;

@@ -1,7 +1,9 @@
 #include "qtsingleapplication/scene.h"
-#include "sheets/covered-window.h"
 #include "support/guarded-test.h"
 
+#include <vantkit-qt/qtsingleapplication/src/qtsingleapplication.h>
+
+#include <QWidget>
 #include <QtTest>
 
 namespace {
@@ -9,6 +11,7 @@ namespace {
 int argumentCount = 1;
 char programName[] = "program";
 char* arguments[] = { programName, nullptr };
+const Qt::WindowStates iconic = Qt::WindowMinimized | Qt::WindowMaximized;
 
 /** A window that counts how often it is brought to the front. */
 class CountingWindow : public QWidget
@@ -32,190 +35,126 @@ class SingleApplicationTest : public GuardedTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
     void roles();
-    void defaultIdentity();
     void activation_data();
     void activation();
-    void deletedWindow();
-    void modalSheet();
+    void nestedLoop();
 
 public Q_SLOTS:
-    void note(const QString& text);
-    void openSheet(const QString& text);
+
+    /** The window is not activated yet. */
+    void note(const QString& text)
+    {
+        received += text;
+        QCOMPARE(window->windowState(), iconic);
+    }
+
+    void runLoop(const QString& text);
 
 private:
     QStringList received;
     QWidget* window = nullptr;
-    QList<Qt::WindowStates> states; // of the window, when messages came
     Scene* scene = nullptr;
 };
-
-void SingleApplicationTest::init()
-{
-    GuardedTest::init();
-    received.clear();
-    states.clear();
-}
-
-void SingleApplicationTest::note(const QString& text)
-{
-    received += text;
-    states += window ? window->windowState() : Qt::WindowNoState;
-}
 
 void SingleApplicationTest::roles()
 {
     Scene others;
     {
-        QtSingleApplication application(QLatin1String(sceneIdentity), argumentCount, arguments);
-        QCOMPARE(application.id(), QLatin1String(sceneIdentity));
-        QCOMPARE(others.play(QStringLiteral("Q isClient: false; Q end; P isClient: false")), QString());
+        QtSingleApplication application(sceneIdentity, argumentCount, arguments);
+        QCOMPARE(application.id(), sceneIdentity);
+        QCOMPARE(others.play("P isClient: false"), QString());
         QVERIFY(application.isRunning());
-        QVERIFY(application.sendMessage(QStringLiteral("hello")));
-        QCOMPARE(others.play(QStringLiteral("P take: hello; P end")), QString());
+        QVERIFY(application.sendMessage("hello"));
+        QCOMPARE(others.play("P take: hello; P end"), QString());
         QVERIFY(!application.isRunning());
-        QVERIFY(!application.sendMessage(QStringLiteral("no")));
-        QCOMPARE(others.play(QStringLiteral("Q isClient")), QString());
+        QVERIFY(!application.sendMessage("no"));
+        QCOMPARE(others.play("Q isClient"), QString());
         QVERIFY(application.unlock());
-        QCOMPARE(
-            others.play(QStringLiteral("Q isClient: false [QtSingleCoreApplication: listen on local socket "
-                                       "failed, QLocalServer::listen: Address in use]; Q end")),
+        QCOMPARE(others.play("Q isClient: false [QtSingleCoreApplication: listen on local socket failed, "
+                             "QLocalServer::listen: Address in use]; Q end"),
             QString());
     }
-    {
-        QtSingleApplication application(QLatin1String(sceneIdentity), argumentCount, arguments);
-        QVERIFY(!application.isRunning());
-        QCOMPARE(others.play(QStringLiteral("Q isClient")), QString());
-    }
-    QCOMPARE(others.play(QStringLiteral("Q isClient: false")), QString());
-    QCOMPARE(others.finish(), QString());
-}
-
-void SingleApplicationTest::defaultIdentity()
-{
-    const Scene others;
     for (const bool gui : { true, false }) {
         const QtSingleApplication application(argumentCount, arguments, gui);
         QCOMPARE(application.id(), QCoreApplication::applicationFilePath().toLower());
     }
+    QCOMPARE(others.play("Q isClient: false"), QString());
 }
 
 void SingleApplicationTest::activation_data()
 {
-    QTest::addColumn<QByteArray>("calls");
     QTest::addColumn<int>("activations");
-    QTest::newRow("on message") << QByteArray("window on") << 1;
-    QTest::newRow("by hand only") << QByteArray("window off") << 0;
-    QTest::newRow("no longer") << QByteArray("window on, window off") << 0;
-    QTest::newRow("twice") << QByteArray("window on, window on") << 2;
-    QTest::newRow("no longer twice") << QByteArray("window on, window on, window off") << 0;
-    QTest::newRow("no window") << QByteArray("none on") << 0;
-    QTest::newRow("no window any more") << QByteArray("window on, none on") << 0;
-    QTest::newRow("a window later") << QByteArray("none on, window off, window on") << 1;
+    QTest::newRow("window on") << 1;
+    QTest::newRow("window off") << 0;
+    QTest::newRow("window on, window on, window off") << 0;
+    QTest::newRow("window on, window on") << 2;
+    QTest::newRow("window on, none on") << 0;
+    QTest::newRow("none on, window off, window on") << 1;
+    QTest::newRow("deleted on") << 0;
 }
 
 void SingleApplicationTest::activation()
 {
-    QFETCH(QByteArray, calls);
     QFETCH(int, activations);
+    received.clear();
     Scene others;
-    QtSingleApplication application(QLatin1String(sceneIdentity), argumentCount, arguments);
+    QtSingleApplication application(sceneIdentity, argumentCount, arguments);
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(note(const QString&)));
     CountingWindow minimised;
-    minimised.setWindowState(Qt::WindowMinimized | Qt::WindowMaximized);
+    minimised.setWindowState(iconic);
     minimised.show();
     QWidget front;
     front.show();
     QTRY_COMPARE(QApplication::activeWindow(), &front);
-    for (const QByteArray& call : calls.split(',')) {
+    for (const QByteArray& call : QByteArray(QTest::currentDataTag()).split(',')) {
+        QWidget deleted;
         QWidget* widget = call.contains("window") ? &minimised : nullptr;
-        application.setActivationWindow(widget, call.endsWith("on"));
-        QCOMPARE(application.activationWindow(), widget);
+        application.setActivationWindow(call.contains("deleted") ? &deleted : widget, call.endsWith("on"));
     }
+    QWidget* const target = application.activationWindow();
     window = &minimised;
     minimised.raised = 0;
 
     QVERIFY(!application.isRunning());
-    others.tell(QStringLiteral("Q"), QStringLiteral("send hello"));
-    QTRY_COMPARE(received, QStringList(QStringLiteral("hello")));
-    QCOMPARE(others.answer(QStringLiteral("Q")), QStringLiteral("true"));
-    QCOMPARE(states.first(), Qt::WindowMinimized | Qt::WindowMaximized);
+    others.tell("Q", "send hello");
+    QTRY_COMPARE(received, QStringList("hello"));
+    QCOMPARE(others.answer("Q"), "true");
     QCOMPARE(minimised.raised, activations);
-    if (activations == 0 && application.activationWindow()) {
+    if (activations == 0 && target) {
         application.activateWindow();
-        QCOMPARE(minimised.raised, 1);
     }
-    const bool activated = minimised.raised > 0;
-    QCOMPARE(minimised.windowState() & ~Qt::WindowActive,
-        activated ? Qt::WindowMaximized : Qt::WindowMinimized | Qt::WindowMaximized);
-    QTRY_COMPARE(QApplication::activeWindow(), activated ? &minimised : &front);
-    window = nullptr;
-    QCOMPARE(others.finish(), QString());
+    QVERIFY(!target || minimised.raised > 0);
+    QCOMPARE(minimised.windowState() & ~Qt::WindowActive, target ? Qt::WindowMaximized : iconic);
+    QTRY_COMPARE(QApplication::activeWindow(), target ? &minimised : &front);
 }
 
-void SingleApplicationTest::deletedWindow()
+/** A slot that runs an event loop keeps no sender waiting, and messages come meanwhile. */
+void SingleApplicationTest::nestedLoop()
 {
+    received.clear();
     Scene others;
-    QtSingleApplication application(QLatin1String(sceneIdentity), argumentCount, arguments);
-    connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(note(const QString&)));
-    application.setActivationWindow(std::make_unique<QWidget>().get());
-    QVERIFY(!application.activationWindow());
-    QVERIFY(!application.isRunning());
-    others.tell(QStringLiteral("Q"), QStringLiteral("send hello"));
-    QTRY_COMPARE(received.size(), 1);
-    QCOMPARE(others.answer(QStringLiteral("Q")), QStringLiteral("true"));
-    QCOMPARE(others.finish(), QString());
-}
-
-/** A slot that opens a sheet keeps no sender waiting, and messages that come meanwhile arrive before it
- * closes. */
-void SingleApplicationTest::modalSheet()
-{
-    const QTemporaryDir userFolder;
-    Scene others;
-    QtSingleApplication application(QLatin1String(sceneIdentity), argumentCount, arguments);
-    sheets::startKit(userFolder.path());
-    CoveredWindow covered;
-    QVERIFY(covered.open());
-    window = &covered;
+    QtSingleApplication application(sceneIdentity, argumentCount, arguments);
     scene = &others;
-    connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(openSheet(const QString&)));
+    connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(runLoop(const QString&)));
     QVERIFY(!application.isRunning());
-
-    others.tell(QStringLiteral("P"), QStringLiteral("send first"));
-    QTRY_COMPARE(received.size(), 5);
-    QCOMPARE(received.takeFirst(), QStringLiteral("first"));
-    QCOMPARE(received.takeLast(), QStringLiteral("answered"));
-    received.sort();
-    QCOMPARE(received,
-        QStringList({ QStringLiteral("second"), QStringLiteral("second"), QStringLiteral("second") }));
-    QCOMPARE(others.finish(), QString());
-    scene = nullptr;
-    window = nullptr;
+    others.tell("P", "send first");
+    QTRY_COMPARE(received, QStringList({ "first", "second", "second", "second", "answered" }));
 }
 
-void SingleApplicationTest::openSheet(const QString& text)
+void SingleApplicationTest::runLoop(const QString& text)
 {
     received += text;
-    if (text != QLatin1String("first")) {
-        return;
-    }
-    const QStringList senders { QStringLiteral("Q"), QStringLiteral("R"), QStringLiteral("S") };
-    for (const QString& sender : senders) {
-        scene->tell(sender, QStringLiteral("send second"));
-    }
-    const QPointer<VantSheet> sheet = sheets::make(false, window);
-    sheets::soon(this, [&] {
-        QCOMPARE(scene->answer(QStringLiteral("P")), QStringLiteral("true"));
-        QTRY_COMPARE(received.size(), 4);
-        for (const QString& sender : senders) {
-            QCOMPARE(scene->answer(sender), QStringLiteral("true"));
+    if (text == "first") {
+        for (const char* sender : { "Q", "R", "S" }) {
+            scene->tell(sender, "send second");
         }
-        sheets::done(sheet, QMessageBox::Ok);
-    });
-    sheets::exec(sheet);
-    received += QStringLiteral("answered");
+        QTRY_COMPARE(received.size(), 4);
+        for (const char* sender : { "P", "Q", "R", "S" }) {
+            QCOMPARE(scene->answer(sender), "true");
+        }
+        received += "answered";
+    }
 }
 
 QTEST_APPLESS_MAIN(SingleApplicationTest)
