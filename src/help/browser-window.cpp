@@ -30,10 +30,11 @@ BrowserWindow::~BrowserWindow()
 
 void BrowserWindow::init()
 {
-    delete networkManager;
+    if (networkManager) {
+        return;
+    }
     networkManager = new QNetworkAccessManager; // goes in the destructor
     vantkit::internal::receiveReplies(networkManager, this, SLOT(slotReceiveReply(QNetworkReply*)));
-    delete queryTimer;
     queryTimer = new QTimer; // goes in the destructor
     queryTimer->setSingleShot(true);
     connect(queryTimer, SIGNAL(timeout()), this, SLOT(slotQueryTimeout()));

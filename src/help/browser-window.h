@@ -16,10 +16,11 @@ class QTimer;
  *
  * The page has 10000 ms to come. Every failure is the same to the window: a refused connection, an answer
  * with an error status, a bad certificate, a page that takes too long. It then calls fallbackOffline(), once
- * for each request, and says nothing. A redirect is not followed; its own body is what shows. What the window
- * shows stays until an answer or the fall-back replaces it.
+ * for each request that failed, and says nothing. A redirect is not followed; its own body is what shows.
+ * What the window shows stays until an answer or the fall-back replaces it.
  *
- * A click on a link goes to the system's browser. Title and size are the application's to set.
+ * A click on a link with a full address goes to the system's browser; one without is looked for as
+ * QTextBrowser does, in the page and in its search paths. Title and size are the application's to set.
  */
 class VANTKIT_EXPORT BrowserWindow : public QDialog
 {
@@ -32,7 +33,7 @@ public:
     /** Requests that still run end with the window, without a fall-back. */
     ~BrowserWindow() override;
 
-    /** Makes what the requests need. The constructor has done so; again, it drops the running ones. */
+    /** Makes what the requests need. The constructor has done so, and once is enough. */
     void init();
 
     /** Starts one request for the URL, and the time that it has. */

@@ -27,7 +27,7 @@ struct HelpContext
  * Whatever the web answers without an error is shown. The address of the knowledge base is set when the kit
  * is configured (`VANTKIT_KNOWLEDGE_BASE_URL`); it is asked for
  * `/cgi/knowledgebase/?action=findHelpFile&section=...&lang=...&link=...&unique=corvanta_utility_help&version=...`.
- * A plus sign in one of the texts arrives there as it is.
+ * A plus sign in one of the texts is sent as it is, and means a plus sign.
  *
  * The window is modal to the application. Title and size are the application's to set, before it shows the
  * window with show() or exec().

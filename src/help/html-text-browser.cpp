@@ -3,6 +3,7 @@
 #include "help/image-downloader.h"
 
 #include <QDir>
+#include <QFile>
 #include <QPixmap>
 #include <QPointer>
 #include <QRegularExpression>
@@ -18,6 +19,8 @@ namespace {
 
 const QLatin1String imageFolderName("corvanta_help/image");
 const QLatin1String imageTag("<img");
+const QLatin1String parentForm("../image/"); // how a page names an image, besides its bare name
+const int longestBase = 2048; // no server takes more, and the page would have it repeated for each image
 
 QString imageFolder()
 {
@@ -85,7 +88,8 @@ HtmlTextBrowser::~HtmlTextBrowser() = default;
 void HtmlTextBrowser::setText(const QString& text)
 {
     if (Qt::mightBeRichText(text)) {
-        if (const std::optional<Span> base = findValue(text, QLatin1String("<base href=\""), 0)) {
+        const std::optional<Span> base = findValue(text, QLatin1String("<base href=\""), 0);
+        if (base && base->end - base->begin <= longestBase) {
             baseUrl = textIn(text, *base);
             QDir(QDir::tempPath()).mkpath(imageFolderName);
             setSearchPaths(QStringList(imageFolder()) + searchPaths());
@@ -118,19 +122,23 @@ void HtmlTextBrowser::startDownloads(const QString& text, int position)
 void HtmlTextBrowser::startDownload(const QString& source)
 {
     const QString url = baseUrl + source;
-    auto* downloader = new ImageDownloader(savePathOf(fileNameOf(source)), url);
+    const QString fileName = fileNameOf(source);
+    auto* downloader = new ImageDownloader(savePathOf(fileName), url);
     connect(
         downloader, SIGNAL(sigDownloadFinish(QString,int)), this, SLOT(slotDownloadFinished(QString,int)));
     connect(downloader, SIGNAL(sigDownloadFinish(QString,int)), downloader, SLOT(deleteLater()));
     connect(this, SIGNAL(destroyed()), downloader, SLOT(deleteLater()));
     downloaders[url] = downloader;
+    fileNames[url] = fileName;
     downloader->start();
 }
 
-void HtmlTextBrowser::slotDownloadFinished(QString url, int /*res*/)
+void HtmlTextBrowser::slotDownloadFinished(QString url, int res)
 {
     downloaders.remove(url);
-    showSoon(url);
+    if (res == 0) {
+        showSoon(fileNames.value(url));
+    }
     reloadWhereItStands();
 }
 
@@ -150,44 +158,52 @@ void HtmlTextBrowser::reloadWhereItStands()
 
 // Text without a source has nothing to reload, and keeps what it has once seen of a file. Images that arrive
 // together are shown together: each time the text is laid out anew.
-void HtmlTextBrowser::showSoon(const QString& url)
+void HtmlTextBrowser::showSoon(const QString& fileName)
 {
     if (arrived.isEmpty()) {
         QMetaObject::invokeMethod(this, "slotShowArrivedImages", Qt::QueuedConnection);
     }
-    arrived.insert(url);
+    arrived.insert(fileName);
 }
 
 void HtmlTextBrowser::slotShowArrivedImages()
 {
-    const QSet<QString> urls = std::exchange(arrived, {});
-    QSet<QString> images;
+    const QSet<QString> files = std::exchange(arrived, {});
+    QHash<QString, bool> shown;
     std::optional<Span> changed;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             const QTextCharFormat format = fragment.charFormat();
             const QString image = format.toImageFormat().name();
-            if (format.isImageFormat() && urls.contains(baseUrl + image)) {
-                images.insert(image);
+            if (!format.isImageFormat() || !files.contains(fileNameOf(image))) {
+                continue;
+            }
+            if (!shown.contains(image)) {
+                shown[image] = showFromDisk(image);
+            }
+            if (shown.value(image)) {
                 changed = Span { changed ? changed->begin : fragment.position(),
                     fragment.position() + fragment.length() };
             }
         }
-    }
-    for (const QString& image : std::as_const(images)) {
-        readFromDisk(image);
     }
     if (changed) {
         document()->markContentsDirty(changed->begin, changed->end - changed->begin);
     }
 }
 
-void HtmlTextBrowser::readFromDisk(const QString& image)
+// The document would take the name for a URL, and not find a file with a percent sign or a question mark in
+// its name.
+bool HtmlTextBrowser::showFromDisk(const QString& image)
 {
-    const QUrl name(image);
+    const QString fileName = fileNameOf(image);
+    QFile file(imageFolder() + QLatin1Char('/') + fileName);
     QPixmap pixmap;
-    if (pixmap.loadFromData(loadResource(QTextDocument::ImageResource, name).toByteArray())) {
-        document()->addResource(QTextDocument::ImageResource, name, pixmap);
+    if ((image != fileName && image != parentForm + fileName) || !file.open(QIODevice::ReadOnly)
+        || !pixmap.loadFromData(file.readAll())) {
+        return false;
     }
+    document()->addResource(QTextDocument::ImageResource, QUrl(image), pixmap);
+    return true;
 }

@@ -2,6 +2,7 @@
 
 #include "vantkit-export.h"
 
+#include <QHash>
 #include <QMap>
 #include <QSet>
 #include <QString>
@@ -21,8 +22,9 @@ class ImageDownloader;
  * lower case and with double quotes. The address of an image is the base and the source written one after
  * the other, so a base normally ends in a slash.
  *
- * A name that is no plain file name on every system the kit runs on is not written to disk, so a page can
- * touch nothing outside of the folder.
+ * A page can write nothing outside of the folder: an image with a back slash, a colon or a control character
+ * in its name, or with the name of a device of Windows, is fetched and not saved. A base of more than 2048
+ * characters counts as none.
  */
 class VANTKIT_EXPORT HtmlTextBrowser : public QTextBrowser
 {
@@ -53,10 +55,11 @@ private:
     void startDownloads(const QString& text, int position);
     void startDownload(const QString& source);
     void reloadWhereItStands();
-    void showSoon(const QString& url);
-    void readFromDisk(const QString& image);
+    void showSoon(const QString& fileName);
+    bool showFromDisk(const QString& image);
 
     QString baseUrl;
     QMap<QString, ImageDownloader*> downloaders;
-    QSet<QString> arrived; ///< URLs of images that the page may not show yet
+    QHash<QString, QString> fileNames; ///< by URL, what images are saved as
+    QSet<QString> arrived; ///< names of image files that the page may not show yet
 };

@@ -28,7 +28,8 @@ public:
 
     /**
      * The code for @p locale: the rules of Portuguese and Chinese first, then the row of what stands before
-     * the first underscore, or else "enu". Case counts: "EN_US" is not known.
+     * the first underscore, or else "enu". Case counts, and a hyphen parts nothing: "EN_US"
+     * and "en-us" are not known.
      */
     QString getLanguageByLocale(const QString& locale);
 

@@ -66,6 +66,9 @@ void HelpOfflineTest::initTestCase()
     write("ger/page.html", "deutsch");
     write("ger/only.html", "deutsch");
     write("ita/folder.html/page", "");
+    QImage image(60, 40, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QVERIFY(image.save(folder.filePath("enu/red.png")));
 }
 
 void HelpOfflineTest::write(const QString& name, const QByteArray& content) const
@@ -151,9 +154,6 @@ void HelpOfflineTest::page()
 
 void HelpOfflineTest::imageOfPage()
 {
-    QImage image(60, 40, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QVERIFY(image.save(folder.filePath("enu/red.png")));
     write("enu/image.html", "<html><img src=\"red.png\"></html>");
     Window window(context("enu", "image.html"));
     window.show();

@@ -46,7 +46,7 @@ void HelpSilenceTest::timeLimit()
     answered.reload(KnowledgeBase::url("/some/path"));
     Window waiting("/silence");
 
-    QTRY_COMPARE_WITH_TIMEOUT(waiting.fallbacks, 1, 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(waiting.fallbacks, 1, 20000);
     QVERIFY2(time.elapsed() >= 9500, qPrintable(QString::number(time.elapsed())));
     QCOMPARE(waiting.aborts.size(), 1);
     QCOMPARE(answered.aborts.size(), 0);

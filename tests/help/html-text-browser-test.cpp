@@ -27,6 +27,7 @@ private Q_SLOTS:
     void imageIsSeen_data();
     void imageIsSeen();
     void imageIsSeenAnew();
+    void fileIsSeenUnderBothNames();
     void readerIsLeftWhereHeIs();
     void pagesInQuickSuccession();
     void destroyedWhileDownloading();
@@ -119,6 +120,7 @@ void HtmlTextBrowserTest::downloads_data()
     QTest::newRow("no base") << "<html>" + image("a") << QStringList() << 0;
     QTest::newRow("unclosed base") << "<html><base href=\"data:,> <img src='a'>" << QStringList() << 0;
     QTest::newRow("upper-case base") << "<html><BASE HREF=\"data:,\">" + image("a") << QStringList() << 0;
+    QTest::newRow("endless base") << page("data:," + QString(5000, 'x'), image("a")) << QStringList() << 0;
     QTest::newRow("first base") << base + "<base href=\"no:\">" + image("a") << QStringList("a") << 1;
     QTest::newRow("before the base") << "<html>" + image("a") + base + image("b") << QStringList("b") << 1;
     QTest::newRow("in a folder") << base + image("a") + image("b/c") << QStringList { "a", "c" } << 2;
@@ -175,14 +177,20 @@ void HtmlTextBrowserTest::nameLeadsNowhereElse()
 void HtmlTextBrowserTest::imageIsSeen_data()
 {
     QTest::addColumn<QString>("source");
-    QTest::newRow("bare name") << "new.png";
-    QTest::newRow("from the folder's parent") << "../image/new.png";
+    QTest::addColumn<QString>("file");
+    QTest::newRow("bare name") << "new.png"
+                               << "new.png";
+    QTest::newRow("from the folder's parent") << "../image/new.png"
+                                              << "new.png";
+    QTest::newRow("escaped for the web") << "new%25%20.png"
+                                         << "new% .png";
 }
 
 void HtmlTextBrowserTest::imageIsSeen()
 {
     QFETCH(QString, source);
-    writeImage("new.png", Qt::red);
+    QFETCH(QString, file);
+    writeImage(file, Qt::red);
     Browser browser;
     browser.setText(page(base(), image(source) + "<p style=\"background-color: blue\">below</p>"));
     const QRect below = browser.area(Qt::blue);
@@ -203,6 +211,19 @@ void HtmlTextBrowserTest::imageIsSeenAnew()
         QTRY_COMPARE(browser.area(color).size(), QSize(60, 40));
     }
     QTRY_COMPARE(browser.reloads, 4);
+}
+
+// One of the two names leads nowhere on the web, and is found on the disk once the other has come.
+void HtmlTextBrowserTest::fileIsSeenUnderBothNames()
+{
+    writeImage("shared.png", Qt::red);
+    QVERIFY(QDir().rename(path("image"), path("other")));
+    const QString other = QUrl::fromLocalFile(path("other/")).toString();
+    Browser browser;
+    browser.setText(
+        page(other, "<p>" + image("../image/shared.png") + "</p><p>" + image("shared.png") + "</p>"));
+    QTRY_COMPARE(browser.reloads, 2);
+    QTRY_VERIFY(browser.area(Qt::red).height() > 2 * 40);
 }
 
 void HtmlTextBrowserTest::readerIsLeftWhereHeIs()

@@ -20,7 +20,8 @@ QString host()
 KnowledgeBase::KnowledgeBase()
 {
     server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    server.start(QStringLiteral("/usr/bin/python3"), { QStringLiteral("-B"), QStringLiteral(KNOWLEDGE_BASE_SERVER), host() });
+    server.start(QStringLiteral("/usr/bin/python3"),
+        { QStringLiteral("-B"), QStringLiteral(KNOWLEDGE_BASE_SERVER), host() });
     while (!server.canReadLine()) {
         if (!server.waitForReadyRead()) {
             qFatal("The server does not start");
@@ -55,7 +56,9 @@ void KnowledgeBase::goDirectly()
 
 QUrl KnowledgeBase::url(const QString& path)
 {
-    return QUrl(QStringLiteral("https://") + host() + path);
+    QUrl url(QStringLiteral(KNOWLEDGE_BASE_URL));
+    url.setPath(path);
+    return url;
 }
 
 void KnowledgeBase::take(const QString& turn)

@@ -132,8 +132,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
         """The first time not found, the second time an image once the turn `fails-first` has been taken."""
         with turns:
             first = self.path not in taken
+            taken.add(self.path)
         if first:
-            take(self.path)
             self.reply(b"", 404)
         else:
             wait_for("fails-first")
@@ -151,7 +151,6 @@ def main():
     proxies = {}
     for name, (issuer, host, options) in certificates.items():
         server = HttpsServer(Handler, context_for(issuer, host, **options))
-        server.request_queue_size = 256
         proxies[name] = start(Tunnel(HOST, start(server)))
     print(json.dumps({"authority": authority.cert_pem.bytes().decode(), "proxies": proxies}), flush=True)
     sys.stdin.read()

@@ -22,6 +22,7 @@ class HttpsServer(http.server.ThreadingHTTPServer):
     """Answers on a port of its own choice, or on `port`. A handshake that fails ends that connection alone."""
 
     daemon_threads = True
+    request_queue_size = 256
 
     def __init__(self, handler, context: ssl.SSLContext, port: int = 0):
         super().__init__((LOOPBACK, port), handler)
