@@ -72,6 +72,7 @@ void Help::dress()
     layout()->setContentsMargins(0, 0, 0, 0);
     textBrowser->setAccessibleName(windowTitle());
     textBrowser->document()->setDocumentMargin(px(margin));
+    textBrowser->document()->setDefaultStyleSheet(getStyleSheet("gallery.help_page"));
     textBrowser->setFocus();
     const QSize available = parentWidget()->screen()->availableGeometry().size() * 9 / 10;
     resize(QSize(px(windowWidth), px(windowHeight)).boundedTo(available.expandedTo(parentWidget()->size())));

@@ -3,6 +3,7 @@
 #include "help/html-text-browser.h"
 
 #include <QFile>
+#include <QMap>
 #include <QStringList>
 #include <QTextStream>
 #include <QUrlQuery>

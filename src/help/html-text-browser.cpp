@@ -33,8 +33,7 @@ struct Span
     int end; ///< the closing quote
 };
 
-/** The value of the first attribute in @p text from @p position that opens with @p opening, quote included.
- */
+/** The value of the first attribute in @p text from @p position that opens with @p opening and its quote. */
 std::optional<Span> findValue(const QString& text, QLatin1String opening, int position)
 {
     const int found = text.indexOf(opening, position);
@@ -60,7 +59,7 @@ QString fileNameOf(const QString& source)
 }
 
 // Windows has folders and drives in more than the slash, and its devices lie in every folder. The rule holds
-// on all systems, so that a page looks the same on each.
+// on all systems.
 bool leadsElsewhere(const QString& fileName)
 {
     static const QRegularExpression elsewhere(
