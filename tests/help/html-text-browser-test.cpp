@@ -161,6 +161,7 @@ void HtmlTextBrowserTest::nameLeadsNowhereElse_data()
     QTest::newRow("drive") << "C:escaped.png";
     QTest::newRow("drive and folder") << R"(a/C:\escaped.png)";
     QTest::newRow("device") << "com1.png";
+    QTest::newRow("console") << "Con";
     QTest::newRow("control character") << "a\nb";
     QTest::newRow("long") << QString(100000, 'x');
 }
