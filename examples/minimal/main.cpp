@@ -41,8 +41,8 @@ int main(int argc, char** argv)
 
     const QDir theme(THEME_FOLDER);
     UIPathManager::getInstance().setPath("resource_path", theme.path());
-    UIPathManager::getInstance().setPath(
-        "user_data_path", QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    const QString data = QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    UIPathManager::getInstance().setPath("user_data_path", data);
     ComponentStrings::getInstance().installStrings(stringsOf(theme));
     ImageManager::getInstance().initialize();
     StyleManager::getInstance().initialize(templatesOf(theme));
