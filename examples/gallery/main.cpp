@@ -9,6 +9,7 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QDir>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -32,9 +33,11 @@ void startKit(const Options& options, const QString& userFolder, StartupTimes& t
     useLightGround();
     times.endPhase("application");
 
-    // Where the theme is, and where the kit may write.
-    UIPathManager::getInstance().setPath(QStringLiteral("resource_path"), options.themeFolder);
-    UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), userFolder);
+    // Where the theme is, and where the kit may write. A path with "//" in it would open a comment in a
+    // template.
+    UIPathManager& paths = UIPathManager::getInstance();
+    paths.setPath(QStringLiteral("resource_path"), QDir::cleanPath(options.themeFolder));
+    paths.setPath(QStringLiteral("user_data_path"), QDir::cleanPath(userFolder));
 
     // The words of the kit, and those of the gallery itself.
     ComponentStrings::getInstance().installStrings(componentStrings(options.themeFolder, options.language));

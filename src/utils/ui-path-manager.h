@@ -13,6 +13,9 @@
  * and "user_data_path", the folder in which the kit creates and writes `tmp_images`. Set both before
  * ImageManager::initialize. An application may keep further keys of its own here.
  *
+ * Paths are kept as they are given. Style-sheet templates name both folders, and "//" opens a comment there:
+ * with such a path, images of style sheets are not shown. QDir::cleanPath takes care of it.
+ *
  * Keys are case-sensitive. Use it on the GUI thread only.
  */
 class VANTKIT_EXPORT UIPathManager
