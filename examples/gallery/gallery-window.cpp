@@ -62,6 +62,21 @@ protected:
     }
 };
 
+// A new size is told from a widget to the next one around it with each turn of the event loop. This does not
+// wait.
+void layOut(QWidget* widget)
+{
+    const QObjectList children = widget->children();
+    for (QObject* child : children) {
+        if (child->isWidgetType()) {
+            layOut(static_cast<QWidget*>(child));
+        }
+    }
+    if (widget->layout()) {
+        widget->layout()->activate();
+    }
+}
+
 // A box that waits for its answer does not come out of its icon along with the window that it blocks.
 void showBox()
 {
@@ -322,6 +337,7 @@ void GalleryWindow::openWantedPage()
 
 void GalleryWindow::growToPage()
 {
+    layOut(m_page);
     const int shown = m_scrollArea->viewport()->height();
     const int needed = m_page->heightForWidth(qMin(m_scrollArea->width(), m_page->maximumWidth()));
     resize(width(), height() + qMax(0, needed - shown));
