@@ -124,6 +124,7 @@ void ButtonsPage::addIconButtons()
         grid->addWidget(liveIconButton(image, name), row, column++, Qt::AlignCenter);
         for (Look look : frozenLooks) {
             auto* picture = new VantIconButton(getGlobalImage(image, imageOf(look)));
+            picture->setAccessibleName(name);
             freeze(picture, look);
             grid->addWidget(picture, row, column++, Qt::AlignCenter);
         }

@@ -81,8 +81,10 @@ void CalendarPage::addLimits()
 
 VantCalanderView* CalendarPage::reporting(VantCalanderView* view)
 {
-    connect(view, &VantCalanderView::sigDateSelect, this,
-        [this](const QDate& date) { Q_EMIT happened(text("event.chosen").arg(isoDate(date))); });
+    connect(view, &VantCalanderView::sigDateSelect, this, [this, view](const QDate& date) {
+        Q_EMIT happened(
+            text(isWithinLimits(view, date) ? "event.chosen" : "dates.outside").arg(isoDate(date)));
+    });
     return view;
 }
 

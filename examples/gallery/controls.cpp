@@ -4,17 +4,25 @@
 
 #include <vantkit-qt/style-manager/style-manager.h>
 #include <vantkit-qt/utils/dpi-info.h>
+#include <vantkit-qt/views/vant-calander-view.h>
+#include <vantkit-qt/views/vant-table-widget.h>
 #include <vantkit-qt/widgets/vant-button.h>
 
 #include <QAbstractButton>
-#include <QCoreApplication>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QTableWidget>
 #include <QToolButton>
+#include <QVBoxLayout>
+#include <QtMath>
 
 namespace gallery {
 
@@ -59,6 +67,69 @@ VantComboBox* comboBox(const QString& name, const QStringList& entries, int widt
     box->addItems(entries);
     box->setFixedWidth(px(width));
     return box;
+}
+
+bool isWithinLimits(const VantCalanderView* view, const QDate& date)
+{
+    const auto* calendar = view->findChild<QCalendarWidget*>();
+    return date >= calendar->minimumDate() && date <= calendar->maximumDate();
+}
+
+VantButton* filterSign(const QString& all)
+{
+    auto* sign = new VantButton({}, 4);
+    sign->setToolTip(all);
+    sign->setAccessibleDescription(all);
+    sign->hide();
+    return sign;
+}
+
+void showSign(VantButton* sign, const QString& what)
+{
+    sign->setText(what + QStringLiteral("  ×"));
+    sign->setAccessibleName(what);
+    sign->setHidden(what.isEmpty());
+}
+
+int columnWidth(const QString& title, const QStringList& texts)
+{
+    const int margin = 13; // on both sides, as the theme draws cells and sections
+    QFont font = QApplication::font();
+    font.setPixelSize(px(13));
+    int widest = 0;
+    for (const QString& text : texts) {
+        widest = qMax(widest, QFontMetrics(font).horizontalAdvance(text));
+    }
+    font.setWeight(QFont::DemiBold);
+    widest = qMax(widest, QFontMetrics(font).horizontalAdvance(title));
+    return qCeil(widest / DPIinfo::getInstance().getDPI()) + 2 * margin
+        + 1; // cells are laid out in whole pixels
+}
+
+int timeColumnWidth(const QString& title)
+{
+    return columnWidth(title, { QStringLiteral("2000-00-00 00:00") });
+}
+
+int sizeColumnWidth(const QString& title)
+{
+    return columnWidth(title, { sizeText(qint64(1000) << 30), sizeText(qint64(1000) << 10) });
+}
+
+void alignRight(VantTableWidget* table, int column)
+{
+    table->getHeader()->model()->setHeaderData(
+        column, Qt::Horizontal, int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
+}
+
+QLabel* addHint(QTableWidget* table)
+{
+    QLabel* hint = wrappedLabel({}, "gallery.caption");
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setTextFormat(Qt::PlainText);
+    auto* layout = new QVBoxLayout(table->viewport());
+    layout->addWidget(hint);
+    return hint;
 }
 
 const char* eventOf(Qt::CheckState state)

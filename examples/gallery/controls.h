@@ -5,6 +5,7 @@
 #include <QString>
 
 class QAbstractButton;
+class QDate;
 class QFrame;
 class QGridLayout;
 class QLabel;
@@ -12,7 +13,10 @@ class QLayout;
 class QToolButton;
 class QVBoxLayout;
 class QWidget;
+class QTableWidget;
 class VantButton;
+class VantCalanderView;
+class VantTableWidget;
 
 namespace gallery {
 
@@ -34,6 +38,29 @@ VantButton* button(const QString& text, int kind);
 /** A combo box with @p entries that is as wide as @p width design pixels, named @p name to those who cannot
  * see it. */
 VantComboBox* comboBox(const QString& name, const QStringList& entries, int width);
+
+/** Whether @p date is within the limits of @p view, which its button for today knows nothing of. */
+bool isWithinLimits(const VantCalanderView* view, const QDate& date);
+
+/** A button that names what a filter lets through, as a sign that it is set: a click on it asks for @p all.
+ * Hidden while showSign() has given it nothing to name. */
+VantButton* filterSign(const QString& all);
+void showSign(VantButton* sign, const QString& what);
+
+/** The width in design pixels of a column that shows @p title and each of @p texts whole. */
+int columnWidth(const QString& title, const QStringList& texts);
+
+/** The width of a column of dates with times. */
+int timeColumnWidth(const QString& title);
+
+/** The width of a column of sizes. */
+int sizeColumnWidth(const QString& title);
+
+/** Has the title of the column @p column of @p table stand at its right, as numbers do below it. */
+void alignRight(VantTableWidget* table, int column);
+
+/** A label in the middle of @p table, for words where there are no rows. */
+QLabel* addHint(QTableWidget* table);
 
 /** The key of the text that tells of a check box in @p state. */
 const char* eventOf(Qt::CheckState state);

@@ -8,6 +8,7 @@
 #include <QDate>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -34,6 +35,7 @@ private:
     void addSelectors();
     void addSpan();
     VantDateSelector* selector(const QString& name);
+    void take(VantDateSelector* selector, const QDate& date);
 
     template <class Part>
     Part* part(const char* name) const
@@ -42,7 +44,13 @@ private:
     }
 
     VantDateSelector* m_chosen = nullptr;
+    QHash<const VantDateSelector*, QDate> m_taken; ///< the last date that each of them took
 };
+
+QDate dateIn(const VantDateSelector* selector)
+{
+    return selector->itemData(0).toDate();
+}
 
 void choose(VantDateSelector* selector, const QDate& date)
 {
@@ -110,9 +118,9 @@ void DatesPage::addSpan()
     VantDateSelector* from = live(selector(text("dates.from")));
     VantDateSelector* to = live(selector(text("dates.to")));
     connect(from->getCalendarView(), &VantCalanderView::sigDateSelect, to,
-        [to](const QDate& date) { to->getCalendarView()->setMinimumDate(date); });
+        [from, to] { to->getCalendarView()->setMinimumDate(dateIn(from)); });
     connect(to->getCalendarView(), &VantCalanderView::sigDateSelect, from,
-        [from](const QDate& date) { from->getCalendarView()->setMaximumDate(date); });
+        [from, to] { from->getCalendarView()->setMaximumDate(dateIn(to)); });
 
     QGridLayout* grid = addGrid(addSection(QStringLiteral("dates.span")));
     addRow(grid, from);
@@ -125,8 +133,20 @@ VantDateSelector* DatesPage::selector(const QString& name)
     made->setAccessibleName(name);
     made->setFixedWidth(px(selectorWidth));
     connect(made->getCalendarView(), &VantCalanderView::sigDateSelect, this,
-        [this, made] { Q_EMIT happened(text("event.chosen").arg(made->currentText())); });
+        [this, made](const QDate& date) { take(made, date); });
     return made;
+}
+
+// The selector shows the date already. One outside its limits does not stay: the button for today gave it.
+void DatesPage::take(VantDateSelector* selector, const QDate& date)
+{
+    const bool isAllowed = isWithinLimits(selector->getCalendarView(), date);
+    if (isAllowed) {
+        m_taken.insert(selector, date);
+    } else {
+        selector->dateSelect(m_taken.value(selector));
+    }
+    Q_EMIT happened(text(isAllowed ? "event.chosen" : "dates.outside").arg(date.toString(Qt::ISODate)));
 }
 
 void DatesPage::enterState(const QString& state)

@@ -1,9 +1,19 @@
 #include "file-list.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace gallery {
+
+std::optional<qint64> totalSizeOf(const std::vector<const FileEntry*>& entries)
+{
+    std::optional<qint64> total;
+    for (const FileEntry* entry : entries) {
+        if (entry->size) {
+            total = total.value_or(0) + *entry->size;
+        }
+    }
+    return total;
+}
 
 bool FileFilter::accepts(const FileEntry& entry) const
 {
@@ -28,12 +38,6 @@ int FileList::indexOf(const QString& name) const
     const auto found = std::find_if(
         m_seen.begin(), m_seen.end(), [&name](const FileEntry* entry) { return entry->name == name; });
     return found == m_seen.end() ? -1 : static_cast<int>(found - m_seen.begin());
-}
-
-qint64 FileList::totalSize() const
-{
-    return std::accumulate(m_seen.begin(), m_seen.end(), qint64 { 0 },
-        [](qint64 sum, const FileEntry* entry) { return sum + entry->size; });
 }
 
 void FileList::update()

@@ -8,11 +8,16 @@
 
 namespace gallery {
 
+/** The size of all together; null if it is known of none. */
+std::optional<qint64> totalSizeOf(const std::vector<const FileEntry*>& entries);
+
 struct FileFilter
 {
     QString keyword; ///< somewhere in the name; empty for any name
     std::optional<Kind> kind;
     QDate day; ///< of the last change; a null date for any day
+
+    bool isEmpty() const { return keyword.isEmpty() && !kind && day.isNull(); }
 
     bool accepts(const FileEntry& entry) const;
 };
@@ -26,6 +31,9 @@ public:
 
     const FileFilter& filter() const { return m_filter; }
 
+    /** Whether a folder has been read. */
+    bool isRead() const { return m_listing != nullptr; }
+
     int count() const { return static_cast<int>(m_seen.size()); }
 
     const FileEntry& at(int index) const { return *m_seen.at(static_cast<size_t>(index)); }
@@ -33,7 +41,7 @@ public:
     /** Where @p name is; -1 if it is not to be seen. */
     int indexOf(const QString& name) const;
 
-    qint64 totalSize() const;
+    const std::vector<const FileEntry*>& seen() const { return m_seen; }
 
 private:
     void update();

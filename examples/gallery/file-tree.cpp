@@ -13,7 +13,6 @@
 #include <QHash>
 #include <QHeaderView>
 #include <QSignalBlocker>
-#include <QTimer>
 
 #include <algorithm>
 #include <functional>
@@ -30,11 +29,6 @@ using Item = FileSystemTreeWidgetItem;
 QString pathOf(const QTreeWidgetItem* item)
 {
     return static_cast<const Item*>(item)->userData.toString();
-}
-
-bool isPlace(const QTreeWidgetItem* item)
-{
-    return !item->parent();
 }
 
 bool isFolder(const QTreeWidgetItem* item)
@@ -61,7 +55,6 @@ void makeFolder(Item* item)
 Item* newEntryItem(const QString& folder, const FileEntry& entry)
 {
     Item* item = newItem(QDir(folder).filePath(entry.name), entry.name, iconOf(entry));
-    item->setFlags(item->flags() | Qt::ItemIsEditable);
     if (entry.kind == Kind::Folder) {
         makeFolder(item);
     }
@@ -86,7 +79,7 @@ size_t shownChildren(const FolderListing& listing)
     return std::min(listing.entries.size(), mostChildren);
 }
 
-// Whether nothing would change, so that an editor that is open may stay so.
+// Whether nothing would change, so that what is seen may stay as it is.
 bool shows(const QTreeWidgetItem* folder, const FolderListing& listing)
 {
     const size_t shown = shownChildren(listing);
@@ -101,12 +94,6 @@ bool shows(const QTreeWidgetItem* folder, const FolderListing& listing)
         }
     }
     return true;
-}
-
-QString moved(const QString& folder, const QString& path, const QString& newPath)
-{
-    const bool isWithin = folder == path || folder.startsWith(path + QLatin1Char('/'));
-    return isWithin ? QString(newPath + folder.mid(path.size())) : folder;
 }
 
 void forEachItem(QTreeWidgetItem* item, const std::function<void(Item*)>& act)
@@ -135,7 +122,6 @@ FileTree::FileTree()
     setIconSize({ px(20), px(20) });
     setIndentation(px(20));
     setUniformRowHeights(true);
-    setEditTriggers(EditKeyPressed | SelectedClicked);
     setHorizontalScrollMode(ScrollPerPixel);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -145,7 +131,7 @@ FileTree::FileTree()
 
     connect(m_reader, &FolderReader::done, this, &FileTree::take);
     connect(this, &QTreeWidget::itemExpanded, this, &FileTree::open);
-    connect(this, &QTreeWidget::itemChanged, this, &FileTree::takeChange);
+    connect(this, &QTreeWidget::itemChanged, this, &FileTree::ticked);
     connect(this, &QTreeWidget::currentItemChanged, this, &FileTree::announce);
     connect(this, &QTreeWidget::itemClicked, this, &FileTree::choose);
     connect(this, &QTreeWidget::itemActivated, this, &FileTree::choose);
@@ -286,60 +272,6 @@ void FileTree::fill(QTreeWidgetItem* folder, const FolderListing& listing)
     }
     if (!current && hadFolder) {
         Q_EMIT currentFolderGone();
-    }
-}
-
-void FileTree::takeChange(QTreeWidgetItem* item)
-{
-    const QString path = pathOf(item);
-    const QString name = item->text(0);
-    if (isPlace(item) || name == QFileInfo(path).fileName()) {
-        Q_EMIT ticked();
-        return;
-    }
-    // The editor is still open, and what follows may open a sheet.
-    QTimer::singleShot(0, this, [this, path, name] { Q_EMIT nameEdited(path, name); });
-}
-
-void FileTree::move(Item* item, const QString& path, const QString& newPath)
-{
-    forEachItem(item, [&](Item* below) {
-        if (!below->userData.isNull()) {
-            below->userData = moved(pathOf(below), path, newPath);
-        }
-    });
-    if (!isPlace(item)) {
-        item->setText(0, QFileInfo(newPath).fileName());
-    }
-}
-
-void FileTree::renamed(const QString& path, const QString& newPath)
-{
-    const QSignalBlocker silent(this);
-    const QList<Item*> items = itemsOf(path);
-    for (Item* item : items) {
-        move(item, path, newPath);
-    }
-    for (QString& folder : m_toRead) {
-        folder = moved(folder, path, newPath);
-    }
-    m_toShow = moved(m_toShow, path, newPath);
-    m_current = moved(m_current, path, newPath);
-    const QString beingRead = moved(m_beingRead, path, newPath);
-    if (beingRead != m_beingRead) {
-        m_beingRead = beingRead;
-        m_reader->read(beingRead);
-    }
-}
-
-void FileTree::notRenamed(const QString& path)
-{
-    const QSignalBlocker silent(this);
-    const QList<Item*> items = itemsOf(path);
-    for (Item* item : items) {
-        if (!isPlace(item)) {
-            item->setText(0, QFileInfo(path).fileName());
-        }
     }
 }
 

@@ -14,8 +14,7 @@ class FolderReader;
 
 QIcon iconOf(const FileEntry& entry);
 
-/** The places with what is in them, read as they are opened. What is in them can be given another name and be
- * ticked. */
+/** The places with what is in them, read as they are opened. Everything can be ticked. */
 class FileTree : public VantTreeWidget
 {
     Q_OBJECT
@@ -35,12 +34,6 @@ Q_SIGNALS:
     /** The current folder turned out to be there no longer. */
     void currentFolderGone();
     void ticked();
-    /** A name was edited. The tree shows the new one until it is told by renamed() or notRenamed(). */
-    void nameEdited(const QString& path, const QString& newName);
-
-public Q_SLOTS:
-    void renamed(const QString& path, const QString& newPath);
-    void notRenamed(const QString& path);
 
 private:
     void addPlaces();
@@ -53,8 +46,6 @@ private:
     void choose(QTreeWidgetItem* item);
     void take(const ListingPtr& listing);
     void fill(QTreeWidgetItem* folder, const FolderListing& listing);
-    void takeChange(QTreeWidgetItem* item);
-    void move(FileSystemTreeWidgetItem* item, const QString& path, const QString& newPath);
     FileSystemTreeWidgetItem* itemOf(const QString& path) const;
     QList<FileSystemTreeWidgetItem*> itemsOf(const QString& path) const;
 

@@ -1,6 +1,5 @@
 #include "controls.h"
 #include "file-list.h"
-#include "file-renaming.h"
 #include "file-tree.h"
 #include "folder-reader.h"
 #include "page.h"
@@ -19,7 +18,6 @@
 #include <QMenu>
 #include <QResizeEvent>
 #include <QShortcut>
-#include <QTextDocument>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -35,6 +33,9 @@ const int rowsOfAPage = 50;
 const int treeWidth = 208;
 const int viewHeight = 420;
 
+const Kind allKinds[] = { Kind::Folder, Kind::Document, Kind::Picture, Kind::Music, Kind::Video,
+    Kind::Archive, Kind::Other };
+
 enum Column { NameColumn, KindColumn, SizeColumn, ChangedColumn };
 
 QString nameOf(Kind kind)
@@ -44,15 +45,13 @@ QString nameOf(Kind kind)
     return text(names[static_cast<int>(kind)]);
 }
 
-// Bytes alone would be told in English, and what is not empty does not look so.
-QString sizeText(qint64 size)
+QStringList namesOfKinds()
 {
-    const qint64 kilo = 1024;
-    if (size >= kilo) {
-        return gallery::locale().formattedDataSize(size, 1);
+    QStringList names;
+    for (const Kind kind : allKinds) {
+        names << nameOf(kind);
     }
-    const double tenths = std::ceil(10.0 * static_cast<double>(size) / kilo);
-    return gallery::locale().toString(tenths / 10, 'f', 1) + QStringLiteral(" KiB");
+    return names;
 }
 
 /** The folder itself, or the innermost one around it that there is. */
@@ -103,6 +102,7 @@ private:
     void take(const ListingPtr& listing);
     void leaveFolder();
     void filter(const FileFilter& filter);
+    void setKind(std::optional<Kind> kind);
     void setDay(const QDate& day);
     void showPath();
     void showList(int page);
@@ -112,8 +112,8 @@ private:
     void showFooter();
     void reportSelection();
     void openRow(int row);
-    void rename(const QString& path, const QString& newName);
-    void warn(const char* title, const QString& words);
+    void showHint();
+    void warn(const QString& words);
     const FileEntry* entryOfRow(int row) const;
     QString shortened(const QString& name) const;
 
@@ -122,15 +122,18 @@ private:
     QTimer m_pathTimer;
     FolderReader* m_reader = new FolderReader(this);
     FileList m_list;
+    QString m_complaint; ///< why there is nothing to list
     VantPagingModel* m_paging = new VantPagingModel(rowsOfAPage, this);
     VantButtonPath* m_path = nullptr;
     VantFilterBar* m_filterBar = nullptr;
+    VantButton* m_kindSign = nullptr;
     VantDateSelector* m_day = nullptr;
     VantButton* m_anyDay = nullptr;
     QMenu* m_kindMenu = nullptr;
     QList<QAction*> m_kinds;
     FileTree* m_tree = nullptr;
     VantTableWidget* m_table = nullptr;
+    QLabel* m_hint = nullptr;
     VantPagingBar* m_bar = nullptr;
 };
 
@@ -170,6 +173,12 @@ QLayout* FilesPage::createFilters()
         }
     });
 
+    m_kindSign = live(filterSign(text("files.kind.all")));
+    connect(m_kindSign, &QPushButton::clicked, this, [this] {
+        m_filterBar->setFocus(Qt::OtherFocusReason);
+        m_kinds.constFirst()->trigger();
+    });
+
     m_day = live(new VantDateSelector(text("files.day")));
     m_day->setAccessibleName(text("files.day"));
     m_day->setMinimumWidth(px(144));
@@ -184,6 +193,7 @@ QLayout* FilesPage::createFilters()
     auto* row = new QHBoxLayout;
     row->setSpacing(px(8));
     row->addWidget(m_filterBar, 1);
+    row->addWidget(m_kindSign);
     row->addWidget(m_day);
     row->addWidget(m_anyDay);
     return row;
@@ -199,15 +209,10 @@ QMenu* FilesPage::createKinds()
         action->setChecked(!kind);
         group->addAction(action);
         m_kinds << action;
-        connect(action, &QAction::triggered, this, [this, kind] {
-            FileFilter wanted = m_list.filter();
-            wanted.kind = kind;
-            filter(wanted);
-        });
+        connect(action, &QAction::triggered, this, [this, kind] { setKind(kind); });
     };
     add(text("files.kind.all"), std::nullopt);
-    for (const Kind kind : { Kind::Folder, Kind::Document, Kind::Picture, Kind::Music, Kind::Video,
-             Kind::Archive, Kind::Other }) {
+    for (const Kind kind : allKinds) {
         add(nameOf(kind), kind);
     }
     return menu;
@@ -220,7 +225,6 @@ QLayout* FilesPage::createViews()
     connect(m_tree, &FileTree::folderChosen, this, &FilesPage::openFolder);
     connect(m_tree, &FileTree::currentFolderGone, this, &FilesPage::readAgain);
     leadUpFrom(m_tree);
-    connect(m_tree, &FileTree::nameEdited, this, &FilesPage::rename);
     connect(m_tree, &FileTree::ticked, this,
         [this] { Q_EMIT happened(text("files.ticked").arg(m_tree->tickedItems())); });
     QFrame* treeFrame = styledFrame("frame", "gallery.frame");
@@ -247,17 +251,21 @@ QLayout* FilesPage::createViews()
 QWidget* FilesPage::createTable()
 {
     VantTableColumnsInfo columns;
-    columns.addColumn(text("files.column.name"), 96, true, 1.0);
-    columns.addColumn(text("files.column.kind"), 116, true, 0.0);
-    columns.addColumn(text("files.column.size"), 88, true, 0.0);
-    columns.addColumn(text("files.column.changed"), 136, true, 0.0);
+    const QString kind = text("files.column.kind");
+    const QString size = text("files.column.size");
+    const QString changed = text("files.column.changed");
+    columns.addColumn(text("files.column.name"), 144, true, 1.0);
+    columns.addColumn(kind, columnWidth(kind, namesOfKinds()), true, 0.0);
+    columns.addColumn(size, sizeColumnWidth(size), true, 0.0);
+    columns.addColumn(changed, timeColumnWidth(changed), true, 0.0);
     m_table = live(new VantTableWidget(columns));
     m_table->getTable()->setAccessibleName(text("files.files"));
     m_table->getTable()->setIconSize({ px(20), px(20) });
     m_table->getTable()->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_table->getHeader()->model()->setHeaderData(
-        SizeColumn, Qt::Horizontal, int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
+    alignRight(m_table, SizeColumn);
+    m_table->getTable()->setWordWrap(false); // a long name is cut at its end
     m_table->getTable()->setTabKeyNavigation(false);
+    m_hint = addHint(m_table->getTable());
     connect(m_table->getTable(), &QTableWidget::cellActivated, this, &FilesPage::openRow);
     connect(m_table->getTable(), &QTableWidget::itemSelectionChanged, this, &FilesPage::reportSelection);
     leadUpFrom(m_table->getTable());
@@ -277,6 +285,7 @@ void FilesPage::openFolder(const QString& folder)
     }
     m_folder = folder;
     m_cameFrom.clear();
+    m_complaint.clear();
     m_list.setListing(nullptr);
     m_tree->setCurrentFolder(folder);
     m_day->getCalendarView()->setMaximumDate(QDate::currentDate());
@@ -313,6 +322,7 @@ void FilesPage::take(const ListingPtr& listing)
         leaveFolder();
         return;
     }
+    m_complaint.clear();
     m_list.setListing(listing);
     m_tree->refresh(m_folder);
     showList(m_paging->nowPage());
@@ -323,22 +333,31 @@ void FilesPage::take(const ListingPtr& listing)
 void FilesPage::leaveFolder()
 {
     m_list.setListing(nullptr);
-    showList(1);
     const QString nearest = nearestFolder(m_folder);
     if (nearest == m_folder) {
-        warn("files.problem.read", text("files.problem.denied").arg(shownPath(m_folder)));
+        m_complaint = text("files.problem.denied").arg(inOneLine(shownPath(m_folder)));
+        showList(1);
+        warn(m_complaint);
         return;
     }
     const QString gone = QFileInfo(m_folder).fileName();
     openFolder(nearest);
     m_tree->refresh(nearest);
-    warn("files.problem.read", text("files.problem.gone").arg(gone));
+    warn(text("files.problem.gone").arg(gone));
 }
 
 void FilesPage::filter(const FileFilter& filter)
 {
     m_list.setFilter(filter);
     showList(1);
+}
+
+void FilesPage::setKind(std::optional<Kind> kind)
+{
+    showSign(m_kindSign, kind ? nameOf(*kind) : QString());
+    FileFilter wanted = m_list.filter();
+    wanted.kind = kind;
+    filter(wanted);
 }
 
 void FilesPage::setDay(const QDate& day)
@@ -359,7 +378,15 @@ void FilesPage::showList(int page)
     m_bar->setItemCount(m_list.count());
     m_bar->setPage(qBound(1, page, qMax(1, m_paging->pageCount())));
     showRows();
+    showHint();
     showFooter();
+}
+
+void FilesPage::showHint()
+{
+    m_hint->setHidden(m_list.count() > 0);
+    m_hint->setText(
+        m_list.isRead() ? text(m_list.filter().isEmpty() ? "files.empty" : "filter.none") : m_complaint);
 }
 
 const FileEntry* FilesPage::entryOfRow(int row) const
@@ -397,32 +424,37 @@ void FilesPage::showRow(int row, const FileEntry& entry)
     name->setIcon(iconOf(entry));
     table->setItem(row, NameColumn, name);
     table->setItem(row, KindColumn, cell(nameOf(entry.kind)));
-    const QString size = entry.kind == Kind::Folder ? QString() : sizeText(entry.size);
-    table->setItem(row, SizeColumn, cell(size, Qt::AlignRight));
+    table->setItem(row, SizeColumn, cell(entry.size ? sizeText(*entry.size) : QString(), Qt::AlignRight));
     table->setItem(row, ChangedColumn, cell(entry.changed.toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
 }
 
 void FilesPage::showFooter()
 {
-    m_bar->setFooterInfos({ { sizeText(m_list.totalSize()), 0 },
-        { text("files.count").arg(gallery::locale().toString(m_list.count())), 0 } });
+    std::vector<PagingFooterInfo> infos;
+    if (const auto size = totalSizeOf(m_list.seen())) {
+        infos.push_back({ sizeText(*size), 0 });
+    }
+    infos.push_back({ text("files.count").arg(gallery::locale().toString(m_list.count())), 0 });
+    m_bar->setFooterInfos(infos);
 }
 
 void FilesPage::reportSelection()
 {
     const QModelIndexList rows = m_table->getTable()->selectionModel()->selectedRows();
-    if (rows.isEmpty()) {
+    std::vector<const FileEntry*> entries;
+    for (const QModelIndex& row : rows) {
+        if (const FileEntry* entry = entryOfRow(row.row())) {
+            entries.push_back(entry);
+        }
+    }
+    if (entries.empty()) {
         return;
     }
-    qint64 size = 0;
-    for (const QModelIndex& row : rows) {
-        const FileEntry* entry = entryOfRow(row.row());
-        size += entry ? entry->size : 0;
-    }
-    const FileEntry* first = entryOfRow(rows.first().row());
     const QString what =
-        rows.size() == 1 && first ? shortened(first->name) : gallery::locale().toString(rows.size());
-    Q_EMIT happened(text("files.selected").arg(what, sizeText(size)));
+        entries.size() == 1 ? shortened(entries.front()->name) : gallery::locale().toString(entries.size());
+    const auto size = totalSizeOf(entries);
+    Q_EMIT happened(
+        size ? text("files.selected").arg(what, sizeText(*size)) : text("event.chosen").arg(what));
 }
 
 void FilesPage::openRow(int row)
@@ -438,36 +470,15 @@ void FilesPage::openRow(int row)
     }
 }
 
-void FilesPage::rename(const QString& path, const QString& newName)
-{
-    const QString complaint = renameFile(path, newName);
-    if (!complaint.isEmpty()) {
-        m_tree->notRenamed(path);
-        warn("files.problem.rename", complaint);
-        return;
-    }
-    const QString newPath = QFileInfo(path).dir().filePath(newName);
-    m_tree->renamed(path, newPath);
-    Q_EMIT happened(text("files.renamed").arg(shortened(QFileInfo(path).fileName()), shortened(newName)));
-    if (m_folder == path || m_folder.startsWith(path + '/')) {
-        openFolder(newPath + m_folder.mid(path.size()));
-    } else if (m_folder == QFileInfo(path).path()) {
-        readAgain();
-    }
-    m_tree->refresh(QFileInfo(path).path());
-}
-
-// The line of reports has room for two of them.
+// The line of reports has room for little more.
 QString FilesPage::shortened(const QString& name) const
 {
     return fontMetrics().elidedText(inOneLine(name), Qt::ElideMiddle, px(200));
 }
 
-void FilesPage::warn(const char* title, const QString& words)
+void FilesPage::warn(const QString& words)
 {
-    // A name may look like rich text.
-    const QString shown = Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words) : words;
-    showWarningMsg(text("files.title"), text(title), shown, window());
+    showWarningMsg(text("files.title"), text("files.problem.read"), asRichText(words), window());
 }
 
 void FilesPage::showEvent(QShowEvent* event)
@@ -508,11 +519,10 @@ void FilesPage::enterState(const QString& state)
     } else if (state == QLatin1String("kinds")) {
         m_filterBar->setFocus(Qt::TabFocusReason);
         m_kindMenu->popup(m_filterBar->mapToGlobal({ 0, m_filterBar->height() }));
-    } else if (state == QLatin1String("rename")) {
-        m_tree->setFocus(Qt::TabFocusReason);
-        m_tree->editItem(m_tree->currentItem());
+    } else if (state == QLatin1String("nothing")) {
+        m_kinds.constLast()->trigger();
     } else if (state == QLatin1String("failure")) {
-        rename(m_folder, QStringLiteral("Pictures"));
+        warn(text("files.problem.gone").arg(QStringLiteral("Reports")));
     } else if (state == QLatin1String("deep")) {
         openFolder(m_folder + QStringLiteral("/Invoices/Reminders/First/Second/Last"));
         settle();

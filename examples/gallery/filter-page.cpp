@@ -71,6 +71,7 @@ const struct
 
 const int otherKind = 4;
 const int anyKind = -1;
+const int sizeColumn = 2;
 
 // One extension of each kind of file that has an icon; the last one stands for all that have none.
 const char* const extensions[] = { "acc", "ai", "mp3", "bkpi", "doc", "exe", "fla", "htm", "idn", "jpg",
@@ -102,8 +103,10 @@ private:
     QAction* m_removed = nullptr;
     int m_kind = anyKind;
     QString m_keyword;
+    VantButton* m_kindSign = nullptr;
     QLabel* m_found = nullptr;
     VantTableWidget* m_list = nullptr;
+    QLabel* m_hint = nullptr;
 };
 
 QString extensionOf(const SampleFile& file)
@@ -128,6 +131,16 @@ int kindOf(const SampleFile& file)
     return kind;
 }
 
+QStringList namesOfKinds()
+{
+    QStringList names;
+    for (const auto& kind : kinds) {
+        names << text(kind.name);
+    }
+    return names;
+}
+
+// The files that are gone come with a longer one.
 QString dayOf(const SampleFile& file)
 {
     const QString day = QDate(2017, 3, file.day).toString(Qt::ISODate);
@@ -172,11 +185,17 @@ QLayout* FilterPage::filter()
     m_bar = live(filterBar({}));
     m_bar->setMenu(m_menu);
     connect(m_bar, &VantFilterBar::sigKeywordChanged, this, &FilterPage::apply);
+    m_kindSign = live(filterSign(text("filter.kind.all")));
+    connect(m_kindSign, &QPushButton::clicked, this, [this] {
+        m_bar->setFocus(Qt::OtherFocusReason);
+        m_menu->actions().constFirst()->trigger();
+    });
     m_found = styledLabel({}, "gallery.caption");
 
     auto* row = new QHBoxLayout;
     row->setSpacing(px(16));
     row->addLayout(labelled(text("filter.part"), m_bar));
+    row->addWidget(m_kindSign);
     row->addWidget(m_found);
     row->addStretch(1);
     return row;
@@ -198,6 +217,7 @@ void FilterPage::makeMenu()
 
     connect(m_menu, &QMenu::triggered, this, [this, group](QAction* action) {
         m_kind = group->checkedAction()->data().toInt();
+        showSign(m_kindSign, m_kind == anyKind ? QString() : group->checkedAction()->text());
         fill();
         Q_EMIT happened(text("event.chosen").arg(action->text()));
     });
@@ -215,16 +235,22 @@ QAction* FilterPage::addKind(QActionGroup* group, const char* name, int kind)
 QWidget* FilterPage::list()
 {
     VantTableColumnsInfo columns;
-    columns.addColumn(text("filter.list.name"), 200, true, 0.97);
-    columns.addColumn(text("filter.list.kind"), 168, true, 0);
-    columns.addColumn(text("filter.list.size"), 104, true, 0);
-    columns.addColumn(text("filter.list.day"), 176, true, 0);
+    const QString kind = text("filter.list.kind");
+    const QString size = text("filter.list.size");
+    const QString day = text("filter.list.day");
+    columns.addColumn(text("filter.list.name"), 200, true, 1.0);
+    columns.addColumn(kind, columnWidth(kind, namesOfKinds()), true, 0);
+    columns.addColumn(size, sizeColumnWidth(size), true, 0);
+    columns.addColumn(day, columnWidth(day, { dayOf(files[0]) }), true, 0);
     m_list = live(new VantTableWidget(columns));
     m_list->setFixedHeight(px(listHeight));
     QTableWidget* table = m_list->getTable();
     table->setAccessibleName(text("filter.list.title"));
     table->setTabKeyNavigation(false);
     table->setIconSize(QSize(px(20), px(20)));
+    alignRight(m_list, sizeColumn);
+    m_hint = addHint(table);
+    m_hint->setText(text("filter.none"));
 
     QFrame* well = styledFrame("well", "gallery.well");
     auto* layout = new QVBoxLayout(well);
@@ -289,6 +315,7 @@ void FilterPage::fill()
         }
     }
     const int found = m_list->getTable()->rowCount();
+    m_hint->setVisible(found == 0);
     m_found->setText(text("filter.found").arg(locale().toString(found), locale().toString(all)));
 }
 
@@ -297,12 +324,13 @@ void FilterPage::addRow(const SampleFile& file)
     QTableWidget* table = m_list->getTable();
     const int row = table->rowCount();
     table->insertRow(row);
-    const QString size = text("filter.list.kilobytes").arg(locale().toString(file.kilobytes));
+    const QString size = sizeText(qint64(file.kilobytes) << 10);
     int column = 0;
     for (const QString& cell :
         { QString::fromLatin1(file.name), text(kinds[kindOf(file)].name), size, dayOf(file) }) {
         table->setItem(row, column++, new QTableWidgetItem(cell)); // the table owns it
     }
+    table->item(row, sizeColumn)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     table->item(row, 0)->setIcon(fileIcon(extensionOf(file), file.removed));
 }
 
@@ -313,6 +341,12 @@ void FilterPage::enterState(const QString& state)
     } else if (state == QLatin1String("keyword")) {
         m_bar->setText(QStringLiteral("report"));
         apply(m_bar->text());
+    } else if (state == QLatin1String("kind")) {
+        m_menu->actions().at(2)->trigger();
+    } else if (state == QLatin1String("nothing")) {
+        m_bar->setText(QStringLiteral("minutes"));
+        apply(m_bar->text());
+        m_menu->actions().at(2)->trigger();
     } else if (state == QLatin1String("menu")) {
         auto* button = m_bar->findChild<QToolButton*>();
         m_bar->setFocus(Qt::MouseFocusReason);

@@ -52,7 +52,9 @@ FileEntry entryOf(const QFileInfo& info)
         return entry;
     }
     entry.kind = kindOf(FileTypeMap::getInstance().getFiletypeMapping(info.suffix(), false));
-    entry.size = info.size();
+    if (info.isFile()) {
+        entry.size = info.size();
+    }
     return entry;
 }
 

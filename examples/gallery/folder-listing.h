@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace gallery {
@@ -16,7 +17,7 @@ struct FileEntry
 {
     QString name;
     Kind kind = Kind::Other;
-    qint64 size = 0;
+    std::optional<qint64> size; ///< null if it cannot be told, as that of a folder
     QDateTime changed; ///< null if it cannot be told
 };
 

@@ -34,9 +34,9 @@ const QList<PageInfo>& pages()
         { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
         { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
         { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
-        { "filter", createFilterPage, { "disabled", "focus", "keyword", "menu" } },
+        { "filter", createFilterPage, { "disabled", "focus", "keyword", "kind", "nothing", "menu" } },
         { "files", createFilesPage,
-            { "selected", "filtered", "kinds", "rename", "failure", "deep", "help", "disabled" } },
+            { "selected", "filtered", "nothing", "kinds", "failure", "deep", "help", "disabled" } },
     };
     return table;
 }

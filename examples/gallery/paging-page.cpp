@@ -56,6 +56,7 @@ private:
     VantPagingModel m_model { limits[0] };
     VantPagingBar* m_bar = nullptr;
     VantTableWidget* m_list = nullptr;
+    QLabel* m_hint = nullptr;
     VantComboBox* m_count = nullptr;
     VantComboBox* m_limit = nullptr;
     VantComboBox* m_texts = nullptr;
@@ -151,13 +152,17 @@ VantComboBox* PagingPage::measure(const char* key, const QStringList& entries, Q
 QWidget* PagingPage::list()
 {
     VantTableColumnsInfo columns;
-    columns.addColumn(text("paging.list.number"), 136, false, 0);
-    columns.addColumn(text("paging.list.time"), 176, false, 0);
+    const QString entry = text("paging.list.number");
+    const QString time = text("paging.list.time");
+    columns.addColumn(entry, columnWidth(entry, numbers(counts)), false, 0);
+    columns.addColumn(time, columnWidth(time, { timeOf(0) }), false, 0);
     columns.addColumn(text("paging.list.file"), 160, true, 0.55);
     columns.addColumn(text("paging.list.result"), 112, true, 0.42);
     m_list = live(new VantTableWidget(columns));
     m_list->getTable()->setAccessibleName(text("paging.list.title"));
     m_list->getTable()->setTabKeyNavigation(false);
+    m_hint = addHint(m_list->getTable());
+    m_hint->setText(text("paging.moment.none"));
     m_list->setFixedHeight(px(listHeight));
 
     m_bar = live(new VantPagingBar(&m_model));
@@ -232,6 +237,7 @@ void PagingPage::fill()
     const int rows = qMin(m_model.rowLimit(), m_model.itemCount() - first);
     table->setRowCount(0); // what was selected is not on this page
     table->setRowCount(rows);
+    m_hint->setHidden(rows > 0);
     for (int row = 0; row < rows; ++row) {
         fillRow(row, first + row);
     }

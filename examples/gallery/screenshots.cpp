@@ -176,15 +176,15 @@ QPixmap pictureOfBrowser(GalleryWindow* window)
     return section->grab(place);
 }
 
-QPixmap pictureOfRenaming(GalleryWindow* window)
+QPixmap pictureOfRenaming(const QString& language)
 {
-    auto* tree = window->findChild<QTreeWidget*>();
-    QWidget* frame = tree->parentWidget();
-    tree->setFixedWidth(px(240));
-    frame->setFixedHeight(px(6 * 28 + 6));
-    window->enterState(QStringLiteral("rename"));
+    GalleryWindow window(QStringLiteral("tree"), language);
+    showAtRest(&window);
+    auto* tree = window.findChild<QTreeWidget*>();
+    tree->setFixedHeight(px(6 * 28 + 2));
+    window.enterState(QStringLiteral("rename"));
     QApplication::processEvents();
-    return frame->grab();
+    return tree->parentWidget()->grab();
 }
 
 bool save(const QPixmap& picture, const QDir& folder, const char* name)
@@ -201,7 +201,7 @@ bool saveHelpPictures(const QDir& folder, const QString& language)
     browser.growToPage();
     return folder.mkpath(QStringLiteral(".")) && save(pictureOfWindow(language), folder, "gallery.png")
         && save(pictureOfBrowser(&browser), folder, "files.png")
-        && save(pictureOfRenaming(&browser), folder, "rename.png");
+        && save(pictureOfRenaming(language), folder, "rename.png");
 }
 
 } // namespace

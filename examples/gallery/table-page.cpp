@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QHoverEvent>
 #include <QLabel>
 #include <QPainter>
@@ -21,6 +20,8 @@ namespace {
 const int visibleRows = 8;
 const int rowCounts[] = { 6, 1000, 0 };
 const int frameWidths[] = { 0, 640, 400 }; // 0 is all there is
+
+const int dotWidth = 26; // with its distance from the text
 
 enum Column { Name, Place, Last, Size, State };
 
@@ -40,15 +41,15 @@ const struct
     const char* name;
     const char* place;
     const char* last;
-    const char* size;
+    int megabytes;
     int state;
 } tasks[] = {
-    { "table.photos", "nas.example.org/photos", "2017-03-04 02:00", "184.2 GB", 0 },
-    { "table.documents", "nas.example.org/documents", "2017-03-04 02:40", "12.8 GB", 0 },
-    { "table.mail", "mail.example.org", "2017-03-04 03:00", "3.4 GB", 1 },
-    { "table.accounts", "vault.example.org/accounts", "2017-02-27 23:30", "640 MB", 3 },
-    { "table.projects", "nas.example.org/projects", "2017-03-03 22:00", "58.1 GB", 2 },
-    { "table.music", "nas.example.org/music", "2017-03-01 04:00", "96.0 GB", 0 },
+    { "table.photos", "nas.example.org/photos", "2017-03-04 02:00", 188621, 0 },
+    { "table.documents", "nas.example.org/documents", "2017-03-04 02:40", 13107, 0 },
+    { "table.mail", "mail.example.org", "2017-03-04 03:00", 3482, 1 },
+    { "table.accounts", "vault.example.org/accounts", "2017-02-27 23:30", 640, 3 },
+    { "table.projects", "nas.example.org/projects", "2017-03-03 22:00", 59494, 2 },
+    { "table.music", "nas.example.org/music", "2017-03-01 04:00", 98304, 0 },
 };
 
 // The same in a selected row, where Qt would tint it.
@@ -75,14 +76,24 @@ QIcon dot(const QColor& color)
     return plain(pixmap);
 }
 
+QStringList namesOfStates()
+{
+    QStringList names;
+    for (const auto& state : states) {
+        names << text(state.name);
+    }
+    return names;
+}
+
 VantTableColumnsInfo taskColumns()
 {
     VantTableColumnsInfo columns;
     columns.addColumn(text("fields.name"), 136, true, 0.45);
     columns.addColumn(text("table.place"), 144, true, 0.55);
-    columns.addColumn(text("table.last"), 148, false, 0.0);
-    columns.addColumn(text("table.size"), 100, true, 0.0);
-    columns.addColumn(text("table.state"), 124, true, 0.0);
+    columns.addColumn(text("table.last"), timeColumnWidth(text("table.last")), false, 0.0);
+    columns.addColumn(text("table.size"), sizeColumnWidth(text("table.size")), true, 0.0);
+    columns.addColumn(
+        text("table.state"), dotWidth + columnWidth(text("table.state"), namesOfStates()), true, 0.0);
     return columns;
 }
 
@@ -155,8 +166,7 @@ QFrame* TablePage::framedTable()
 
 void TablePage::setUpTable()
 {
-    m_tasks->getHeader()->model()->setHeaderData(
-        Size, Qt::Horizontal, int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
+    alignRight(m_tasks, Size);
     m_table->setAccessibleName(text("table.tasks.title"));
     m_table->setIconSize(QSize(px(20), px(20)));
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -168,9 +178,8 @@ void TablePage::setUpTable()
 
 void TablePage::addHint()
 {
-    m_hint = styledLabel(text("table.empty"), "gallery.caption");
-    auto* layout = new QVBoxLayout(m_table->viewport());
-    layout->addWidget(m_hint, 0, Qt::AlignCenter);
+    m_hint = gallery::addHint(m_table);
+    m_hint->setText(text("table.empty"));
 }
 
 void TablePage::applyRows()
@@ -191,7 +200,7 @@ void TablePage::addTask(int row)
     const auto& state = states[task.state];
     const QString number = row < kinds ? QString() : QStringLiteral(" %1").arg(row / kinds + 1);
     auto* name = new QTableWidgetItem(plain(getGlobalImage("folder")), text(task.name) + number);
-    auto* size = new QTableWidgetItem(QLatin1String(task.size));
+    auto* size = new QTableWidgetItem(sizeText(qint64(task.megabytes) << 20));
     size->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_table->setItem(row, Name, name);
     m_table->setItem(row, Place, new QTableWidgetItem(QLatin1String(task.place)));

@@ -5,6 +5,8 @@
 
 #include <QDebug>
 
+#include <cmath>
+
 namespace gallery {
 
 namespace {
@@ -61,6 +63,25 @@ QString text(const QString& key)
         return key;
     }
     return *found;
+}
+
+QString asRichText(const QString& text)
+{
+    return text.toHtmlEscaped()
+        .replace(QLatin1String("px"), QLatin1String("p&#120;"))
+        .replace(QLatin1Char('\n'), QLatin1String("<br>"));
+}
+
+// Bytes alone would be told in English, and what is not empty does not look so.
+QString sizeText(qint64 bytes)
+{
+    const qint64 kilo = 1024;
+    QString words = locale().formattedDataSize(qMax(bytes, kilo), 1, QLocale::DataSizeTraditionalFormat);
+    if (bytes >= kilo) {
+        return words;
+    }
+    const double tenths = std::ceil(10.0 * static_cast<double>(bytes) / kilo);
+    return words.replace(locale().toString(1.0, 'f', 1), locale().toString(tenths / 10, 'f', 1));
 }
 
 QLocale locale()

@@ -13,6 +13,13 @@ void installTexts(const QString& language);
 QString text(const char* key);
 QString text(const QString& key);
 
+/** @p text for what takes rich text, with every character as it is: no mark-up, and no number of pixels that
+ * is scaled. */
+QString asRichText(const QString& text);
+
+/** A size in the units that all pages use. */
+QString sizeText(qint64 bytes);
+
 /** What writes numbers and dates in the language of the texts. */
 QLocale locale();
 

@@ -215,6 +215,9 @@ void TreePage::takeChange(QTreeWidgetItem* item)
         if (changed == current()) {
             Q_EMIT happened(text(eventOf(changed->checkState(0))).arg(changed->text(0)));
         }
+    } else if (changed->text(0).trimmed().isEmpty()) {
+        Q_EMIT happened(text("tree.rename.left"));
+        changed->setText(0, before);
     } else if (isTaken(changed->text(0), changed)) {
         Q_EMIT happened(text("tree.rename.taken").arg(changed->text(0)));
         changed->setText(0, before);

@@ -119,23 +119,31 @@ void GalleryHelpTest::opens_data()
 {
     QTest::addColumn<QString>("overview");
     QTest::addColumn<QString>("files");
+    QTest::addColumn<QString>("tree");
 
     QTest::newRow("enu") << "The gallery"
-                         << "The file browser";
+                         << "The file browser"
+                         << "Tree";
     QTest::newRow("deu") << "Die Galerie"
-                         << "Der Dateibrowser";
+                         << "Der Dateibrowser"
+                         << "Baum";
     QTest::newRow("esn") << "La galería"
-                         << "El explorador de archivos";
+                         << "El explorador de archivos"
+                         << "Árbol";
     QTest::newRow("fra") << "La galerie"
-                         << "L’explorateur de fichiers";
+                         << "L’explorateur de fichiers"
+                         << "Arborescence";
     QTest::newRow("jpn") << "ギャラリー"
-                         << "ファイルブラウザー";
+                         << "ファイルブラウザー"
+                         << "ツリー";
     QTest::newRow("chs") << "控件库"
-                         << "文件浏览器";
+                         << "文件浏览器"
+                         << "树";
     for (const char* other : { "krn", "ita", "rus", "dan", "nor", "sve", "nld", "plk", "hun", "trk", "csy",
              "ptg", "ptb", "cht" }) {
         QTest::newRow(other) << "The gallery"
-                             << "The file browser";
+                             << "The file browser"
+                             << "Tree";
     }
 }
 
@@ -143,13 +151,17 @@ void GalleryHelpTest::opens()
 {
     QFETCH(QString, overview);
     QFETCH(QString, files);
+    QFETCH(QString, tree);
 
     openGallery("buttons", QTest::currentDataTag());
     pressHelpButton();
     checkHelp(overview, 1);
     openGallery("files", QTest::currentDataTag());
     QTest::keyClick(m_window->focusWidget(), Qt::Key_F1);
-    checkHelp(files, 2);
+    checkHelp(files, 1);
+    openGallery("tree", QTest::currentDataTag());
+    pressHelpButton();
+    checkHelp(tree, 1);
 }
 
 void GalleryHelpTest::pressHelpButton()
