@@ -10,6 +10,7 @@
 #include <QCursor>
 #include <QDialog>
 #include <QDir>
+#include <QLayout>
 #include <QMovie>
 #include <QNetworkProxy>
 #include <QPainter>
@@ -181,10 +182,13 @@ QPixmap pictureOfRenaming(const QString& language)
     GalleryWindow window(QStringLiteral("tree"), language);
     showAtRest(&window);
     auto* tree = window.findChild<QTreeWidget*>();
-    tree->setFixedHeight(px(6 * 28 + 2));
+    QWidget* frame = tree->parentWidget();
+    tree->setFixedSize(px(240), px(8 * 28 + 2));
+    frame->setFixedSize(frame->sizeHint());
+    frame->layout()->activate();
     window.enterState(QStringLiteral("rename"));
     QApplication::processEvents();
-    return tree->parentWidget()->grab();
+    return frame->grab();
 }
 
 bool save(const QPixmap& picture, const QDir& folder, const char* name)
