@@ -338,9 +338,10 @@ void GalleryWindow::openWantedPage()
 void GalleryWindow::growToPage()
 {
     layOut(m_page);
-    const int shown = m_scrollArea->viewport()->height();
-    const int needed = m_page->heightForWidth(qMin(m_scrollArea->width(), m_page->maximumWidth()));
-    resize(width(), height() + qMax(0, needed - shown));
+    // As narrow as a scroll bar leaves it, for the bar goes only when this height is there.
+    const QSize shown = m_scrollArea->viewport()->size();
+    const int needed = m_page->heightForWidth(qMin(shown.width(), m_page->maximumWidth()));
+    resize(width(), height() + qMax(0, needed - shown.height()));
 }
 
 void GalleryWindow::enterState(const QString& state)
