@@ -42,9 +42,3 @@ void MessageLabel::fitHeight()
     // Without a text it needs no height and answers with a negative number.
     setFixedHeight(qMax(0, heightForWidth(width())));
 }
-
-void MessageLabel::paintEvent(QPaintEvent* event)
-{
-    heightForWidth(width()); // a text set since the last layout is broken too
-    QLabel::paintEvent(event);
-}

@@ -48,6 +48,11 @@ private Q_SLOTS:
     void places();
     void wholeTexts_data();
     void wholeTexts();
+    void idle();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    int paints = 0;
 };
 
 void SheetLayoutTest::widths()
@@ -80,7 +85,7 @@ void SheetLayoutTest::types()
     for (int type = 0; type < 8; ++type) {
         const auto& [icon, buttons, style] = rows[type];
         CoveredWindow window;
-        VantMessageSheet sheet(Type(type), "Text", &window);
+        VantMessageSheet sheet(Type(type < 7 ? type : 99), "Text", &window);
         const QLabel* iconLabel = sheets::labels(&sheet)[1];
         QCOMPARE(iconLabel->isHidden(), !*icon);
         if (*icon) {
@@ -247,6 +252,34 @@ void SheetLayoutTest::wholeTexts()
         QCoreApplication::processEvents();
         check(message);
     }
+}
+
+/** An open sheet that nothing happens to is not painted. */
+void SheetLayoutTest::idle()
+{
+    CoveredWindow window;
+    QVERIFY(window.open());
+    VantMessageSheet sheet(Type::Question, "Text", QString("Word").repeated(60), &window);
+    VantMask::createMask(&sheet, &window);
+    sheet.showSheetWithBlock();
+    sheets::labels(&sheet).first()->setFocus();
+    qApp->installEventFilter(this);
+    const auto isQuiet = [this](int milliseconds) {
+        paints = 0;
+        QTest::qWait(milliseconds);
+        return paints == 0;
+    };
+    QTRY_VERIFY(isQuiet(20)); // after the paints of its opening
+    QVERIFY(isQuiet(200));
+    sheet.repaint();
+    QVERIFY(paints > 0);
+    qApp->removeEventFilter(this);
+}
+
+bool SheetLayoutTest::eventFilter(QObject* /*watched*/, QEvent* event)
+{
+    paints += event->type() == QEvent::Paint;
+    return false;
 }
 
 QTEST_MAIN(SheetLayoutTest)
