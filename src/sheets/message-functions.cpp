@@ -20,7 +20,7 @@ struct Message
 
 int execOver(VantMessageSheet& sheet, const QWidget* parent)
 {
-    VantMask::createMask(&sheet, parent->window(), QColor(0, 0, 0, 20));
+    VantMask::createMask(&sheet, parent->window());
     return sheet.exec();
 }
 

@@ -31,6 +31,7 @@ VantMask::VantMask(QWidget* widget, QWidget* parent, QColor color)
     d->init(widget);
     widget->installEventFilter(this);
     setAttribute(Qt::WA_NoMousePropagation);
+    setAcceptDrops(true);
     // A content that is deleted while it shows leaves nothing to close the mask.
     connect(widget, SIGNAL(destroyed()), this, SLOT(hide()));
 
@@ -82,6 +83,21 @@ bool VantMask::eventFilter(QObject* watched, QEvent* event)
         hide();
     }
     return QFrame::eventFilter(watched, event);
+}
+
+// A drag that the mask did not let in would be offered to the widgets below it; it may come in, and nothing
+// can be dropped.
+bool VantMask::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        event->setAccepted(event->type() == QEvent::DragEnter);
+        return true;
+    default:
+        return QFrame::event(event);
+    }
 }
 
 // It may have come into another window since it was shown last.

@@ -16,7 +16,7 @@ public:
 
     void init(QWidget* content);
 
-    QColor color { 0, 0, 0, 20 };
+    QColor color;
     VantMask* q;
     QPointer<QWidget> widget;
 };

@@ -4,8 +4,10 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QDragEnterEvent>
 #include <QImage>
 #include <QLayout>
+#include <QMimeData>
 #include <QtTest>
 
 /** The panel with its shadow, and the mask that it lies in, with images of one colour each. */
@@ -22,6 +24,25 @@ private Q_SLOTS:
 };
 
 namespace {
+
+/** A window that things can be dropped on. */
+struct DropWindow : QWidget
+{
+    DropWindow() { setAcceptDrops(true); }
+
+    void dragEnterEvent(QDragEnterEvent* event) override { event->accept(); }
+
+    bool takesDrop(const QPoint& place)
+    {
+        QMimeData dropped;
+        QDragEnterEvent enter(place, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(windowHandle(), &enter);
+        QDragMoveEvent move(place, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+        move.accept(); // as the platform has it after what came in
+        QCoreApplication::sendEvent(windowHandle(), &move);
+        return move.isAccepted();
+    }
+};
 
 struct PlainSheet : VantSheet
 {
@@ -98,11 +119,11 @@ void SheetFrameTest::content()
 
 void SheetFrameTest::masks()
 {
-    QWidget window;
+    DropWindow window;
     window.resize(500, 400);
     QWidget inner(&window);
     inner.resize(100, 100);
-    for (QWidget* parent : { &window, &inner }) {
+    for (QWidget* parent : std::initializer_list<QWidget*> { &window, &inner }) {
         auto* sheet = new PlainSheet(parent);
         sheet->setFixedSize(200, 100);
         // Without a parent, that of the sheet.
@@ -120,8 +141,11 @@ void SheetFrameTest::masks()
         QCOMPARE(mask->size(), window.size());
         QCoreApplication::processEvents();
         QVERIFY(isCentred(*sheet, mask->rect().center()));
+        QVERIFY(!window.takesDrop({ 50, 50 }));
+        QVERIFY(parent != &window || !window.takesDrop(sheet->geometry().center()));
         sheet->hide();
     }
+    QVERIFY(window.takesDrop({ 50, 50 }));
     QCOMPARE(VantMask::createMask(nullptr, &window), nullptr);
     PlainSheet orphan(nullptr);
     QCOMPARE(VantMask::createMask(&orphan, nullptr), nullptr);
