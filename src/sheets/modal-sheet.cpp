@@ -7,14 +7,17 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QPushButton>
+#include <QShortcutEvent>
 #include <QTextDocumentFragment>
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 namespace vantkit::internal {
 
@@ -23,6 +26,7 @@ ModalSheet::ModalSheet(VantSheet* modalSheet, QObject* parent)
     , sheet(modalSheet)
 {
     sheet->installEventFilter(this);
+    watchParent();
 }
 
 void ModalSheet::setStandardButtons(QFlags<QMessageBox::StandardButton> buttons)
@@ -35,6 +39,13 @@ QAbstractButton* ModalSheet::button(QMessageBox::StandardButton which) const
     return buttonBox->button(QDialogButtonBox::StandardButton(which));
 }
 
+void ModalSheet::setDefaultButton(QPushButton* button)
+{
+    if (button) {
+        button->setDefault(true);
+    }
+}
+
 void ModalSheet::dressOkButton(const QString& text)
 {
     QPushButton* ok = buttonBox->button(QDialogButtonBox::Ok);
@@ -44,7 +55,9 @@ void ModalSheet::dressOkButton(const QString& text)
 
 void ModalSheet::dressDiscardButton(const QString& text)
 {
-    dressButton(buttonBox->button(QDialogButtonBox::Discard), text, "component.cancel_button");
+    QPushButton* discard = buttonBox->button(QDialogButtonBox::Discard);
+    dressButton(discard, text, "component.cancel_button");
+    discard->setAutoDefault(true);
 }
 
 void ModalSheet::connectButtons()
@@ -92,6 +105,15 @@ void ModalSheet::show()
     sheet->show();
     QAccessibleEvent event(sheet, QAccessible::DialogStart);
     QAccessible::updateAccessibility(&event);
+    watchWindow();
+}
+
+void ModalSheet::showWithBlock()
+{
+    show();
+    if (blocksCloseButton) {
+        greyCloseButton();
+    }
 }
 
 void ModalSheet::greyCloseButton()
@@ -100,12 +122,19 @@ void ModalSheet::greyCloseButton()
     SHAPISetCloseButtonOfWindowEnable(sheet, false, &windowButtonState);
 }
 
+// Once no other sheet wants it grey.
 void ModalSheet::giveCloseButtonBack()
 {
-    if (greyedWindow) {
-        SHAPISetCloseButtonOfWindowEnable(greyedWindow, true, &windowButtonState);
-    }
+    QWidget* const window = greyedWindow;
     greyedWindow.clear();
+    if (!window) {
+        return;
+    }
+    const auto sheets = window->findChildren<ModalSheet*>();
+    if (std::none_of(sheets.cbegin(), sheets.cend(),
+            [window](const ModalSheet* other) { return other->greyedWindow == window; })) {
+        SHAPISetCloseButtonOfWindowEnable(window, true, &windowButtonState);
+    }
 }
 
 void ModalSheet::watchWindow()
@@ -113,6 +142,7 @@ void ModalSheet::watchWindow()
     leaveWindow();
     watchedWindow = sheet->window();
     watchedWindow->installEventFilter(sheet);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 void ModalSheet::leaveWindow()
@@ -121,125 +151,185 @@ void ModalSheet::leaveWindow()
         watchedWindow->removeEventFilter(sheet);
     }
     watchedWindow.clear();
+    QCoreApplication::instance()->removeEventFilter(this);
 }
 
-bool ModalSheet::isRunning() const
+// It lies on the stack of exec(), where the sheet, which may be deleted meanwhile, only points to it.
+struct ModalSheet::Wait
 {
-    return opened && innermost && !innermost->answered;
-}
+    QEventLoop loop;
+    std::optional<int> answer;
+    Wait* outer = nullptr;
+};
 
-int ModalSheet::runLoop(const std::function<void()>& closeWithNothing)
+int ModalSheet::exec()
 {
-    if (!opened) {
-        return closedWith; // on being shown
+    if (innermost && !innermost->answer) {
+        return 0;
     }
-    if (!innermost || eventLoop != innermost->loop) {
-        delete eventLoop; // that of a run which is over
-    }
-    Run run;
-    run.loop = new QEventLoop(sheet);
-    run.outer = innermost;
-    innermost = &run;
-    eventLoop = run.loop;
-    watchParent();
-
+    Wait wait;
+    wait.outer = innermost;
+    innermost = &wait;
     const QPointer<ModalSheet> alive(this);
-    run.loop->exec();
-    if (!alive) {
-        delete run.loop; // let go by the dying sheet
-        return run.answer;
+    showWithBlock();
+    beginWaiting();
+    if (!wait.answer) {
+        wait.loop.exec();
     }
-    innermost = run.outer;
-    watchParent();
-    if (eventLoop != run.loop) {
-        delete run.loop; // a run that began inside this one has left its own
+    if (alive && !wait.answer) {
+        done(0);
     }
-    if (!run.answered) {
-        closeWithNothing();
+    if (alive) {
+        innermost = wait.outer;
     }
-    return run.answer;
+    return wait.answer.value_or(0);
 }
 
 void ModalSheet::watchParent()
 {
-    if (watchedParent) {
-        disconnect(watchedParent, SIGNAL(destroyed(QObject*)), this, SLOT(letGoOf(QObject*)));
-    }
-    watchedParent = innermost ? sheet->parentWidget() : nullptr;
-    if (watchedParent) {
-        connect(watchedParent, SIGNAL(destroyed(QObject*)), this, SLOT(letGoOf(QObject*)));
+    if (sheet->parent()) {
+        connect(sheet->parent(),
+            SIGNAL(destroyed(QObject*)), this, SLOT(letGoOf(QObject*)), Qt::UniqueConnection);
     }
 }
 
-// The mask, or the window with it, is being deleted while somebody waits in runLoop() for the sheet, often an
-// object on the stack: it must not be deleted as a child, and if it has no answer yet, there is none to come.
+// The mask, or the window with it, is being deleted while exec() is on the stack, and often the sheet as
+// well: it must not be deleted as a child, and if it has no answer yet, there is none to come.
 void ModalSheet::letGoOf(QObject* dyingParent)
 {
-    if (sheet->parent() != dyingParent) {
+    if (!innermost || sheet->parent() != dyingParent) {
         return;
     }
-    hadFocus = holdsFocus();
     leaveWindow();
     giveCloseButtonBack();
     sheet->setParent(nullptr);
-    if (isRunning()) {
-        innermost->loop->exit(0);
-    }
+    innermost->loop.exit();
 }
 
-void ModalSheet::close(int ret, bool blocksCloseButton)
+void ModalSheet::done(int ret)
+{
+    close(ret);
+    Q_EMIT sheet->finished(ret);
+}
+
+void ModalSheet::buttonClick(QAbstractButton* which)
+{
+    done(buttonBox->standardButton(which));
+}
+
+void ModalSheet::close(int ret)
 {
     if (blocksCloseButton) {
         giveCloseButtonBack();
     }
-    // A sheet that was shown again after its answer has nobody waiting.
-    if (innermost && (!innermost->answered || !opened)) {
-        innermost->answered = true;
+    greyedWindow.clear();
+    if (innermost) {
         innermost->answer = ret;
-    }
-    if (eventLoop) {
-        eventLoop->exit(ret);
+        innermost->loop.exit();
     }
     leaveWindow();
-    hadFocus = hadFocus || holdsFocus();
+    // The focus goes back to where the user was before, unless something else has taken it from the sheet.
+    const QWidget* focus = formerFocus ? formerFocus->window()->focusWidget() : nullptr;
+    const bool focusIsFree = !focus || sheet->isAncestorOf(focus);
     sheet->hide();
     if (opened) {
         QAccessibleEvent event(sheet, QAccessible::DialogEnd);
         QAccessible::updateAccessibility(&event);
     }
-    // Back to where the user was before, unless something else has taken the focus from the sheet.
-    if (hadFocus && formerFocus && formerFocus->isVisible()) {
-        formerFocus->setFocus(Qt::OtherFocusReason);
-    }
-    formerFocus.clear();
-    hadFocus = false;
     opened = false;
-    closedWith = ret;
-}
-
-bool ModalSheet::holdsFocus() const
-{
-    return opened && sheet->isAncestorOf(sheet->window()->focusWidget());
+    QWidget* const former = formerFocus;
+    formerFocus.clear();
+    if (focusIsFree && former && former->isVisible()) {
+        former->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void ModalSheet::abandon()
 {
-    sheet->removeEventFilter(this);
     formerFocus.clear(); // may be going the same way
+    giveCloseButtonBack();
     if (opened) {
-        close(0, true);
-    }
-    for (Run* run = innermost; run; run = run->outer) {
-        run->loop->setParent(nullptr); // deleted where it runs
+        close(0);
     }
 }
 
-bool ModalSheet::refuseClose(QEvent* event, bool blocksCloseButton)
+// Qt leaves the focus in what is hidden if the window offers no other place, and there keys would still
+// answer.
+void ModalSheet::loseFocus()
 {
-    if (!blocksCloseButton || event->type() != QEvent::Close) {
+    QWidget* const focus = sheet->window()->focusWidget();
+    if (focus && sheet->isAncestorOf(focus)) {
+        focus->clearFocus();
+    }
+}
+
+bool ModalSheet::filterEvent(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Close && blocksCloseButton) {
+        event->ignore();
+        return true;
+    }
+    if (watched != sheet->window()) {
         return false;
     }
-    event->ignore();
+    // Every shortcut of the window is taken from it, but those that belong to the sheet.
+    if (event->type() == QEvent::ShortcutOverride && sheet->isVisible()) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        event->setAccepted(buttonsOf({ press->key() | int(press->modifiers()) }).isEmpty());
+        return true;
+    }
+    return event->type() == QEvent::KeyPress && takeKey(static_cast<QKeyEvent*>(event));
+}
+
+QList<QAbstractButton*> ModalSheet::buttonsOf(const QKeySequence& shortcut) const
+{
+    QList<QAbstractButton*> buttons = buttonBox->buttons();
+    buttons.erase(std::remove_if(buttons.begin(), buttons.end(),
+                      [&shortcut](const QAbstractButton* candidate) {
+                          return !candidate->isEnabled() || candidate->shortcut() != shortcut;
+                      }),
+        buttons.end());
+    return buttons;
+}
+
+// Something in the window below may have the same mnemonic, and Qt would then only focus one of the two.
+bool ModalSheet::answerMnemonic(const QKeySequence& shortcut)
+{
+    const QList<QAbstractButton*> own = buttonsOf(shortcut);
+    if (own.size() != 1 || !sheet->isVisible() || !sheet->isActiveWindow()) {
+        return false;
+    }
+    own.first()->animateClick();
+    return true;
+}
+
+QWidget* ModalSheet::nextInFocusChain(
+    QWidget* start, bool forward, const std::function<bool(const QWidget*)>& accepts)
+{
+    QWidget* widget = start;
+    do {
+        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
+        if (accepts(widget)) {
+            return widget;
+        }
+    } while (widget != start);
+    return nullptr;
+}
+
+bool ModalSheet::focusNextPrevChild(bool next)
+{
+    if (!sheet->isVisible()) {
+        return false;
+    }
+    QWidget* const focus = sheet->focusWidget();
+    QWidget* const found = nextInFocusChain(
+        focus && sheet->isAncestorOf(focus) ? focus : sheet, next, [this](const QWidget* candidate) {
+            return sheet->isAncestorOf(candidate) && (candidate->focusPolicy() & Qt::TabFocus) != 0
+                && candidate->isVisible() && candidate->isEnabled();
+        });
+    if (found) {
+        found->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    }
     return true;
 }
 
@@ -284,34 +374,35 @@ void ModalSheet::followWindow()
         giveCloseButtonBack();
         greyCloseButton();
     }
-    watchParent();
 }
 
-// Everything that a key could do in the window is taken from it, but for what belongs to the sheet.
-bool ModalSheet::blockShortcut(const QObject* watched, QEvent* event) const
-{
-    if (event->type() != QEvent::ShortcutOverride || watched != sheet->window() || !sheet->isVisible()) {
-        return false;
-    }
-    const auto* press = static_cast<QKeyEvent*>(event);
-    const QKeySequence keys(press->key() | int(press->modifiers()));
-    const QList<QAbstractButton*> buttons = buttonBox->buttons();
-    const bool own = std::any_of(buttons.cbegin(), buttons.cend(),
-        [&keys](const QAbstractButton* candidate) { return candidate->shortcut() == keys; });
-    event->setAccepted(!own);
-    return true;
-}
-
+// Of the sheet, and of the whole application while it is open.
 bool ModalSheet::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == sheet && event->type() == QEvent::LayoutRequest) {
+    if (event->type() == QEvent::Shortcut) {
+        return answerMnemonic(static_cast<QShortcutEvent*>(event)->key());
+    }
+    if (watched != sheet) {
+        return false;
+    }
+    switch (event->type()) {
+    case QEvent::LayoutRequest:
         keepContentWhole();
-    }
-    if (watched == sheet && (opened || innermost)
-        && (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)) {
+        break;
+    case QEvent::ParentChange:
+        watchParent();
         followWindow();
+        break;
+    case QEvent::Show:
+        followWindow();
+        break;
+    case QEvent::HideToParent:
+        loseFocus();
+        break;
+    default:
+        break;
     }
-    return QObject::eventFilter(watched, event);
+    return false;
 }
 
 } // namespace vantkit::internal

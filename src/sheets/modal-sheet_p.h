@@ -8,7 +8,8 @@
 #include <functional>
 
 class MessageLabel;
-class QEventLoop;
+class QKeyEvent;
+class QPushButton;
 class VantSheet;
 
 namespace vantkit::internal {
@@ -29,10 +30,13 @@ public:
 
     void setStandardButtons(QFlags<QMessageBox::StandardButton> buttons);
     QAbstractButton* button(QMessageBox::StandardButton which) const;
+    /** Makes @p button the default; null is ignored. */
+    static void setDefaultButton(QPushButton* button);
 
     /** Gives the Ok button its text and its look, and makes it the default. */
     void dressOkButton(const QString& text);
-    /** Gives the Discard button, which cancels, its text and its look. */
+    /** Gives the Discard button, which cancels, its text and its look, and lets Return press it as Space does
+     * when it has the focus. */
     void dressDiscardButton(const QString& text);
 
     /** Sends clicks of the buttons to the sheet's slot buttonClick(QAbstractButton*), once each. */
@@ -47,72 +51,75 @@ public:
     /** The width in design pixels of the widget that the sheet lies in. */
     double parentWidth() const;
 
-    // The steps of opening, in the order in which each sheet calls them.
-
-    /** Shows the sheet. */
     void show();
-    /** Makes the close button of the window unavailable until close(). */
-    void greyCloseButton();
-    /** Lets the sheet see the events of its window first. */
-    void watchWindow();
-    bool isRunning() const;
-    /**
-     * Waits until close() was called, and returns what it was called with; 0 if the sheet was deleted first.
-     * If the loop ends in another way, @p closeWithNothing is called and 0 returned.
-     */
-    int runLoop(const std::function<void()>& closeWithNothing);
+    /** The same, with the window's close button unavailable, if that is wanted. */
+    void showWithBlock();
 
-    /** Ends the loop with @p ret, leaves the window alone and hides the sheet; the sheet emits finished()
-     * then. */
-    void close(int ret, bool blocksCloseButton);
+    /**
+     * Shows the sheet and waits until done() was called, and returns what it was called with.
+     *
+     * 0 if the sheet was deleted first, or, after done(0), if the loop ended in another way.
+     */
+    int exec();
+
+    /** Closes the sheet, lets exec() return @p ret, and emits finished(). */
+    virtual void done(int ret);
+    void buttonClick(QAbstractButton* which);
 
     /** What is left to do when the sheet is deleted, open or not. The sheet's destructor calls it. */
     void abandon();
 
-    /** Whether @p event asks for a closing that is refused. */
-    static bool refuseClose(QEvent* event, bool blocksCloseButton);
+    /** Keeps what would close the window or be a key for it from it, as the sheet's eventFilter(). */
+    bool filterEvent(QObject* watched, QEvent* event);
 
-    /** Keeps the shortcuts of the window from firing: true if @p event asks whether one of them may. */
-    bool blockShortcut(const QObject* watched, QEvent* event) const;
+    /** Moves the focus by Tab, or by Backtab, around the open sheet. False for a sheet that does not show. */
+    bool focusNextPrevChild(bool next);
 
-    /** Presses the button that @p key stands for; false if it stands for none. */
-    bool pressButtonOf(int key);
+    /** The first widget behind @p start in the focus chain, or before it, that @p accepts; null if none. */
+    static QWidget* nextInFocusChain(
+        QWidget* start, bool forward, const std::function<bool(const QWidget*)>& accepts);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     QDialogButtonBox* buttonBox = nullptr; // child of the sheet, made behind what stands above it
-    QEventLoop* eventLoop = nullptr; // child of the sheet; the loop of the current or last run
     void* windowButtonState = nullptr;
+    bool blocksCloseButton = true;
+
+protected:
+    /** What a sheet does when exec() has shown it: it takes the focus. */
+    virtual void beginWaiting() = 0;
+
+    /** A key press that came to the window. True if it goes no further. */
+    virtual bool takeKey(QKeyEvent* press) = 0;
+
+    /** Presses the button that @p key stands for; false if it stands for none. */
+    bool pressButtonOf(int key);
 
 private Q_SLOTS:
     void letGoOf(QObject* dyingParent);
 
 private:
+    /** One call of exec(). */
+    struct Wait;
+
+    void close(int ret);
+    void greyCloseButton();
+    void giveCloseButtonBack();
+    void watchWindow();
     void leaveWindow();
     void followWindow();
-    void giveCloseButtonBack();
     void watchParent();
     void keepContentWhole();
-    bool holdsFocus() const;
-
-    /** One runLoop() on the stack. Each but the innermost was answered before the next began. */
-    struct Run
-    {
-        QEventLoop* loop = nullptr;
-        Run* outer = nullptr;
-        bool answered = false;
-        int answer = 0;
-    };
+    void loseFocus();
+    QList<QAbstractButton*> buttonsOf(const QKeySequence& shortcut) const;
+    bool answerMnemonic(const QKeySequence& shortcut);
 
     VantSheet* sheet;
-    QPointer<QWidget> watchedParent;
     QPointer<QWidget> watchedWindow;
     QPointer<QWidget> greyedWindow;
     QPointer<QWidget> formerFocus;
-    Run* innermost = nullptr;
+    Wait* innermost = nullptr; // those around it have their answers
     bool opened = false;
-    bool hadFocus = false;
-    int closedWith = 0;
 };
 
 } // namespace vantkit::internal

@@ -56,10 +56,23 @@ int VantInputSheetPrivate::getPreferredWidth()
     return parent < 520 ? vantkit::internal::cutToInt(parent - 40) : 480;
 }
 
+void VantInputSheetPrivate::beginWaiting()
+{
+    q->setFocus(Qt::TabFocusReason);
+    if (q->isVisible()) { // and was not closed by what saw the focus come
+        lineEdit->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+bool VantInputSheetPrivate::takeKey(QKeyEvent* press)
+{
+    pressButtonOf(press->key());
+    return true;
+}
+
 VantInputSheet::VantInputSheet(QWidget* parent)
     : VantSheet(parent)
     , d(new VantInputSheetPrivate(this, this))
-    , blockWindowButton(true)
 {
     d->initialize();
 }
@@ -91,14 +104,12 @@ QAbstractButton* VantInputSheet::button(QMessageBox::StandardButton which) const
 
 void VantInputSheet::setDefaultButton(QPushButton* button)
 {
-    if (button) {
-        button->setDefault(true);
-    }
+    vantkit::internal::ModalSheet::setDefaultButton(button);
 }
 
 void VantInputSheet::setBlockWindowButton(bool block)
 {
-    blockWindowButton = block;
+    d->blocksCloseButton = block;
 }
 
 QLineEdit* VantInputSheet::getLineEdit()
@@ -114,31 +125,17 @@ QString VantInputSheet::getContent()
 void VantInputSheet::showSheet()
 {
     d->show();
-    d->watchWindow();
     d->lineEdit->setFocus(Qt::OtherFocusReason);
 }
 
 int VantInputSheet::exec()
 {
-    if (d->isRunning()) {
-        return 0;
-    }
-    d->show();
-    if (blockWindowButton) {
-        d->greyCloseButton();
-    }
-    d->watchWindow();
-    setFocus(Qt::TabFocusReason);
-    if (isVisible()) { // and was not closed by what saw the focus come
-        d->lineEdit->setFocus(Qt::OtherFocusReason);
-    }
-    return d->runLoop([this] { quit(); });
+    return d->exec();
 }
 
 void VantInputSheet::done(int ret)
 {
-    d->close(ret, blockWindowButton);
-    Q_EMIT finished(ret);
+    d->done(ret);
 }
 
 void VantInputSheet::quit()
@@ -148,20 +145,15 @@ void VantInputSheet::quit()
 
 void VantInputSheet::buttonClick(QAbstractButton* which)
 {
-    done(d->buttonBox->standardButton(which));
+    d->buttonClick(which);
 }
 
 bool VantInputSheet::eventFilter(QObject* watched, QEvent* event)
 {
-    if (vantkit::internal::ModalSheet::refuseClose(event, blockWindowButton)) {
-        return true;
-    }
-    if (d->blockShortcut(watched, event)) {
-        return true;
-    }
-    if (watched != window() || event->type() != QEvent::KeyPress) {
-        return VantSheet::eventFilter(watched, event);
-    }
-    d->pressButtonOf(static_cast<QKeyEvent*>(event)->key());
-    return true;
+    return d->filterEvent(watched, event) || VantSheet::eventFilter(watched, event);
+}
+
+bool VantInputSheet::focusNextPrevChild(bool next)
+{
+    return d->focusNextPrevChild(next) || VantSheet::focusNextPrevChild(next);
 }

@@ -14,9 +14,11 @@ class VantInputSheetPrivate;
  * Asks for one line of text on a sheet inside a window: a prompt, a field, and the buttons Ok and Discard,
  * which cancels.
  *
- * Build it, hand it to VantMask::createMask, then call exec() and read getContent(), or call showSheet() and
- * wait for finished(). Any text is accepted; for a test of the text use getLineEdit(). Unless
- * setBlockWindowButton(false) was called, the window refuses to close while the sheet is open.
+ * Build it, hand it to VantMask::createMask, without which it lies in the corner of its parent like any other
+ * child, then call exec() and read getContent(), or call showSheet() and wait for finished(). Both move the
+ * focus into the field, and Tab keeps it in the sheet. Any text is accepted; for a test of the text use
+ * getLineEdit(). Unless setBlockWindowButton(false) was called, the window refuses to close while the sheet
+ * is open.
  *
  * String keys "ok" and "cancel"; style keys "component.message_sheet_other", "component.lineedit",
  * "component.apply_button" and "component.cancel_button". The sheet is 480 design pixels wide, less in a
@@ -31,7 +33,7 @@ public:
     VantInputSheet(const QString& text, QWidget* parent);
     ~VantInputSheet() override;
 
-    /** Sets the prompt, a rich text. */
+    /** Sets the prompt. It is HTML: escape it, and write `<br>` for a new line; numbers before "px" scale. */
     void setText(const QString& text);
 
     /** The button @p which, null if the sheet does not have it. The sheet keeps it. */
@@ -67,7 +69,9 @@ public Q_SLOTS:
     void quit();
     void buttonClick(QAbstractButton* which);
 
+protected:
+    bool focusNextPrevChild(bool next) override;
+
 private:
     VantInputSheetPrivate* d;
-    bool blockWindowButton;
 };

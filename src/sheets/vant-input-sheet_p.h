@@ -17,4 +17,8 @@ public:
     VantInputSheet* q;
     MessageLabel* textLabel; // child of the sheet
     QLineEdit* lineEdit; // child of the sheet
+
+protected:
+    void beginWaiting() override;
+    bool takeKey(QKeyEvent* press) override;
 };

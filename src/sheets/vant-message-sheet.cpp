@@ -53,9 +53,14 @@ TypeTraits traitsOf(VantMessageSheet::MessageType type)
     return { nullptr, false, false, nullptr, other };
 }
 
-bool takesFocus(const QWidget* widget)
+// No function: the type of a pointer to it, which std::function asks for, would be exported.
+const auto takesFocus = [](const QWidget* widget) { return widget->focusPolicy() != Qt::NoFocus; };
+
+template <typename Iterator>
+QWidget* firstThatTakesFocus(Iterator begin, Iterator end)
 {
-    return widget->focusPolicy() != Qt::NoFocus;
+    const Iterator first = std::find_if(begin, end, takesFocus);
+    return first == end ? nullptr : *first;
 }
 
 } // namespace
@@ -78,9 +83,10 @@ VantMessageSheetPrivate::VantMessageSheetPrivate(VantMessageSheet* messageSheet,
     , iconLabel(new QLabel(q))
 {
     buttonBox = new QDialogButtonBox(q);
-    // Before there are buttons, each of which would have to take on another style.
+    // Before there are buttons, each of which would have to take on another style. They use it to their end,
+    // and the sheet deletes its children in their order.
     auto* style = new DialogButtonBoxStyle;
-    style->setParent(buttonBox);
+    style->setParent(q);
     buttonBox->setStyle(style);
 }
 
@@ -161,22 +167,41 @@ void VantMessageSheetPrivate::setupLayout()
         outer->addWidget(buttonBox);
     }
     fixWidth(getPreferredWidth());
-    collectFocusWidgets(); // some of them may just have been deleted
 }
 
-void VantMessageSheetPrivate::collectFocusWidgets()
+QList<QWidget*> VantMessageSheetPrivate::focusWidgets() const
 {
-    buttonBox->setFocusPolicy(Qt::NoFocus);
-    for (const auto which : { QMessageBox::Ok, QMessageBox::Discard }) {
-        if (auto* pushButton = qobject_cast<QPushButton*>(button(which))) {
-            pushButton->setFocusPolicy(Qt::StrongFocus);
-        }
-    }
     AccessibleFilter filter;
     filter.setFilterWidgets({ q });
-    focusWidgets = accessibleList(q, filter);
-    q->markFirstFocusWidget();
-    q->markLastFocusWidget();
+    return accessibleList(q, filter);
+}
+
+void VantMessageSheetPrivate::beginWaiting()
+{
+    textLabel->setFocus(Qt::TabFocusReason);
+    QMovie* movie = iconLabel->movie();
+    if (type == VantMessageSheet::ProcessingMovie && movie && movie->isValid()) {
+        movie->start();
+    }
+}
+
+void VantMessageSheetPrivate::done(int ret)
+{
+    if (QMovie* movie = iconLabel->movie()) {
+        movie->stop();
+    }
+    ModalSheet::done(ret);
+}
+
+bool VantMessageSheetPrivate::takeKey(QKeyEvent* press)
+{
+    if (!q->isVisible()) {
+        return false;
+    }
+    if (!pressButtonOf(press->key()) && (press->key() == Qt::Key_Tab || press->key() == Qt::Key_Backtab)) {
+        q->restrictedFocus(q->window(), press);
+    }
+    return true;
 }
 
 int VantMessageSheetPrivate::getPreferredWidth()
@@ -211,7 +236,6 @@ VantMessageSheet::VantMessageSheet(
     const MsgBoxCustomBtnText& customBtnText, MessageType type, QWidget* parent)
     : VantSheet(parent)
     , d(new VantMessageSheetPrivate(this, this))
-    , blockWindowButton(true)
 {
     d->type = type;
     d->initialize(customBtnText);
@@ -314,52 +338,32 @@ QAbstractButton* VantMessageSheet::button(QMessageBox::StandardButton which) con
 
 void VantMessageSheet::setDefaultButton(QPushButton* button)
 {
-    if (button) {
-        button->setDefault(true);
-    }
+    vantkit::internal::ModalSheet::setDefaultButton(button);
 }
 
 void VantMessageSheet::setBlockWindowButton(bool block)
 {
-    blockWindowButton = block;
+    d->blocksCloseButton = block;
 }
 
 void VantMessageSheet::showSheet()
 {
     d->show();
-    d->watchWindow();
 }
 
 void VantMessageSheet::showSheetWithBlock()
 {
-    d->show();
-    if (blockWindowButton) {
-        d->greyCloseButton();
-    }
-    d->watchWindow();
+    d->showWithBlock();
 }
 
 int VantMessageSheet::exec()
 {
-    if (d->isRunning()) {
-        return 0;
-    }
-    showSheetWithBlock();
-    d->textLabel->setFocus(Qt::TabFocusReason);
-    QMovie* movie = d->iconLabel->movie();
-    if (d->type == ProcessingMovie && movie && movie->isValid()) {
-        movie->start();
-    }
-    return d->runLoop([this] { quit(); });
+    return d->exec();
 }
 
 void VantMessageSheet::done(int ret)
 {
-    if (QMovie* movie = d->iconLabel->movie()) {
-        movie->stop();
-    }
-    d->close(ret, blockWindowButton);
-    Q_EMIT finished(ret);
+    d->done(ret);
 }
 
 void VantMessageSheet::quit()
@@ -369,43 +373,37 @@ void VantMessageSheet::quit()
 
 void VantMessageSheet::buttonClick(QAbstractButton* which)
 {
-    done(d->buttonBox->standardButton(which));
+    d->buttonClick(which);
 }
 
 bool VantMessageSheet::eventFilter(QObject* watched, QEvent* event)
 {
-    if (vantkit::internal::ModalSheet::refuseClose(event, blockWindowButton)) {
-        return true;
-    }
-    if (d->blockShortcut(watched, event)) {
-        return true;
-    }
-    if (watched != window() || event->type() != QEvent::KeyPress || !isVisible()) {
-        return VantSheet::eventFilter(watched, event);
-    }
-    auto* press = static_cast<QKeyEvent*>(event);
-    if (!d->pressButtonOf(press->key()) && (press->key() == Qt::Key_Tab || press->key() == Qt::Key_Backtab)) {
-        restrictedFocus(watched, press);
-    }
-    return true;
+    return d->filterEvent(watched, event) || VantSheet::eventFilter(watched, event);
 }
 
 void VantMessageSheet::showEvent(QShowEvent* event)
 {
-    d->collectFocusWidgets();
+    d->buttonBox->setFocusPolicy(Qt::NoFocus);
+    for (const auto which : { QDialogButtonBox::Ok, QDialogButtonBox::Discard }) {
+        if (QPushButton* button = d->buttonBox->button(which)) {
+            button->setFocusPolicy(Qt::StrongFocus);
+        }
+    }
+    markFirstFocusWidget();
+    markLastFocusWidget();
     VantSheet::showEvent(event);
 }
 
 void VantMessageSheet::markFirstFocusWidget()
 {
-    const auto first = std::find_if(d->focusWidgets.cbegin(), d->focusWidgets.cend(), takesFocus);
-    d->firstFocusWidget = first == d->focusWidgets.cend() ? nullptr : *first;
+    const QList<QWidget*> widgets = d->focusWidgets();
+    d->firstFocusWidget = firstThatTakesFocus(widgets.cbegin(), widgets.cend());
 }
 
 void VantMessageSheet::markLastFocusWidget()
 {
-    const auto last = std::find_if(d->focusWidgets.crbegin(), d->focusWidgets.crend(), takesFocus);
-    d->lastFocusWidget = last == d->focusWidgets.crend() ? nullptr : *last;
+    const QList<QWidget*> widgets = d->focusWidgets();
+    d->lastFocusWidget = firstThatTakesFocus(widgets.crbegin(), widgets.crend());
 }
 
 void VantMessageSheet::restrictedFocus(QObject* watched, QKeyEvent* event)
@@ -414,14 +412,11 @@ void VantMessageSheet::restrictedFocus(QObject* watched, QKeyEvent* event)
     if (!start) {
         return;
     }
-    d->collectFocusWidgets();
     const bool forward = event->key() == Qt::Key_Tab;
-    // At most once around, for a window in which nothing takes the focus.
-    QWidget* next = start;
-    do {
-        next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
-    } while (!takesFocus(next) && next != start);
-    if (!d->focusWidgets.contains(next) || !takesFocus(next)) {
+    QWidget* next = vantkit::internal::ModalSheet::nextInFocusChain(start, forward, takesFocus);
+    if (!d->focusWidgets().contains(next)) {
+        markFirstFocusWidget(); // of those that there are now
+        markLastFocusWidget();
         next = forward ? d->firstFocusWidget : d->lastFocusWidget;
     }
     if (next) {
@@ -429,19 +424,7 @@ void VantMessageSheet::restrictedFocus(QObject* watched, QKeyEvent* event)
     }
 }
 
-// A focused child moves the focus by itself, past the sheet and into what lies below the mask.
 bool VantMessageSheet::focusNextPrevChild(bool next)
 {
-    QWidget* const focus = focusWidget();
-    QWidget* const start = focus && isAncestorOf(focus) ? focus : this;
-    QWidget* candidate = start;
-    do {
-        candidate = next ? candidate->nextInFocusChain() : candidate->previousInFocusChain();
-        if (isAncestorOf(candidate) && (candidate->focusPolicy() & Qt::TabFocus) != 0
-            && candidate->isVisible() && candidate->isEnabled()) {
-            candidate->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-            return true;
-        }
-    } while (candidate != start);
-    return true;
+    return d->focusNextPrevChild(next) || VantSheet::focusNextPrevChild(next);
 }

@@ -22,8 +22,15 @@ struct MsgBoxCustomBtnText
  *
  * Build it, hand it to VantMask::createMask, then call exec() to wait for the answer, or showSheet() or
  * showSheetWithBlock() to go on and close it with done() or quit() later. While it is open, no mouse event
- * and no key press reaches the window below, and unless setBlockWindowButton(false) was called the window
- * refuses to close.
+ * reaches what lies below the mask, no shortcut and no key press the window itself, and unless
+ * setBlockWindowButton(false) was called the window refuses to close.
+ *
+ * exec() moves the focus into the sheet, where Tab keeps it, and back when the sheet closes. showSheet() and
+ * showSheetWithBlock() leave it where it is: what has it below the mask still gets its keys. Focus a button
+ * of the sheet, or disable what lies below, if it must not.
+ *
+ * Without createMask the sheet is a child like any other, in the upper left corner of its parent: nothing is
+ * dimmed, and the mouse reaches everything beside it.
  *
  * | type | image | buttons |
  * |---|---|---|
@@ -40,15 +47,18 @@ struct MsgBoxCustomBtnText
  * "component.message_sheet_other" for the rest, "component.message_sheet_text",
  * "component.message_sheet_informative_text", "component.apply_button" and "component.cancel_button".
  *
- * The sheet is 540 design pixels wide, less in a narrow parent, and as high as its texts need. Texts are rich
- * text.
+ * The sheet is 540 design pixels wide, less in a narrow parent, and as high as its texts need.
+ *
+ * Both texts are HTML: escape what is not meant as such, write `<br>` for a new line, and mind that every
+ * number before "px" is scaled with the display, in words too ("14px" reads "21px" at 144 DPI). The texts of
+ * the buttons are plain.
  */
 class VANTKIT_EXPORT VantMessageSheet : public VantSheet
 {
     Q_OBJECT
 
 public:
-    enum MessageType {
+    enum MessageType : int {
         Processing = 0,
         Information = 1,
         Warning = 2,
@@ -70,8 +80,9 @@ public:
 
     /** Changes icon, buttons and texts of the buttons to those of @p type; custom texts are not kept. */
     void setMessageType(MessageType type);
+    /** Sets the text, which is HTML. */
     void setText(const QString& text);
-    /** Sets the second text; an empty one removes it. */
+    /** Sets the second text, which is HTML; an empty one removes it. */
     void setInformativeText(const QString& text);
     void setIcon(const QPixmap& pixmap);
 
@@ -120,5 +131,4 @@ private:
     VantMessageSheet(const MsgBoxCustomBtnText& customBtnText, MessageType type, QWidget* parent);
 
     VantMessageSheetPrivate* d;
-    bool blockWindowButton;
 };

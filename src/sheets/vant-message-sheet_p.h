@@ -21,17 +21,22 @@ public:
     void setIcon(QMessageBox::Icon icon);
     void setIconPixmap(const QPixmap& pixmap);
 
-    /** Finds the widgets among which the focus may move, as they are now. */
-    void collectFocusWidgets();
+    void done(int ret) override;
+
+    /** The widgets among which the focus may move, as they are now. */
+    QList<QWidget*> focusWidgets() const;
 
     VantMessageSheet* q;
     MessageLabel* textLabel; // child of the sheet
     MessageLabel* informativeLabel = nullptr; // child of the sheet, built on demand
     QLabel* iconLabel; // child of the sheet
     VantMessageSheet::MessageType type = VantMessageSheet::Processing;
-    QList<QWidget*> focusWidgets;
-    QWidget* firstFocusWidget = nullptr;
-    QWidget* lastFocusWidget = nullptr;
+    QPointer<QWidget> firstFocusWidget;
+    QPointer<QWidget> lastFocusWidget;
+
+protected:
+    void beginWaiting() override;
+    bool takeKey(QKeyEvent* press) override;
 
 private:
     bool hasIcon() const;

@@ -43,7 +43,7 @@ QString CoveredWindow::remains()
     keys.clear();
     press(Qt::Key_Return);
     demand(keys == QList<int> { Qt::Key_Return }, "the window takes no key, ");
-    demand(windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint), "the close button is grey, ");
+    demand(hasCloseButton(), "the close button is grey, ");
     demand(close(), "the window does not close, ");
     demand(open(), "the window does not open again, ");
     return found;
@@ -58,6 +58,11 @@ void CoveredWindow::press(int key)
 {
     QTest::keyClick(
         windowHandle(), Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+}
+
+bool CoveredWindow::hasCloseButton() const
+{
+    return windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
 }
 
 VantMask* CoveredWindow::shownMask() const

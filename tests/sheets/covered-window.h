@@ -30,6 +30,7 @@ public:
     void press(int key);
 
     VantMask* shownMask() const;
+    bool hasCloseButton() const;
 
     QLineEdit* field;
     QPushButton* button;

@@ -23,7 +23,6 @@ private Q_SLOTS:
 
     void withoutParent();
     void countdown();
-    void countdownWithoutButtons();
     void countsSeconds();
 
 private:
@@ -151,17 +150,6 @@ void MessageFunctionsTest::countdown()
         QCOMPARE(textsOf(box.buttons()), QString("Fine(0)|Back"));
         QTRY_COMPARE(finished, QList<QList<QVariant>> { { int(button) } });
     }
-}
-
-void MessageFunctionsTest::countdownWithoutButtons()
-{
-    VantCountdownMessageBox box(1);
-    for (QAbstractButton* button : box.buttons()) {
-        box.removeButton(button);
-    }
-    box.open();
-    QVERIFY(QMetaObject::invokeMethod(&box, "slotTick"));
-    QVERIFY(box.isVisible());
 }
 
 void MessageFunctionsTest::countsSeconds()

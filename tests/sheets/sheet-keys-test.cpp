@@ -13,9 +13,6 @@ private Q_SLOTS:
     void answers_data();
     void answers();
 
-    void hiddenSheets_data() { sheets::addBothSheets(); }
-
-    void hiddenSheets();
     void messageTabs();
     void tabsAfterChanges();
     void nothingTakesFocus();
@@ -82,9 +79,9 @@ void SheetKeysTest::answers_data()
     for (const char* kind : { "question", "input" }) {
         for (const char* focus : { "none", "Discard" }) {
             row(kind, focus, Qt::Key_Escape, discard);
-            row(kind, focus, Qt::Key_Return, ok);
-            row(kind, focus, Qt::Key_Enter, ok);
-            row(kind, focus, Qt::Key_Space, qstrcmp(focus, "Discard") == 0 ? discard : ok);
+            for (const Qt::Key key : { Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space }) {
+                row(kind, focus, key, qstrcmp(focus, "Discard") == 0 ? discard : ok);
+            }
             row(kind, focus, Qt::Key_A, stays);
             row(kind, focus, Qt::Key_F1, stays);
         }
@@ -132,20 +129,6 @@ void SheetKeysTest::answers()
     if (auto* field = sheet->findChild<QLineEdit*>()) {
         QCOMPARE(field->text(), QString(focus == "field" && key == Qt::Key_Space ? " " : ""));
     }
-}
-
-/** Hidden by the application, and not done yet. */
-void SheetKeysTest::hiddenSheets()
-{
-    QFETCH(bool, input);
-    CoveredWindow window;
-    QVERIFY(window.open());
-    VantSheet* sheet = sheets::make(input, &window);
-    sheet->showSheet();
-    sheet->hide();
-    window.button->setFocus();
-    window.press(Qt::Key_F1);
-    QCOMPARE(window.keys.size(), input ? 0 : 1);
 }
 
 void SheetKeysTest::messageTabs()
@@ -201,13 +184,30 @@ void SheetKeysTest::tabsAfterChanges()
     QCOMPARE(window.remains(), QString());
 }
 
-/** Tab in a window in which nothing takes the focus comes to an end. */
+/** In the window, to which the focus could go when a sheet closes, nor in the sheet. */
 void SheetKeysTest::nothingTakesFocus()
 {
     CoveredWindow window;
     window.field->setFocusPolicy(Qt::NoFocus);
     window.button->setFocusPolicy(Qt::NoFocus);
     QVERIFY(window.open());
+    for (const bool input : { false, true }) {
+        for (const int key :
+            std::initializer_list<int> { Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, 0 }) { // or by mouse
+            const QPointer<VantSheet> asked = sheets::make(input, &window);
+            QSignalSpy finished(asked, SIGNAL(finished(int)));
+            sheets::soon(asked, [&] {
+                QCOMPARE(walk(window, *asked, Qt::Key_Tab, 2), QByteArray("Ok Discard"));
+                key ? window.press(key) : window.click(sheets::button(asked, QMessageBox::Discard));
+                window.press(Qt::Key_Space); // to nobody who is closed
+            });
+            QCOMPARE(sheets::exec(asked), discard);
+            QCOMPARE(finished.size(), 1);
+            QVERIFY(!QApplication::focusWidget());
+            delete asked;
+        }
+    }
+    window.keys.clear();
     VantMessageSheet sheet(VantMessageSheet::Processing, &window);
     VantMask::createMask(&sheet, &window);
     sheet.showSheet();
@@ -226,8 +226,8 @@ void SheetKeysTest::inputTabs()
     sheet.showSheet();
     QCOMPARE(focused(window, sheet), QByteArray("field"));
     QCOMPARE(textOf(&sheet) + textOf(sheet.getLineEdit()), QString("TextText"));
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 4), QByteArray("Ok Discard below lowest"));
-    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 3), QByteArray("below Discard Ok"));
+    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 4), QByteArray("Ok Discard field Ok"));
+    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 3), QByteArray("field Discard Ok"));
     clearFocus();
     QCOMPARE(walk(window, sheet, Qt::Key_Tab, 1), QByteArray("none"));
     sheet.getLineEdit()->setFocus();
@@ -249,12 +249,16 @@ void SheetKeysTest::shortcuts()
     };
     VantSheet* sheet = sheets::make(input, &window);
     sheets::button(sheet, QMessageBox::Ok)->setText("&Own");
+    sheets::button(sheet, QMessageBox::Discard)->setDisabled(true);
+    sheets::button(sheet, QMessageBox::Discard)->setText("&Back");
     QSignalSpy finished(sheet, SIGNAL(finished(int)));
     sheet->showSheet();
     pressBoth();
     QCOMPARE(saved.size() + window.clicks, 0);
+    window.button->setText("Bel&ow"); // which is the sheet's own as well
     QTest::keyClick(window.windowHandle(), Qt::Key_O, Qt::AltModifier);
     QTRY_COMPARE(finished, QList<QList<QVariant>> { { ok } });
+    window.button->setText("&Below");
     pressBoth();
     QTRY_COMPARE(saved.size() + window.clicks, 2);
 }

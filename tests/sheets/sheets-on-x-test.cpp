@@ -25,12 +25,6 @@ struct Counter : QObject
     int count = 0;
 };
 
-/** Does to a window, or with the keyboard, what a user does. */
-bool run(const QString& program, const QStringList& arguments)
-{
-    return QProcess::execute(program, arguments) == 0;
-}
-
 } // namespace
 
 /** What only an X server with a window manager can tell. */
@@ -40,7 +34,6 @@ class SheetsOnXTest : public SheetTest
 
 private Q_SLOTS:
     void closeRequests();
-    void keysAndFocus();
     void buttonOrder();
 };
 
@@ -50,7 +43,7 @@ void SheetsOnXTest::closeRequests()
     CoveredWindow window;
     QVERIFY(window.open());
     const WId id = window.winId();
-    const auto ask = [id] { return run("wmctrl", { "-i", "-c", QString::number(id) }); };
+    const auto ask = [id] { return QProcess::execute("wmctrl", { "-i", "-c", QString::number(id) }) == 0; };
     const Counter hides(window.windowHandle(), QEvent::Hide);
     VantMessageSheet sheet(VantMessageSheet::Question, &window);
     VantMask::createMask(&sheet, &window);
@@ -65,35 +58,6 @@ void SheetsOnXTest::closeRequests()
     QCOMPARE(window.winId(), id);
     QVERIFY(ask());
     QTRY_VERIFY(!window.isVisible());
-}
-
-void SheetsOnXTest::keysAndFocus()
-{
-    CoveredWindow window;
-    QVERIFY(window.open());
-    window.field->setFocus();
-    VantInputSheet sheet(&window);
-    VantMask::createMask(&sheet, &window);
-    sheets::soon(&sheet, [&] {
-        const auto end = qScopeGuard([&] {
-            if (sheet.isVisible()) {
-                sheet.quit();
-            }
-        });
-        run("xdotool", { "key", "a" });
-        QTRY_COMPARE(sheet.getContent(), QString("a"));
-        // To another window and back: the focus has stayed in the sheet.
-        CoveredWindow other({ 200, 100 });
-        QVERIFY(other.open());
-        QVERIFY(window.open());
-        run("xdotool", { "key", "b" });
-        QTRY_COMPARE(sheet.getContent(), QString("ab"));
-        run("xdotool", { "key", "Escape" });
-        QTRY_VERIFY(!sheet.isVisible());
-    });
-    QCOMPARE(sheet.exec(), int(QMessageBox::Discard));
-    run("xdotool", { "key", "c" });
-    QTRY_COMPARE(window.field->text(), QString("c"));
 }
 
 /** On a desktop that has the accepting button on the right. */
