@@ -64,7 +64,6 @@ VantLineEdit* lineEdit(const char* before, const QString& content, const char* b
     auto* edit = new VantLineEdit;
     edit->setSpacing(8);
     edit->getPreLabel()->setText(text(before));
-    edit->getPreLabel()->setBuddy(edit->getLineEdit());
     edit->getLineEdit()->setAccessibleName(text(before));
     edit->getLineEdit()->setText(content);
     edit->getLineEdit()->setFixedWidth(px(fieldWidth));

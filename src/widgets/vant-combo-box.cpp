@@ -23,17 +23,17 @@ const QLatin1String borderRule("border: 1px solid #C8D2DC;");
 
 VantComboBox::VantComboBox(QWidget* parent)
     : QComboBox(parent)
-    , itemDelegate(new QStyledItemDelegate) // deleted by the destructor
+    , listDelegate(new QStyledItemDelegate) // deleted by the destructor
 {
     QString sheet = getStyleSheet("component.combobox", false);
     if (!sheet.isEmpty()) {
         sheet = sheet.arg(paddingRule()).arg(borderRule);
     }
     setStyleSheet(sheet + getStyleSheet("component.scrollbar", false));
-    view()->setItemDelegate(itemDelegate);
+    view()->setItemDelegate(listDelegate);
 }
 
 VantComboBox::~VantComboBox()
 {
-    delete itemDelegate;
+    delete listDelegate;
 }

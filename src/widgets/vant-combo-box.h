@@ -22,5 +22,5 @@ public:
     ~VantComboBox() override;
 
 private:
-    QPointer<QStyledItemDelegate> itemDelegate; // the view does not own it
+    QPointer<QStyledItemDelegate> listDelegate; // the view does not own it
 };

@@ -23,9 +23,10 @@ void VantFootbar::pushRightWidget(QWidget* widget)
 
 void VantFootbar::init()
 {
-    if (m_layout->count() > 0) {
+    if (isLaidOut) {
         return;
     }
+    isLaidOut = true;
     setMargins(20, 8, 20, 8);
     setSpacing(10);
     m_layout->setAlignment(Qt::AlignLeft);

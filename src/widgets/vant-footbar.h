@@ -21,7 +21,8 @@ public:
     /** Puts @p widget behind those pushed to the left so far. The bar owns it from init() on. */
     void pushLeftWidget(QWidget* widget);
 
-    /** Puts @p widget behind those pushed to the right so far; the first one stands farthest from the edge.
+    /**
+     * Puts @p widget behind those pushed to the right so far; the first one stands farthest from the edge.
      */
     void pushRightWidget(QWidget* widget);
 
@@ -39,6 +40,7 @@ public:
 
 private:
     QHBoxLayout* m_layout;
+    bool isLaidOut = false;
     std::vector<QWidget*> leftWidgets;
     std::vector<QWidget*> rightWidgets;
 };

@@ -24,6 +24,6 @@ void VantLabel::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
     if (wordWrap() && sizePolicy().verticalPolicy() == QSizePolicy::Minimum) {
         setMinimumHeight(0);
-        setMinimumHeight(heightForWidth(width()));
+        setMinimumHeight(qMax(0, heightForWidth(width()))); // -1 without a text
     }
 }

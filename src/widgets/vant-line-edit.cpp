@@ -26,6 +26,8 @@ VantLineEdit::VantLineEdit(QWidget* parent)
         label->setText(QStringLiteral(" "));
         label->setText(QString());
     }
+    preLabel->setBuddy(lineEdit);
+    setFocusProxy(lineEdit);
 
     m_layout->setAlignment(Qt::AlignLeft);
     setSpacing(0);

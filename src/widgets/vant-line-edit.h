@@ -11,8 +11,11 @@ class QLineEdit;
 /**
  * A text field between two labels, with a place for a test of the text and an error look.
  *
- * The inner widgets are there to be used: texts, echo mode, placeholder and so on are set on them. The widget
- * never tests by itself: call validate(), judge the answer, and call setError(). Style keys
+ * The inner widgets are there to be used: texts, echo mode, placeholder and so on are set on them. The field
+ * takes the focus that the widget is given, and is the buddy of the label before it: in that label's text
+ * "&" marks the key that leads to the field, and "&&" stands for an ampersand.
+ *
+ * The widget never tests by itself: call validate(), judge the answer, and call setError(). Style keys
  * "component.lineedit" for the field, whose error look is selected by the dynamic property "error", and
  * "component.lineedit_label" for the labels.
  */

@@ -85,7 +85,7 @@ void SimpleWidgetsTest::comboBox()
                 .arg(px(10))
             + sheetOf("scrollbar"));
 
-    const QPointer<QAbstractItemDelegate> delegate = box->view()->itemDelegate();
+    const QPointer<QAbstractItemDelegate> delegate = box->itemDelegate();
     QCOMPARE(delegate->metaObject()->className(), "QStyledItemDelegate");
     QStyledItemDelegate other;
     box->view()->setItemDelegate(&other);
@@ -121,10 +121,13 @@ void SimpleWidgetsTest::labelHeight()
     for (const bool wraps : { true, false }) {
         for (const QSizePolicy::Policy policy : { QSizePolicy::Minimum, QSizePolicy::MinimumExpanding }) {
             QWidget window;
-            VantLabel label(longText, &window);
+            VantLabel label(&window);
             label.setWordWrap(wraps);
             label.setSizePolicy(QSizePolicy::Preferred, policy);
             window.show();
+            label.resize(100, 10);
+            QCOMPARE(label.minimumHeight(), 0); // it never had a text
+            label.setText(longText);
             const bool keepsHeight = wraps && policy == QSizePolicy::Minimum;
             QLabel twin(longText);
             twin.setWordWrap(wraps);
@@ -165,6 +168,7 @@ void SimpleWidgetsTest::footbar()
     widgets[0]->setMaximumHeight(QWIDGETSIZE_MAX); // the bar does not stretch it either
     bar.setMargins(1, 2, 3, 4); // undone by init
     bar.setSpacing(1);
+    bar.layout()->addItem(new QSpacerItem(0, 0)); // something of the application's own
     bar.pushRightWidget(widgets[2]);
     bar.pushLeftWidget(widgets[0]);
     bar.pushRightWidget(widgets[3]);
@@ -210,7 +214,7 @@ void SimpleWidgetsTest::lineEdit()
     before->setStyleSheet(QString());
     edit.show();
     QCOMPARE(field->x(), 0);
-    before->setText(QStringLiteral("Before"));
+    before->setText(QStringLiteral("&Before"));
     edit.getPostLabel()->setText(QStringLiteral("After"));
     edit.setSpacing(7);
     edit.setMargins(3, 1, 5, 2);
@@ -227,6 +231,13 @@ void SimpleWidgetsTest::lineEdit()
     field->clear();
     edit.setValidator(nullptr);
     QVERIFY(edit.validate());
+
+    QVERIFY(QTest::qWaitForWindowActive(&edit));
+    edit.setFocus();
+    QVERIFY(field->hasFocus());
+    field->clearFocus();
+    QTest::keyClick(&edit, Qt::Key_B, Qt::AltModifier);
+    QVERIFY(field->hasFocus());
 
     field->setStyleSheet(QStringLiteral(
         "QLineEdit { background: #102030; border: none } QLineEdit[error=\"true\"] { background: #A0B0C0 }"));
