@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QPointer>
 
 LinkLabel::LinkLabel(const QString& text, QLabel* parent)
     : QLabel(text, parent)
@@ -24,8 +25,11 @@ QString LinkLabel::getHyperLink()
 
 void LinkLabel::mousePressEvent(QMouseEvent* event)
 {
+    const QPointer<LinkLabel> self(this);
     Q_EMIT clicked();
-    QLabel::mousePressEvent(event);
+    if (self) {
+        QLabel::mousePressEvent(event);
+    }
 }
 
 void LinkLabel::enterEvent(QEvent* event)

@@ -23,7 +23,10 @@ public:
     QString getHyperLink();
 
 Q_SIGNALS:
-    /** A mouse button, any of them, went down on the label. */
+    /**
+     * A mouse button, any of them, went down on the label. After the right one Qt asks the label for a
+     * context menu, so a slot that deletes the label takes deleteLater().
+     */
     void clicked();
 
 protected:

@@ -28,6 +28,17 @@ void LinkLabelTest::clicks()
         QCOMPARE(selectedInSlot, QVector<bool> { true });
         QCOMPARE(label.hasSelectedText(), button != Qt::LeftButton);
     }
+
+    // A slot may delete the label.
+    QLabel window;
+    window.resize(200, 100);
+    auto* label = new LinkLabel(QStringLiteral("Link"), &window);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    connect(label, &LinkLabel::clicked, this, [label] { delete label; });
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    pointer::press(label);
+    QCOMPARE(window.findChild<LinkLabel*>(), nullptr);
 }
 
 void LinkLabelTest::hover_data()
