@@ -4,7 +4,8 @@
 #include "style-manager/style-manager.h"
 #include "utils/dpi-info.h"
 
-#include <QEvent>
+#include <QMouseEvent>
+#include <QPointer>
 
 namespace {
 
@@ -99,7 +100,12 @@ void VantIconButton::mousePressEvent(QMouseEvent* event)
     if (isEnabled()) {
         showIcon(pressIcon);
     }
+    const QPointer<VantIconButton> self(this);
     QToolButton::mousePressEvent(event);
+    // A menu that opened has been answered by now, and has taken the release.
+    if (self && event->button() == Qt::LeftButton && !isDown()) {
+        showRestingIcon();
+    }
 }
 
 void VantIconButton::mouseReleaseEvent(QMouseEvent* event)

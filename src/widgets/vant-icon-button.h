@@ -38,7 +38,8 @@ public:
     /** Replaces the image of the disabled state. It shows when the button is disabled next. */
     void setDisableIcon(const QPixmap& pixmap);
 
-    /** Takes all four images from the catalogue, by the name @p imageName, and shows the normal one at once.
+    /**
+     * Takes all four images from the catalogue, by the name @p imageName, and shows the normal one at once.
      */
     void setAllIcon(const QString& imageName);
 

@@ -6,6 +6,7 @@
 #include <vantkit-qt/style-manager/style-manager.h>
 #include <vantkit-qt/widgets/vant-icon-button.h>
 
+#include <QMenu>
 #include <QPushButton>
 
 class IconButtonTest : public GuardedTest
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void initTestCase();
     void transitions_data();
     void transitions();
+    void menu();
     void setters();
 };
 
@@ -101,6 +103,33 @@ void IconButtonTest::transitions()
             qPrintable(QStringLiteral("after %1 steps: %2").arg(i / 2 + 1).arg(window.shown().name())));
     }
     QCOMPARE(seenByClick, stateColors.at(ImageManager::Normal));
+}
+
+/** The menu gets the release of the button that opened it. */
+void IconButtonTest::menu()
+{
+    // What the action does that was chosen, if one was.
+    for (const QByteArray slot : { "nothing", "enable", "disable", "delete" }) {
+        Window window;
+        const QPointer<VantIconButton> button = window.button;
+        QMenu menu;
+        QAction* action = menu.addAction(QStringLiteral("Action"));
+        connect(action, &QAction::triggered, this, [&] { pointer::act(button, slot); });
+        const auto answer = [&] {
+            const auto end = qScopeGuard([&] { menu.close(); });
+            QTRY_VERIFY(menu.isVisible());
+            QCOMPARE(window.shown(), stateColors.at(ImageManager::Click));
+            pointer::release(button);
+            const QRect place = slot == "nothing" ? QRect(-20, -20, 1, 1) : menu.actionGeometry(action);
+            QTest::mouseClick(menu.windowHandle(), Qt::LeftButton, {}, place.center());
+        };
+        connect(&menu, &QMenu::aboutToShow, this, answer, Qt::QueuedConnection);
+        button->setMenu(&menu);
+        pointer::press(button); // returns when the menu is closed
+        QCOMPARE(button.isNull(), slot == "delete");
+        const int state = slot == "disable" ? ImageManager::Disable : ImageManager::Normal;
+        QVERIFY2(!button || window.shown() == stateColors.at(state), slot);
+    }
 }
 
 void IconButtonTest::setters()
