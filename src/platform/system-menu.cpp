@@ -1,23 +1,23 @@
 #include "platform/win32.h"
 
-#include <QGuiApplication>
-#include <QVariant>
+#include <QApplication>
+#include <QWidget>
 #include <QWindow>
 
-// A window has no system menu here. What stands for it is the window itself, whose flags tell the window
-// manager which functions it has.
+// A window has no system menu here. What stands for it is the window itself: the flags of the native window
+// tell the window manager which functions it has, while those of the widget stay as the application wants
+// them.
 
 namespace {
 
-const char* const greyed = "_vantkit_close_greyed";
-
-template <typename Matches>
-QWindow* windowThat(const Matches& matches)
+// QWidget::find() goes wrong when the native window was made anew, which some flags have the X platform do.
+QWidget* widgetOf(const void* handle)
 {
-    const QWindowList windows = QGuiApplication::allWindows();
-    for (QWindow* window : windows) {
-        if (window->handle() && matches(window)) {
-            return window;
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget* widget : widgets) {
+        const QWindow* window = widget->windowHandle();
+        if (window && window->handle() && window->winId() == reinterpret_cast<WId>(handle)) {
+            return widget;
         }
     }
     return nullptr;
@@ -27,22 +27,20 @@ QWindow* windowThat(const Matches& matches)
 
 HMENU GetSystemMenu(HWND window, BOOL /*revert*/)
 {
-    return windowThat(
-        [window](const QWindow* candidate) { return candidate->winId() == reinterpret_cast<WId>(window); });
+    return widgetOf(window) ? window : nullptr;
 }
 
 BOOL EnableMenuItem(HMENU menu, UINT item, UINT flags)
 {
-    QWindow* window = windowThat([menu](const QWindow* candidate) { return candidate == menu; });
-    if (!window || item != SC_CLOSE) {
+    const QWidget* widget = widgetOf(menu);
+    if (!widget || item != SC_CLOSE) {
         return -1;
     }
-    const bool wasGrey = window->property(greyed).toBool();
+    QWindow* window = widget->windowHandle();
+    const bool wasGrey = !window->flags().testFlag(Qt::WindowCloseButtonHint);
     const bool grey = (flags & (MF_GRAYED | MF_DISABLED)) != 0;
     // A window that has no close button does not get one by being given it back.
-    if (grey != wasGrey && (wasGrey || window->flags().testFlag(Qt::WindowCloseButtonHint))) {
-        window->setFlag(Qt::WindowCloseButtonHint, !grey);
-        window->setProperty(greyed, grey);
-    }
+    window->setFlag(
+        Qt::WindowCloseButtonHint, !grey && widget->windowFlags().testFlag(Qt::WindowCloseButtonHint));
     return static_cast<BOOL>(wasGrey ? MF_GRAYED : MF_ENABLED);
 }

@@ -19,7 +19,6 @@ private Q_SLOTS:
     void newKindsOfFiles();
     void focusableWidgets();
     void toolTips();
-    void closeButtonWithoutWindow();
     void paths();
     void strings();
 };
@@ -157,15 +156,6 @@ void UtilsTest::toolTips()
     QCOMPARE(getHtmlEscapedStringForToolTip("a <b>&\"c\"\n\nd\r\ne"),
         QString("<p style='white-space:pre'>a &lt;b&gt;&amp;&quot;c&quot;<br><br>d\r<br>e</p>"));
     QCOMPARE(getHtmlEscapedStringForToolTip({}), QString("<p style='white-space:pre'></p>"));
-}
-
-void UtilsTest::closeButtonWithoutWindow()
-{
-    void* state = nullptr;
-    SHAPISetCloseButtonOfWindowEnable(nullptr, false, &state);
-    QWidget window;
-    SHAPISetCloseButtonOfWindowEnable(&window, false, &state);
-    QVERIFY(!window.windowHandle());
 }
 
 void UtilsTest::paths()
