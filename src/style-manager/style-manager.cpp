@@ -69,9 +69,10 @@ StyleManager& StyleManager::getInstance()
 void StyleManager::initialize(const std::vector<QString>& files)
 {
     QString text = readTemplates(files);
-    // The longer token first: it contains the other one.
-    text.replace(QLatin1String("TMPIMG_LOC"), ImageManager::getInstance().getTempImageFolder());
-    text.replace(QLatin1String("IMG_LOC"), ImageManager::getInstance().getImageFolder());
+    // The longer token first: it contains the other one. QString::replace would move the rest of the text
+    // again and again.
+    text = text.split(QStringLiteral("TMPIMG_LOC")).join(ImageManager::getInstance().getTempImageFolder());
+    text = text.split(QStringLiteral("IMG_LOC")).join(ImageManager::getInstance().getImageFolder());
     text = withoutComments(text, QLatin1String("/*"), QLatin1String("*/"));
     text = withoutComments(text, QLatin1String("//"), QLatin1String("\n"));
 
