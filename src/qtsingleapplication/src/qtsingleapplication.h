@@ -29,14 +29,24 @@ public:
     /** Called by the constructors. */
     void sysInit(const QString& appId);
 
-    /** Whether another process is the one that runs. If there is none, this one is from now on. */
+    /**
+     * Whether another process is the one that runs. If there is none, this one is from now on.
+     *
+     * It is true in every process if the lock file in the temporary folder cannot be opened. Nobody takes a
+     * message then: see QtLocalPeer::isClient for what to do.
+     */
     bool isRunning();
     /** The @p appId of the constructor, or the path of the program in lower case. */
     QString id() const;
 
     /**
-     * From now on a new process counts as the one that runs; for a program that is about to end, or to start
-     * itself anew. It goes on taking messages as long as nobody else does. False if that failed.
+     * From now on a new process counts as the one that runs, although this one goes on and keeps listening.
+     * False if that failed.
+     *
+     * It helps a program that takes long to end, and that the user shall be able to start again meanwhile. It
+     * does not help one that starts itself anew: while this one listens the new one cannot, and never gets a
+     * message. Start the new one when this object is gone, as the last act of `main`, and leave the lock
+     * alone. See QtLocalPeer::unlock.
      */
     bool unlock();
 
