@@ -8,14 +8,17 @@
 #include <map>
 
 /**
- * The image catalogue: turns a name such as "icon_warning" into a pixmap of the right size for the display.
+ * The image catalogue: gives the pixmap of a name such as "icon_warning", in the right size for the display.
  *
- * `images.json` in the folder "resource_path" of UIPathManager lists the names: an object with the keys
- * "images", an array of names that enter the catalogue, and "tmp_images", an array of names of which a scaled
- * copy `tmp_<name>.png` is written to `tmp_images` in "user_data_path" at every start, for style sheets to
- * show. The files are PNGs in the folder `images` beside it, drawn at four times their design size:
- * `<name>.png`, and beside it
- * `<name>_hover.png`, `<name>_click.png` and `<name>_disable.png` for the other states.
+ * It reads the folder "resource_path" of UIPathManager, which holds
+ *
+ * - `images`, a folder of PNG files, each drawn at four times its design size: `<name>.png` for the normal
+ *   state, `<name>_hover.png`, `<name>_click.png` and `<name>_disable.png` for the others that an image has;
+ * - `images.json`, an object with two arrays: "images" lists the names in the catalogue, "tmp_images" the
+ *   files, without `.png`, that style sheets show.
+ *
+ * Style sheets can only show files. At every start, therefore, each of "tmp_images" is scaled for the display
+ * and written to the folder "user_data_path", as `tmp_images/tmp_<name>.png`.
  *
  * A pixmap measures a quarter of its file, times the display's scale, rounded at each step. Pixmaps live as
  * long as the process. Everything happens on the GUI thread.
@@ -28,8 +31,8 @@ public:
 
     /** When files are loaded. */
     enum InitializeType {
-        EagerLoad = 0, ///< all of them in initialize()
-        LazyLoad = 1 ///< the four states of a name at the first getImage() of that name
+        EagerLoad = 0, ///< all files in initialize()
+        LazyLoad = 1 ///< those of a name, in all its states, at the first getImage() of that name
     };
 
     /** One entry of the catalogue; all arrays are indexed by ImageType. */
@@ -49,16 +52,14 @@ public:
     /**
      * Reads `images.json` and writes the temporary images. Needs both folders in UIPathManager.
      *
-     * A list that is missing or is no JSON gives an empty catalogue without a word. A second call resets and
-     * loads what is listed; names that are no longer listed keep their entries.
+     * If the list is missing, or is no JSON, the catalogue is empty, and there is no warning. A second call
+     * reads the list and its files again; names that it no longer lists stay in the catalogue as they were.
      */
     void initialize(ImageManager::InitializeType type = EagerLoad);
 
     /**
-     * The image of @p name in the state @p type.
-     *
-     * With a warning: a null pixmap for a name that is not listed, and the normal image for a state without a
-     * file.
+     * The image of @p name in the state @p type. For a state without a file it is the normal image, and for a
+     * name that is not listed a null pixmap, both with a warning.
      */
     QPixmap getImage(const QString& name, ImageManager::ImageType type = Normal);
 
@@ -68,10 +69,10 @@ public:
     /** The folder of the images for style sheets. Ends the process if initialize() was not called. */
     const QString& getTempImageFolder();
 
-    /** The path of the source file @p name, a name with its state suffix. Not tested for existence. */
+    /** Where the file of @p name, such as "icon_hover", lies or would lie in the image folder. */
     QString getImageFullPath(const QString& name);
 
-    /** The path of the temporary file of @p name, a name with its state suffix. Not tested for existence. */
+    /** Where the scaled copy of @p name, such as "icon_hover", lies or would lie. */
     QString getTempImageFullPath(const QString& name);
 
 private:

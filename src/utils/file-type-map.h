@@ -6,20 +6,20 @@
 
 #include <map>
 
-/** An order of strings that takes no notice of case. */
+/** Orders strings without regard to case. */
 struct VANTKIT_EXPORT CaseLessCompare
 {
     bool operator()(const QString& a, const QString& b) const;
 };
 
 /**
- * Says which icon file goes with the extension of a file.
+ * Names the icon file for a file's extension: "docx" gives `doc.png`.
  *
- * It answers with the name of a file and loads nothing; where the icon files lie is the application's
- * business. There are 21 kinds of files and "xxx" for all others, each in two forms: `pdf.png`, and
- * `pdf_removed.png` for a file that is gone.
+ * A table sorts extensions into 21 kinds of files; all others are of the kind "xxx". Each kind has two icon
+ * files, named after it: `doc.png`, and `doc_removed.png` for a file that no longer exists. This class only
+ * names them; the application brings them along and loads them.
  *
- * Looking up is safe from any thread, as long as nobody calls mappingFile().
+ * Any thread may ask, as long as nobody calls mappingFile().
  */
 class VANTKIT_EXPORT FileTypeMap
 {
@@ -31,21 +31,23 @@ public:
     FileTypeMap& operator=(const FileTypeMap&) = delete;
 
     /**
-     * The name of the icon file for the extension @p name, in any case: the bare extension, without a dot
-     * or the rest of a file's name. An extension that is not in the table gets `xxx.png`.
+     * The name of the icon file for an extension; `xxx.png` for one that is not in the table.
      *
-     * @param removed whether the form for a file that is gone is wanted.
+     * @param name the extension alone, such as "docx": no dot, no file name. Case does not matter.
+     * @param removed true for the icon of a file that no longer exists: `doc_removed.png`.
      */
     QString getFiletypeMapping(const QString& name, bool removed = false);
 
     /**
-     * Has each of @p extensions, which single blanks part, be a file of the kind @p type, the stem of its
-     * icon file. An extension that is known already changes its kind. Two blanks in a row stand around an
-     * empty extension.
+     * Adds extensions to the table; those that are in it already change their kind.
+     *
+     * @param type the kind, such as "doc", after which the icon files are named.
+     * @param extensions separated by one blank each, such as "doc docx". Between two blanks in a row there is
+     * an extension too, the empty one.
      */
     void mappingFile(const QString& type, const QString& extensions);
 
-    /** From an extension to its kind; filled once the instance exists. */
+    /** The table: the kind of each extension. It is empty before the first getInstance(). */
     static std::map<QString, QString, CaseLessCompare> m_file_type_map;
 
 private:

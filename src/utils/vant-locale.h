@@ -6,13 +6,13 @@
 #include <QString>
 
 /**
- * Turns the name of a locale, as Qt writes it but in lower case ("en_us"), into the three letters that the
- * products call its language by ("enu").
+ * Gives the products' code of a language, three letters such as "enu", for the name of a locale: "en_us".
  *
- * It comes with a table of 16 languages and with rules for Portuguese and Chinese, which depend on the
- * region. What it does not know counts as English. Reads no file, and ties to nothing else in the kit.
+ * The name is the one that QLocale::name() gives, in lower case. What stands before its first underscore is
+ * looked up in a table of 16 languages. Portuguese and Chinese have two codes each, one of which is chosen by
+ * the region. Every other language gets the code of English.
  *
- * Asking is safe from any thread, as long as nobody calls setLanguageMap().
+ * Any thread may ask, as long as nobody calls setLanguageMap().
  */
 class VANTKIT_EXPORT VantLocale
 {
@@ -20,28 +20,31 @@ public:
     /** The one instance, created on the first call. */
     static VantLocale& getInstance();
 
-    /** A table of its own, with nothing but what the kit comes with. */
+    /** An instance beside the one of getInstance(), with the table as the kit brings it. */
     VantLocale();
 
-    /** The code of the system's language, whatever case the system writes its locale in. */
+    /** The code for the system's locale. */
     QString getDefaultLanguage();
 
     /**
-     * The code for @p locale: the rules of Portuguese and Chinese first, then the row of what stands before
-     * the first underscore, or else "enu". Case counts, and a hyphen parts nothing: "EN_US"
-     * and "en-us" are not known.
+     * The code for @p locale, such as "de_at" or "de"; "enu" for a language that is not in the table.
+     *
+     * Names written otherwise are not understood and give "enu": "DE_AT", "de-at".
      */
     QString getLanguageByLocale(const QString& locale);
 
-    /** "cht" for "zh_tw", "zh_hk" and "zh_mo", "chs" for any other text. */
+    /** "cht" (traditional) for "zh_tw", "zh_hk" and "zh_mo"; "chs" (simplified) for any other text. */
     QString getChineseLanguage(const QString& locale);
 
-    /** "ptg" for "pt" and "pt_pt", "ptb" for any other text. */
+    /** "ptg" (of Portugal) for "pt" and "pt_pt"; "ptb" (of Brazil) for any other text. */
     QString getPortugueseLanguage(const QString& locale);
 
     /**
-     * Has the language part @p locale, such as "fi", stand for the code @p language from now on. Rows for
-     * "pt" and "zh" are never asked: the rules come before the table.
+     * Puts a language into the table, or changes its code.
+     *
+     * @param locale what stands before the underscore in the names of its locales: "fi". For "pt" and "zh"
+     * the region decides, whatever the table holds.
+     * @param language its code: "fin".
      */
     void setLanguageMap(QString locale, QString language);
 
