@@ -37,7 +37,8 @@ Sampler samplerInChild(const QString& name, const QProcessEnvironment& environme
 /** The surroundings of this process, without a display. */
 QProcessEnvironment offscreen();
 
-/** The other end of all three: does the work, or takes a sample for each line read, and writes what came out.
+/**
+ * The other end of all three: does the work, or takes a sample for each line read, and writes what came out.
  */
 void serveAsChild(const Suite& suite, const QString& name, const QString& path);
 

@@ -16,8 +16,10 @@ public:
     HANDLE add(std::shared_ptr<NamedMutex> mutex);
     /** Null if the handle is none. */
     std::shared_ptr<NamedMutex> find(HANDLE handle);
-    /** Takes the handle out; what it gives is the last thing that holds the mutex, but for threads that wait
-     * for it. */
+    /**
+     * Takes the handle out; what it gives is the last thing that holds the mutex, but for
+     * threads that wait for it.
+     */
     std::shared_ptr<NamedMutex> remove(HANDLE handle);
 
     /** Has everything that this thread owns abandoned when it ends. */

@@ -31,8 +31,10 @@ bool isOwnSocket(const QByteArray& path)
 
 enum class Server { None, Living, Ending };
 
-/** Long enough for a process that is ending to close what it has open. A server that lives is given that time
- * too. */
+/**
+ * Long enough for a process that is ending to close what it has open. A server that
+ * lives is given that time too.
+ */
 constexpr int endingTime = 200;
 
 Server serverAt(const QByteArray& path)

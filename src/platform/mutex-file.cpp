@@ -13,7 +13,8 @@ namespace {
 
 using Answer = MutexFile::Answer;
 
-/** Bytes of the file that are locked together. What stands in them does not matter, nor how long the file is.
+/**
+ * Bytes of the file that are locked together. What stands in them does not matter, nor how long the file is.
  */
 struct Bytes
 {

@@ -9,10 +9,10 @@
 namespace vantkit::internal {
 
 /**
- * One handle's view of the small file that stands for a mutex. Who owns the mutex, and whether anybody has it
- * open, is told by the kernel's locks on single bytes of the file, which go with the process that holds them.
- * They belong to this object and not to its process: two objects on one file exclude each other wherever they
- * are.
+ * One handle's view of the small file that stands for a mutex. Who owns the mutex, and whether anybody
+ * has it open, is told by the kernel's locks on single bytes of the file, which go with the process
+ * that holds them. They belong to this object and not to its process: two objects on one file exclude
+ * each other wherever they are.
  *
  * What fails leaves its reason in errno.
  */
@@ -51,8 +51,10 @@ public:
     /** Blocks until the mutex is not owned for a moment. */
     bool waitUntilFree();
 
-    /** Notes in the file that there is an owner. Yes if it said so already: then that one ended without a
-     * release. */
+    /**
+     * Notes in the file that there is an owner. Yes if it said so already: then that
+     * one ended without a release.
+     */
     Answer noteOwner();
     bool removeNote();
 

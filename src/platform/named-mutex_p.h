@@ -40,8 +40,10 @@ public:
 
     /** False if the calling thread did not take the mutex through this handle. */
     bool release();
-    /** If @p thread owns the mutex through this handle, the next owner is told that it ended without a
-     * release. */
+    /**
+     * If @p thread owns the mutex through this handle, the next owner is told that
+     * it ended without a release.
+     */
     void abandon(std::thread::id thread);
 
 private:

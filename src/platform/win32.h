@@ -56,15 +56,13 @@ constexpr DWORD ERROR_NOT_OWNER = 288;
 /**
  * A handle on the mutex of that name, which is created if it does not exist; null on failure. GetLastError
  * then says why, and after a success whether the mutex was there (ERROR_ALREADY_EXISTS). @p attributes must
- * be null,
- * @p initiallyOwned FALSE, and a name there must be.
+ * be null, @p initiallyOwned FALSE, and a name there must be.
  */
 HANDLE CreateMutexW(LPSECURITY_ATTRIBUTES attributes, BOOL initiallyOwned, LPCWSTR name);
 
 /**
  * A handle on an existing mutex; null if there is none (ERROR_FILE_NOT_FOUND) or on failure. Every handle has
- * all
- * @p access, and none is ever inherited by a program that this one starts: @p inherited must be FALSE.
+ * all @p access, and none is ever inherited by a program that this one starts: @p inherited must be FALSE.
  */
 HANDLE OpenMutexW(DWORD access, BOOL inherited, LPCWSTR name);
 
@@ -80,8 +78,10 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
  */
 DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds);
 
-/** Gives up what one successful wait took; FALSE if the calling thread does not own the mutex through this
- * handle. */
+/**
+ * Gives up what one successful wait took; FALSE if the calling thread does not own the
+ * mutex through this handle.
+ */
 BOOL ReleaseMutex(HANDLE handle);
 
 /** Drops a handle. The mutex goes with the last one in any process. */

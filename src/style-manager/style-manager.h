@@ -28,9 +28,9 @@ public:
     StyleManager& operator=(const StyleManager&) = delete;
 
     /**
-     * Reads the template files in the order of @p files. A key that occurs twice keeps its last text, and a
-     * second call adds and replaces but removes nothing. A file that does not exist is skipped with a
-     * warning.
+     * Reads the template files in the order of @p files. A key that occurs twice keeps its last
+     * text, and a second call adds and replaces but removes nothing. A file that does not exist
+     * is skipped with a warning.
      *
      * ImageManager::initialize has to come first: the process ends if it was not called.
      */

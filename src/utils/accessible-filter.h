@@ -36,6 +36,8 @@ private:
  */
 VANTKIT_EXPORT QList<QWidget*> accessibleList(QWidget* widget, QList<QWidget*> excluded);
 
-/** The same for the widgets that pass @p filter. A default filter lists every visible widget, focusable or
- * not. */
+/**
+ * The same for the widgets that pass @p filter. A default filter lists every visible
+ * widget, focusable or not.
+ */
 VANTKIT_EXPORT QList<QWidget*> accessibleList(QWidget* widget, AccessibleFilter filter);

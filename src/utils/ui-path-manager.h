@@ -27,8 +27,9 @@ public:
     UIPathManager(const UIPathManager&) = delete;
     UIPathManager& operator=(const UIPathManager&) = delete;
 
-    /** Stores @p path under @p key. Replacing a path that is set already writes a warning; the last call
-     * wins. */
+    /**
+     * Stores @p path under @p key. Replacing a path that is set already writes a warning; the last call wins.
+     */
     void setPath(const QString& key, const QString& path);
 
     /** The path stored under @p key; with a warning, an empty string if there is none. */

@@ -35,8 +35,8 @@ public:
      * @p title is the header's text, @p width the width in design pixels, which is the least width if the
      * column takes a share. @p resizable lets the user drag the column. @p ratio is its share of the free
      * width, 1.0 being all of it; 0 asks for no share, and a column that is not @p resizable gets none.
-     * Ratios need not add up to 1: beyond it, the body scrolls sideways. Nothing is checked here; a width that
-     * no column can have, below 0 or above about a million pixels, is passed over.
+     * Ratios need not add up to 1: beyond it, the body scrolls sideways. Nothing is checked here; a width
+     * that no column can have, below 0 or above about a million pixels, is passed over.
      */
     int addColumn(const QString& title, int width, bool resizable = true, double ratio = 0.0);
 

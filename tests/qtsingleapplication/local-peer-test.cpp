@@ -141,7 +141,8 @@ void LocalPeerTest::exchange_data()
     }
 }
 
-/** What a client sends, and what it makes of an answer; somebody else has the name of the primary's socket.
+/**
+ * What a client sends, and what it makes of an answer; somebody else has the name of the primary's socket.
  */
 void LocalPeerTest::exchange()
 {

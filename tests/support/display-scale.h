@@ -2,8 +2,10 @@
 
 #include <QtGlobal>
 
-/** The display scale that the test was registered for, as the environment gives it and not as the kit reads
- * it. */
+/**
+ * The display scale that the test was registered for, as the environment gives it
+ * and not as the kit reads it.
+ */
 namespace displayscale {
 
 /** 96, 120, 144 or 192. */

@@ -5,8 +5,10 @@
 #include <QTextLayout>
 #include <QtTest>
 
-/** What the other tests stand on: that a stray log line does not go unseen, and that the fonts are the ones
- * we ship with. */
+/**
+ * What the other tests stand on: that a stray log line does not go unseen, and that the fonts
+ * are the ones we ship with.
+ */
 class SupportTest : public QObject
 {
     Q_OBJECT

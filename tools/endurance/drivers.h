@@ -6,8 +6,8 @@
 // promise, and gives its figures.
 
 /**
- * @p processes contend at once, in every round: one becomes the primary process, and gets the messages of the
- * others.
+ * @p processes contend at once, in every round: one becomes the primary process, and gets
+ * the messages of the others.
  */
 QString manyStart(int processes, int rounds);
 

@@ -8,8 +8,10 @@
 class Tally
 {
 public:
-    /** Takes a line in which a participant says so: "acknowledged", "refused" or "received", and the
-     * fingerprint. */
+    /**
+     * Takes a line in which a participant says so: "acknowledged", "refused" or
+     * "received", and the fingerprint.
+     */
     void take(const QByteArray& line);
 
     /**

@@ -13,8 +13,10 @@ struct LocalPeerNames
     QString socketName; ///< for QLocalServer
     QString lockFile; ///< path
 
-    /** An empty @p appId stands for the program's own path. Without a @p session the names are those of all
-     * sessions. */
+    /**
+     * An empty @p appId stands for the program's own path. Without a @p session the names
+     * are those of all sessions.
+     */
     static LocalPeerNames of(const QString& appId, std::optional<quint32> session);
 };
 

@@ -28,8 +28,9 @@ public:
     };
 
     QtLockedFile();
-    /** Neither opens the file nor takes a lock. The name has to be there before the first lock(), and to
-     * stay. */
+    /**
+     * Neither opens the file nor takes a lock. The name has to be there before the first lock(), and to stay.
+     */
     explicit QtLockedFile(const QString& name);
     /** Gives the lock up. */
     ~QtLockedFile() override;
@@ -46,7 +47,8 @@ public:
      * not to be had, there is none.
      */
     bool lock(LockMode mode, bool block = true);
-    /** Gives the lock up, if there is one. False, with a warning, if the file is not open; a lock then stays.
+    /**
+     * Gives the lock up, if there is one. False, with a warning, if the file is not open; a lock then stays.
      */
     bool unlock();
 
