@@ -35,15 +35,19 @@ QFrame* styledFrame(const char* name, const char* key);
 /** A button that does not look lost beside a longer one. */
 VantButton* button(const QString& text, int kind);
 
-/** A combo box with @p entries that is as wide as @p width design pixels, named @p name to those who cannot
- * see it. */
+/**
+ * A combo box with @p entries that is as wide as @p width design pixels, named @p name
+ * to those who cannot see it.
+ */
 VantComboBox* comboBox(const QString& name, const QStringList& entries, int width);
 
 /** Whether @p date is within the limits of @p view, which its button for today knows nothing of. */
 bool isWithinLimits(const VantCalanderView* view, const QDate& date);
 
-/** A button that names what a filter lets through, as a sign that it is set: a click on it asks for @p all.
- * Hidden while showSign() has given it nothing to name. */
+/**
+ * A button that names what a filter lets through, as a sign that it is set: a click on it asks for @p all.
+ * Hidden while showSign() has given it nothing to name.
+ */
 VantButton* filterSign(const QString& all);
 void showSign(VantButton* sign, const QString& what);
 

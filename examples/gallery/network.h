@@ -4,8 +4,10 @@
 
 namespace gallery {
 
-/** Has requests take the way to the web that the system's settings say: on Linux https_proxy, on Windows its
- * own. */
+/**
+ * Has requests take the way to the web that the system's settings say: on Linux
+ * https_proxy, on Windows its own.
+ */
 void useSystemProxies();
 
 /** Whether there is a certificate in the PEM file @p file. */

@@ -6,8 +6,9 @@ namespace gallery {
 
 class Page;
 
-/** A row of the table of pages. The texts of a page are those of the keys `<name>.title` and
- * `<name>.caption`. */
+/**
+ * A row of the table of pages. The texts of a page are those of the keys `<name>.title` and `<name>.caption`.
+ */
 struct PageInfo
 {
     QString name; ///< on the command line and in the names of pictures

@@ -13,7 +13,8 @@ struct Place
     QString folder;
 };
 
-/** The user's home and the whole file system; after useMadeUpPlaces() folders with the same files everywhere.
+/**
+ * The user's home and the whole file system; after useMadeUpPlaces() folders with the same files everywhere.
  */
 QList<Place> places();
 

@@ -21,8 +21,10 @@ QMap<QString, QString> componentStrings(const QString& themeFolder, const QStrin
 /** The flat JSON object of texts in the file @p path; empty if there is none. */
 QMap<QString, QString> readTexts(const QString& path);
 
-/** The theme is drawn for a light ground: has what no theme covers be light too, whatever the desktop's
- * colours. */
+/**
+ * The theme is drawn for a light ground: has what no theme covers be light too,
+ * whatever the desktop's colours.
+ */
 void useLightGround();
 
 } // namespace gallery

@@ -24,8 +24,10 @@ VANTKIT_EXPORT void showInfoMsg(const QString& title, const QString& text, QWidg
 /** Warns with the HTML @p text. Style key "component.warning_message_box". */
 VANTKIT_EXPORT void showWarningMsg(const QString& title, const QString& text, QWidget* parent = nullptr);
 
-/** Warns with the HTML @p text, and with @p informativeText, HTML too, below it. Style key
- * "component.warning_message_box". */
+/**
+ * Warns with the HTML @p text, and with @p informativeText, HTML too, below it. Style key
+ * "component.warning_message_box".
+ */
 VANTKIT_EXPORT void showWarningMsg(
     const QString& title, const QString& text, const QString& informativeText, QWidget* parent = nullptr);
 
@@ -41,6 +43,8 @@ VANTKIT_EXPORT int showConfirmMsg(const QString& title, const QString& text, QWi
 VANTKIT_EXPORT int showConfirmMsgCustomBtn(const QString& title, const QString& text,
     const MsgBoxCustomBtnText& customBtnText, QWidget* parent = nullptr);
 
-/** Tells of a new version in the HTML @p text; with a parent, its Ok button reads "wizard_client_upgrade".
- * Style key "component.upgrading_message_box". */
+/**
+ * Tells of a new version in the HTML @p text; with a parent, its Ok button reads "wizard_client_upgrade".
+ * Style key "component.upgrading_message_box".
+ */
 VANTKIT_EXPORT void showUpgradingMsg(const QString& title, const QString& text, QWidget* parent = nullptr);

@@ -15,9 +15,9 @@ class VantSheet;
 namespace vantkit::internal {
 
 /**
- * What the sheets share to be modal without being dialogs: the two buttons, the refusal to close the window,
- * the keys that press a button, and a nested event loop that bears the death of the sheet, the mask and the
- * window.
+ * What the sheets share to be modal without being dialogs: the two buttons, the refusal to close
+ * the window, the keys that press a button, and a nested event loop that bears the death of the
+ * sheet, the mask and the window.
  *
  * A child of the sheet.
  */
@@ -35,8 +35,10 @@ public:
 
     /** Gives the Ok button its text and its look, and makes it the default. */
     void dressOkButton(const QString& text);
-    /** Gives the Discard button, which cancels, its text and its look, and lets Return press it as Space does
-     * when it has the focus. */
+    /**
+     * Gives the Discard button, which cancels, its text and its look, and lets Return press it as Space
+     * does when it has the focus.
+     */
     void dressDiscardButton(const QString& text);
 
     /** Sends clicks of the buttons to the sheet's slot buttonClick(QAbstractButton*), once each. */

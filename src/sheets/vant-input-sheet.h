@@ -14,11 +14,11 @@ class VantInputSheetPrivate;
  * Asks for one line of text on a sheet inside a window: a prompt, a field, and the buttons Ok and Discard,
  * which cancels.
  *
- * Build it, hand it to VantMask::createMask, without which it lies in the corner of its parent like any other
- * child, then call exec() and read getContent(), or call showSheet() and wait for finished(). Both move the
- * focus into the field, and Tab keeps it in the sheet. Any text is accepted; for a test of the text use
- * getLineEdit(). Unless setBlockWindowButton(false) was called, the window refuses to close while the sheet
- * is open.
+ * Build it, hand it to VantMask::createMask, without which it lies in the corner of its parent like any
+ * other child, then call exec() and read getContent(), or call showSheet() and wait for finished().
+ * Both move the focus into the field, and Tab keeps it in the sheet. Any text is accepted; for a test
+ * of the text use getLineEdit(). Unless setBlockWindowButton(false) was called, the window refuses to
+ * close while the sheet is open.
  *
  * String keys "ok" and "cancel"; style keys "component.message_sheet_other", "component.lineedit",
  * "component.apply_button" and "component.cancel_button". The sheet is 480 design pixels wide, less in a
@@ -40,7 +40,8 @@ public:
     QAbstractButton* button(QMessageBox::StandardButton which) const;
     /** Makes @p button the default; null is ignored. */
     void setDefaultButton(QPushButton* button);
-    /** Whether the window refuses to close while the sheet is open. It holds for the next opening or closing.
+    /**
+     * Whether the window refuses to close while the sheet is open. It holds for the next opening or closing.
      */
     void setBlockWindowButton(bool block = true);
 

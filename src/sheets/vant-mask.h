@@ -10,9 +10,9 @@ class VantMaskPrivate;
  * A faint cover over a window that holds a sheet in its middle and keeps the mouse, and what is dropped with
  * it, from what lies below.
  *
- * A mask shows and hides with its content, so an application deals with the content only, and it follows the
- * size of the window. It is a child of the widget that it covers, and stays there, hidden, when the content
- * is gone.
+ * A mask shows and hides with its content, so an application deals with the content only, and it
+ * follows the size of the window. It is a child of the widget that it covers, and stays there, hidden,
+ * when the content is gone.
  */
 class VANTKIT_EXPORT VantMask : public QFrame
 {

@@ -21,8 +21,10 @@ public:
     QPointer<QWidget> widget;
 };
 
-/** Watches the widget that a mask covers, and gives the mask the size of the window when the widget changes
- * its own. */
+/**
+ * Watches the widget that a mask covers, and gives the mask the size of the window when
+ * the widget changes its own.
+ */
 class ParentEventFilterWidget : public QObject
 {
 public:

@@ -73,7 +73,8 @@ public:
         }
     }
 
-    /** The windows that the window manager has in hand, the oldest first. Other programs' may go meanwhile.
+    /**
+     * The windows that the window manager has in hand, the oldest first. Other programs' may go meanwhile.
      */
     QList<uint> windows() const
     {
