@@ -5,6 +5,7 @@
 #include "utils/component-strings.h"
 #include "utils/design-pixels_p.h"
 #include "utils/dpi-info.h"
+#include "views/calendar-accessible_p.h"
 #include "widgets/mouse-filters.h"
 #include "widgets/vant-button.h"
 
@@ -54,6 +55,12 @@ void showIcon(QToolButton* button, const QPixmap& pixmap)
     button->setIconSize(QSize(qRound(pixmap.width() / dpr), qRound(pixmap.height() / dpr)));
 }
 
+bool isReturn(const QEvent* event)
+{
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 // The popup of a combo box closes on Return and Escape as soon as it is asked whether they are shortcuts.
 // That question must not come to the view when a widget inside has a use for the key.
 bool keepsKey(QEvent* event, bool escapeToo)
@@ -61,16 +68,33 @@ bool keepsKey(QEvent* event, bool escapeToo)
     if (event->type() != QEvent::ShortcutOverride) {
         return false;
     }
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    const bool keeps = key == Qt::Key_Return || key == Qt::Key_Enter || (escapeToo && key == Qt::Key_Escape);
+    const bool isEscape = static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    const bool keeps = isReturn(event) || (escapeToo && isEscape);
     if (keeps) {
         event->accept();
     }
     return keeps;
 }
 
+// The first of a month lies in the cell of its weekday, 1 to 7: above a month that begins on a Sunday, Qt
+// leaves a row of the month before.
+QDate dayAt(const QCalendarWidget* calendar, const QModelIndex& cell)
+{
+    const QDate first(calendar->yearShown(), calendar->monthShown(), 1);
+    return cell.isValid() ? first.addDays(cell.row() * 7 + cell.column() - first.dayOfWeek()) : QDate();
+}
+
+void makeCurrent(const QCalendarWidget* calendar, const QTableView* grid, const QDate& day,
+    QItemSelectionModel::SelectionFlags command)
+{
+    const QAbstractItemModel* days = grid->model();
+    const auto cell = static_cast<int>(dayAt(calendar, days->index(0, 0)).daysTo(day));
+    grid->selectionModel()->setCurrentIndex(days->index(cell / 7, cell % 7), command);
+}
+
 // What has been changed in Qt's calendar from outside is lost in some of its own events: with its locale it
-// writes the month names and the first day of the week, with its style and direction the icons of the arrows.
+// writes the month names and the first day of the week, which costs the grid its current day, and with its
+// style and direction the icons of the arrows.
 class Calendar : public QCalendarWidget
 {
 public:
@@ -105,13 +129,18 @@ protected:
         if (keepsKey(event, yearEditor->isVisible())) {
             return true;
         }
-        const bool handled = QCalendarWidget::event(event);
         const QEvent::Type type = event->type();
-        if (restore
-            && (type == QEvent::LocaleChange || type == QEvent::StyleChange
-                || type == QEvent::LayoutDirectionChange)) {
+        const bool writes = type == QEvent::LocaleChange || type == QEvent::StyleChange
+            || type == QEvent::LayoutDirectionChange;
+        if (restore && writes) {
+            const QDate day = dayAt(this, grid->currentIndex());
+            const bool handled = QCalendarWidget::event(event);
             restore();
-        } else if (type == QEvent::EnabledChange) {
+            makeCurrent(this, grid, day, QItemSelectionModel::NoUpdate);
+            return handled;
+        }
+        const bool handled = QCalendarWidget::event(event);
+        if (type == QEvent::EnabledChange) {
             colorWeekend();
         }
         return handled;
@@ -134,7 +163,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override
     {
         QCalendarWidget::keyPressEvent(event);
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (isReturn(event)) {
             event->accept();
         }
     }
@@ -182,7 +211,7 @@ public:
     TodayButton()
         : VantButton(componentString("today"), 1)
     {
-        setAutoDefault(true); // Return presses it
+        setAutoDefault(true); // Return chooses today; in a popup it would close it and choose nothing
     }
 
 protected:
@@ -208,13 +237,12 @@ void fillWithWeekdays(QTableWidget* row)
 VantCalanderView::VantCalanderView(QWidget* parent)
     : QAbstractItemView(parent)
 {
+    vantkit::internal::installCalendarAccessibility();
     auto* layout = new QVBoxLayout(this);
 
     auto* todayButton = new TodayButton; // the layout gives it its parent
     todayButton->setFixedHeight(designPixels(24));
     todayButton->setObjectName(todayButtonName);
-    todayButton->setAutoDefault(
-        true); // Return chooses today; in a popup it would close it and choose nothing
 
     auto* ownCalendar = new Calendar(this);
     calendar = ownCalendar;
@@ -232,17 +260,21 @@ VantCalanderView::VantCalanderView(QWidget* parent)
     handleNavigationBar();
     handleWeekdayHeader();
     handleTabOrder();
+    nameDaysAfterPage();
     ownCalendar->restore = [this] { restoreAfterCalendar(); };
 
     findChild<QToolButton*>(yearButtonName)->installEventFilter(this);
     findChild<QSpinBox*>(yearEditorName)->installEventFilter(this);
-    findChild<QTableView*>(dayGridName)->installEventFilter(this);
+    QTableView* grid = dayGrid();
+    grid->installEventFilter(this);
     todayButton->installEventFilter(this);
 
     connect(calendar, SIGNAL(activated(QDate)), this, SIGNAL(sigDateSelect(QDate)));
     connect(calendar, SIGNAL(clicked(QDate)), this, SIGNAL(sigDateSelect(QDate)));
     connect(todayButton, SIGNAL(clicked()), this, SLOT(selectToday()));
     connect(calendar, SIGNAL(currentPageChanged(int,int)), this, SLOT(pageChanged(int,int)));
+    connect(grid->selectionModel(),
+        SIGNAL(currentChanged(QModelIndex,QModelIndex)), this, SLOT(highlightCurrentDay()));
 }
 
 void VantCalanderView::setCurrentPage(int year, int month)
@@ -262,12 +294,16 @@ void VantCalanderView::setMaximumDate(const QDate& date)
 
 void VantCalanderView::selectToday()
 {
-    calendar->setSelectedDate(QDate::currentDate());
+    select(QDate::currentDate());
     Q_EMIT sigDateSelect(QDate::currentDate());
 }
 
 void VantCalanderView::handleNavigationBar()
 {
+    if (!monthNames.isEmpty()) {
+        return;
+    }
+
     auto* previous = findChild<QToolButton*>(previousMonthName);
     auto* next = findChild<QToolButton*>(nextMonthName);
     auto* monthButton = findChild<QToolButton*>(monthButtonName);
@@ -295,6 +331,10 @@ void VantCalanderView::handleNavigationBar()
 
 void VantCalanderView::handleMonthMenu()
 {
+    if (!monthNames.isEmpty()) {
+        return;
+    }
+
     monthNames << componentString("month_jan") << componentString("month_feb") << componentString("month_mar")
                << componentString("month_apr") << componentString("month_may") << componentString("month_jun")
                << componentString("month_jul") << componentString("month_aug") << componentString("month_sep")
@@ -306,7 +346,11 @@ void VantCalanderView::handleMonthMenu()
 
 void VantCalanderView::handleWeekdayHeader()
 {
-    auto* grid = findChild<QTableView*>(dayGridName);
+    if (weekdayView) {
+        return;
+    }
+
+    QTableView* grid = dayGrid();
     auto* layout = qobject_cast<QVBoxLayout*>(calendar->layout());
 
     weekdayView = new QTableWidget(0, 7); // the layout gives it its parent
@@ -342,31 +386,72 @@ void VantCalanderView::handleTabOrder()
     }
 }
 
-bool VantCalanderView::eventFilter(QObject* /*watched*/, QEvent* event)
+bool VantCalanderView::eventFilter(QObject* watched, QEvent* event)
 {
     // The filters of an item view are not for what is inside this one.
+    if (event->type() == QEvent::FocusIn) {
+        highlightCurrentDay();
+    }
     if (event->type() != QEvent::KeyPress) {
         return false; // clazy:exclude=base-class-event
     }
+    QTableView* grid = dayGrid();
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key != Qt::Key_Tab && key != Qt::Key_Backtab) {
-        return false; // clazy:exclude=base-class-event
+        return watched == grid && !selectCurrentDay() && isReturn(event); // clazy:exclude=base-class-event
     }
     focusNextPrevChild(key == Qt::Key_Tab);
 
-    // Coming from elsewhere, the grid shows its current day only once it is set anew.
-    auto* grid = findChild<QTableView*>(dayGridName);
+    // Coming from elsewhere, the grid tells of its current day only once it is set anew. The view would not
+    // set a day outside the limits.
     const QModelIndex current = grid->currentIndex();
     if (grid->hasFocus() && current.isValid()) {
         grid->setCurrentIndex(QModelIndex());
-        grid->setCurrentIndex(current);
+        grid->selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect);
     }
     return true;
+}
+
+// Qt keeps two days: the selected one, which Return reports, and the grid's current one, which arrows start
+// from and which alone goes along with the pages. With the focus on the grid the current one is what is
+// highlighted, and a key finds it selected.
+void VantCalanderView::highlightCurrentDay()
+{
+    const QTableView* grid = dayGrid();
+    if (grid->hasFocus()) {
+        grid->selectionModel()->select(grid->currentIndex(), QItemSelectionModel::ClearAndSelect);
+    }
+}
+
+// Returns false if there is nothing to select: a day outside the limits is never highlighted.
+bool VantCalanderView::selectCurrentDay()
+{
+    const QDate day = dayAt(calendar, dayGrid()->currentIndex());
+    const bool choosable = day >= calendar->minimumDate() && day <= calendar->maximumDate();
+    if (choosable) {
+        select(day);
+    }
+    return choosable;
+}
+
+// As a key or a click does: after QCalendarWidget::setSelectedDate(), typed digits would go on from another
+// day. If the day is selected already, Qt leaves the current one where it is.
+void VantCalanderView::select(const QDate& day)
+{
+    QTableView* grid = dayGrid();
+    QMetaObject::invokeMethod(calendar, "_q_slotChangeDate", Q_ARG(QDate, day), Q_ARG(bool, true));
+    makeCurrent(calendar, grid, calendar->selectedDate(), QItemSelectionModel::ClearAndSelect);
+}
+
+QTableView* VantCalanderView::dayGrid() const
+{
+    return findChild<QTableView*>(dayGridName);
 }
 
 void VantCalanderView::pageChanged(int /*year*/, int month)
 {
     showNameOfMonth(month);
+    nameDaysAfterPage();
 }
 
 void VantCalanderView::slotMonthTriggered(QAction* action)
@@ -398,6 +483,13 @@ void VantCalanderView::showShortMonthNames()
 void VantCalanderView::showNameOfMonth(int month)
 {
     findChild<QToolButton*>(monthButtonName)->setText(nameOfMonth(month));
+}
+
+// Of its days a screen reader tells the numbers alone.
+void VantCalanderView::nameDaysAfterPage()
+{
+    const QString month = nameOfMonth(calendar->monthShown());
+    dayGrid()->setAccessibleName(month + QLatin1Char(' ') + QString::number(calendar->yearShown()));
 }
 
 // Qt's calendar takes any number for a month, and tells of it.

@@ -8,7 +8,9 @@
 class QAction;
 class QCalendarWidget;
 class QDate;
+class QTableView;
 class QTableWidget;
+class VantDateSelector;
 
 /**
  * A month calendar in the kit's look: one-letter weekdays, a "today" button, translated month names and a
@@ -46,13 +48,14 @@ public:
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override; ///< does nothing
     QModelIndex indexAt(const QPoint& point) const override; ///< an invalid index
 
-    /** Steps of the construction, called once by the constructor. */
+    /** Steps of the construction. The constructor calls them; called again, they change nothing. */
     void handleNavigationBar();
     void handleMonthMenu(); ///< @copydoc handleNavigationBar
     void handleWeekdayHeader(); ///< @copydoc handleNavigationBar
     void handleTabOrder(); ///< @copydoc handleNavigationBar
 
-    /** Moves the focus along the calendar's own order on Tab and Backtab. */
+    /** Moves the focus along the calendar's own order on Tab and Backtab; on the days, keeps to one what is
+     * highlighted, where arrows start and what Return chooses. */
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 public Q_SLOTS:
@@ -62,8 +65,10 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /**
-     * A day was chosen with the mouse, the keyboard or the "today" button. A double click chooses its day
-     * more than once.
+     * A day was chosen with the mouse, the keyboard or the "today" button. Return chooses the day that is
+     * highlighted, and none if none is. A double click chooses its day more than once.
+     *
+     * A slot that wants to be rid of the view, or of what it lies in, calls deleteLater().
      */
     void sigDateSelect(const QDate& date);
 
@@ -80,8 +85,15 @@ private Q_SLOTS:
     void pageChanged(int year, int month);
     void slotMonthTriggered(QAction* action);
     void showNameOfPage();
+    void highlightCurrentDay();
 
 private:
+    friend class VantDateSelector;
+
+    QTableView* dayGrid() const;
+    void select(const QDate& day);
+    bool selectCurrentDay();
+    void nameDaysAfterPage();
     void showMonthIcons();
     void showShortMonthNames();
     void showNameOfMonth(int month);

@@ -2,11 +2,14 @@
 #include "support/guarded-test.h"
 #include "views/calendar-parts.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QStyleFactory>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
+
+#include <functional>
 
 using namespace calendarparts;
 
@@ -43,8 +46,10 @@ private Q_SLOTS:
     void initTestCase();
     void keepsItsNames();
     void choices();
+    void returnChoosesWhatIsHighlighted();
     void tabRing();
     void tabLeavesACalendarAmongOthers();
+    void screenReadersFindWhatIsInside();
     void weekdaysStandAboveTheirDays();
     void weekendIsBlackUnlessDisabled();
     void showsWhereTheFocusIs();
@@ -79,6 +84,12 @@ void CalendarTest::keepsItsNames()
             && parts.calendar->monthShown() == month && parts.calendar->firstDayOfWeek() == Qt::Sunday
             && parts.previous->icon().pixmap(size).toImage() == icon.pixmap(size).toImage();
     };
+    const int count = view->findChildren<QObject*>().size();
+    view->handleNavigationBar();
+    view->handleMonthMenu();
+    view->handleWeekdayHeader();
+    view->handleTabOrder();
+    QCOMPARE(view->findChildren<QObject*>().size(), count);
     QVERIFY(shows(2017, 3));
     parts.calendar->setLocale(QLocale(QLocale::French, QLocale::France));
     QVERIFY(shows(2017, 3));
@@ -93,7 +104,7 @@ void CalendarTest::keepsItsNames()
     QVERIFY(shows(2017, 3));
     parts.menuEntry(3)->trigger();
     QVERIFY(shows(2017, 3));
-    for (int count = 0; count < 3; ++count) {
+    for (int month = 2; month >= 0; --month) {
         QTest::mouseClick(parts.previous, Qt::LeftButton);
     }
     QVERIFY(shows(2016, 12));
@@ -127,15 +138,12 @@ void CalendarTest::choices()
     const Parts& parts = window.parts;
     QSignalSpy spy(view, &VantCalanderView::sigDateSelect);
     const QDate today = QDate::currentDate();
-    QTest::keyClick(parts.grid, Qt::Key_Right);
+    parts.next->click();
+    QTest::keyClick(parts.grid, '1');
+    QTest::keyClick(parts.grid, '4');
     QCOMPARE(spy.size(), 0);
     QTest::keyClick(parts.grid, Qt::Key_Return);
-    QCOMPARE(spy.takeFirst(), QVariantList { QDate(2017, 3, 10) });
-    view->setMinimumDate({});
-    view->setMaximumDate({});
-    parts.click({ 2017, 3, 15 });
-    QCOMPARE(spy.takeFirst(), QVariantList { QDate(2017, 3, 15) });
-
+    QCOMPARE(spy.takeFirst(), QVariantList { QDate(2017, 4, 14) });
     view->setMaximumDate({ 2017, 3, 14 });
     parts.click({ 2017, 3, 15 });
     QCOMPARE(spy.size(), 0);
@@ -153,6 +161,65 @@ void CalendarTest::choices()
     QTest::mouseClick(parts.weekdays->viewport(), Qt::LeftButton);
     QTest::mouseClick(parts.calendar->findChild<QWidget*>("qt_calendar_navigationbar"), Qt::LeftButton);
     QCOMPARE(spy.size(), 0);
+}
+
+// Qt keeps a selected day, another where the arrows start, and a third that typed digits go on from.
+void CalendarTest::returnChoosesWhatIsHighlighted()
+{
+    using Step = std::function<void(Window&)>;
+
+    // After a turn of the page: what Return chooses, if that was highlighted.
+    const auto chosen = [](const QDate& start, const QList<Step>& steps) {
+        Window window;
+        const Parts& parts = window.parts;
+        QSignalSpy spy(window.view, &VantCalanderView::sigDateSelect);
+        parts.calendar->setSelectedDate(start);
+        parts.next->click();
+        parts.year->setFocus();
+        for (const Step& step : steps) {
+            step(window);
+        }
+        const QModelIndex cell = parts.grid->selectionModel()->selectedIndexes().value(0);
+        const QPoint highlighted = parts.grid->visualRect(cell).center();
+        QTest::keyClick(parts.grid, Qt::Key_Return);
+        const QDate date = spy.value(0).value(0).toDate();
+        return spy.isEmpty() != cell.isValid() && (spy.isEmpty() || parts.centerOf(date) == highlighted)
+            ? date
+            : QDate(1, 1, 1);
+    };
+    const auto press = [](Qt::Key key) -> Step {
+        return [key](Window&) { QTest::keyClick(QApplication::focusWidget(), key); };
+    };
+    const Step tab = press(Qt::Key_Tab);
+    const Step back = [](Window& w) { w.parts.previous->click(); };
+    const Step wheel = [](Window& w) {
+        QWheelEvent turn({ 5, 5 }, {}, {}, { 0, -120 }, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(w.parts.grid->viewport(), &turn);
+    };
+    const Step locale = [](Window& w) { w.setLocale(QLocale(QLocale::German)); };
+    const Step year = [](Window& w) { w.parts.editYear("2016"); };
+    const Step drag = [](Window& w) {
+        QTest::mousePress(w.parts.grid->viewport(), Qt::LeftButton, {}, w.parts.centerOf({ 2017, 4, 12 }));
+        QTest::mouseRelease(w.parts.grid->viewport(), Qt::LeftButton, {}, { -50, -50 });
+    };
+    const auto limit = [](int month) -> Step {
+        return [month](Window& w) {
+            w.parts.calendar->setDateRange({ 2017, 3, 6 }, { 2017, 3, 24 });
+            w.view->setCurrentPage(2017, month);
+        };
+    };
+    const Step focus = [](Window& w) { w.parts.grid->setFocus(); };
+    const QDate end(2017, 1, 29); // there is none in February
+    QCOMPARE(chosen(ninthOfMarch, { tab }), QDate(2017, 4, 9));
+    QCOMPARE(chosen(ninthOfMarch, { tab, wheel }), QDate(2017, 5, 9));
+    QCOMPARE(chosen(ninthOfMarch, { tab, drag }), QDate(2017, 4, 12));
+    QCOMPARE(chosen(ninthOfMarch, { locale, tab }), QDate(2017, 4, 9));
+    QCOMPARE(chosen(ninthOfMarch, { locale, year, tab }), QDate(2016, 4, 9));
+    QCOMPARE(chosen(end, { back, focus }), QDate(2017, 1, 28));
+    QCOMPARE(chosen(end, { back, tab, press(Qt::Key_Right) }), end);
+    QCOMPARE(chosen(ninthOfMarch, { limit(5), tab }), QDate());
+    QCOMPARE(chosen(ninthOfMarch, { limit(1), tab }), QDate());
+    QCOMPARE(chosen(ninthOfMarch, { limit(1), tab, press(Qt::Key_Down) }), QDate(2017, 3, 6));
 }
 
 void CalendarTest::tabRing()
@@ -209,6 +276,30 @@ void CalendarTest::tabLeavesACalendarAmongOthers()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), stops.at(step));
     }
+}
+
+void CalendarTest::screenReadersFindWhatIsInside()
+{
+    Window window;
+    QStringList found;
+    const std::function<void(QAccessibleInterface*)> collect = [&](QAccessibleInterface* node) {
+        for (int index = 0; index < node->childCount(); ++index) {
+            QCOMPARE(node->indexOfChild(node->child(index)), index);
+            found += node->child(index)->text(QAccessible::Name);
+            collect(node->child(index));
+        }
+    };
+    QAccessibleInterface* view = QAccessible::queryAccessibleInterface(window.view);
+    collect(view);
+    for (const char* name : { "Zurück", "Vor", "März", "März 2017", "9", "Heute" }) {
+        QVERIFY2(found.contains(name), name);
+    }
+    const VantCalanderView fresh;
+    QVERIFY(fresh.findChild<QTableView*>("qt_calendar_calendarview")
+                ->accessibleName()
+                .startsWith(months.at(QDate::currentDate().month() - 1)));
+    const QPoint today = window.parts.today->mapToGlobal({ 5, 5 });
+    QCOMPARE(view->childAt(today.x(), today.y())->object(), window.parts.today);
 }
 
 void CalendarTest::weekdaysStandAboveTheirDays()
