@@ -4,7 +4,6 @@
 
 #include <vantkit-qt/vantkit.h>
 
-#include <QCalendarWidget>
 #include <QDate>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -52,12 +51,6 @@ QDate dateIn(const VantDateSelector* selector)
     return selector->itemData(0).toDate();
 }
 
-void choose(VantDateSelector* selector, const QDate& date)
-{
-    selector->getCalendarView()->findChild<QCalendarWidget*>()->setSelectedDate(date);
-    selector->dateSelect(date);
-}
-
 QGridLayout* addGrid(QVBoxLayout* section)
 {
     auto* grid = new QGridLayout;
@@ -93,7 +86,7 @@ void DatesPage::addSelectors()
     addRow(grid, live(selector(text("dates.empty"))));
 
     m_chosen = live(selector(text("dates.chosen")));
-    choose(m_chosen, shownDay);
+    m_chosen->dateSelect(shownDay);
     VantButton* clear = live(button(text("dates.clear"), 1));
     connect(clear, &QPushButton::clicked, m_chosen, [this] { m_chosen->clearDate(); });
     addRow(grid, m_chosen, clear);
@@ -107,7 +100,7 @@ void DatesPage::addSelectors()
             "gallery.caption"));
 
     VantDateSelector* disabled = selector(text("state.disabled"));
-    choose(disabled, shownDay);
+    disabled->dateSelect(shownDay);
     disabled->setEnabled(false);
     addRow(grid, disabled);
 }
@@ -159,9 +152,7 @@ void DatesPage::enterState(const QString& state)
     }
     m_chosen->setFocus(Qt::MouseFocusReason);
     m_chosen->showPopup();
-    if (state == QLatin1String("day")) {
-        part<QWidget>("qt_calendar_calendarview")->setFocus(Qt::TabFocusReason);
-    } else if (state == QLatin1String("month")) {
+    if (state == QLatin1String("month")) {
         openMenu(part<QToolButton>("qt_calendar_monthbutton"));
     } else if (state == QLatin1String("year")) {
         part<QToolButton>("qt_calendar_yearbutton")->click();
@@ -170,8 +161,7 @@ void DatesPage::enterState(const QString& state)
 
 QWidget* DatesPage::opener(const QString& state) const
 {
-    const QStringList openStates { QStringLiteral("popup"), QStringLiteral("day"), QStringLiteral("month"),
-        QStringLiteral("year") };
+    const QStringList openStates { QStringLiteral("popup"), QStringLiteral("month"), QStringLiteral("year") };
     return openStates.contains(state) ? m_chosen : nullptr;
 }
 

@@ -33,7 +33,7 @@ const QList<PageInfo>& pages()
         { "paging", createPagingPage, { "disabled", "focus", "last", "huge", "plain" } },
         { "tree", createTreePage, { "disabled", "hover", "rename", "menu", "deep" } },
         { "calendar", createCalendarPage, { "disabled", "focus", "bar", "frame", "month", "year" } },
-        { "dates", createDatesPage, { "disabled", "focus", "popup", "day", "month", "year" } },
+        { "dates", createDatesPage, { "disabled", "focus", "popup", "month", "year" } },
         { "filter", createFilterPage, { "disabled", "focus", "keyword", "kind", "nothing", "menu" } },
         { "files", createFilesPage,
             { "selected", "filtered", "nothing", "kinds", "failure", "deep", "help", "disabled" } },

@@ -6,12 +6,17 @@
 #include "widgets/mouse-filters.h"
 
 #include <QDate>
+#include <QLayout>
+#include <QScreen>
+#include <QTableView>
 
 #include <utility>
 
 using vantkit::internal::designPixels;
 
 namespace {
+
+const QLatin1String dateFormat("yyyy-MM-dd");
 
 // A combo box takes a release on its view for the choice of the current item.
 void swallowReleases(QWidget* widget)
@@ -35,7 +40,10 @@ VantDateSelector::VantDateSelector(QString textForNoDate, QWidget* parent)
     connect(calendarView, SIGNAL(sigDateSelect(QDate)), this, SLOT(dateSelect(QDate)));
     view()->setFixedWidth(designPixels(280));
     view()->setFixedHeight(designPixels(260));
+    view()->parentWidget()->layout()->setSizeConstraint(
+        QLayout::SetMinAndMaxSize); // no popup wider than the view
     setFixedHeight(designPixels(32));
+    setMinimumContentsLength(dateFormat.size()); // or a short text for no date would leave no room for one
     setStyleSheet(getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
 }
 
@@ -53,6 +61,19 @@ VantCalanderView* VantDateSelector::getCalendarView()
     return calendarView;
 }
 
+void VantDateSelector::showPopup()
+{
+    const QDate date = itemData(0).toDate();
+    if (date.isValid()) {
+        turnCalendarTo(date);
+    }
+    QComboBox::showPopup();
+    if (isRightToLeft()) {
+        alignPopupRight();
+    }
+    calendarView->dayGrid()->setFocus(Qt::PopupFocusReason);
+}
+
 void VantDateSelector::dateSelect(const QDate& date)
 {
     clear();
@@ -60,11 +81,26 @@ void VantDateSelector::dateSelect(const QDate& date)
         insertNoDate();
         return;
     }
-    insertItem(0, date.toString(QStringLiteral("yyyy-MM-dd")), date);
+    insertItem(0, date.toString(dateFormat), date);
     setCurrentIndex(0);
-    calendarView->setCurrentPage(date.year(), date.month());
+    turnCalendarTo(date);
     update();
     hidePopup();
+}
+
+// Qt puts it under the left end of the field, whatever the direction.
+void VantDateSelector::alignPopupRight()
+{
+    QWidget* popup = view()->window();
+    const int left = mapToGlobal(rect().topRight()).x() + 1 - popup->width();
+    popup->move(qMax(left, popup->screen()->availableGeometry().left()), popup->y());
+}
+
+// The page comes last: of a date outside the limits, it is all that can be shown.
+void VantDateSelector::turnCalendarTo(const QDate& date)
+{
+    calendarView->select(date);
+    calendarView->setCurrentPage(date.year(), date.month());
 }
 
 void VantDateSelector::insertNoDate()

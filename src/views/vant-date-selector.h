@@ -29,14 +29,20 @@ public:
     /** The calendar in the popup, for its limits and its signal. The selector owns it. */
     VantCalanderView* getCalendarView();
 
+    /** Opens the calendar with the focus on its days. If a date is chosen, it is the highlighted one. */
+    void showPopup() override;
+
 public Q_SLOTS:
     /**
-     * Chooses @p date, turns the calendar to its month and closes the popup. Limits of the calendar are not
-     * looked at. An invalid date means no date; it leaves the calendar and an open popup alone.
+     * Chooses @p date, selects it in the calendar, turns the calendar to its month and closes the popup.
+     * Limits of the calendar are not looked at. An invalid date means no date; it leaves the calendar and an
+     * open popup alone.
      */
     void dateSelect(const QDate& date);
 
 private:
+    void alignPopupRight();
+    void turnCalendarTo(const QDate& date);
     void insertNoDate();
 
     VantCalanderView* calendarView;

@@ -15,19 +15,18 @@ namespace {
 
 const QStringList pictures = { "buttons", "buttons-disabled", "buttons-focus", "buttons-help", "calendar",
     "calendar-bar", "calendar-disabled", "calendar-focus", "calendar-frame", "calendar-month",
-    "calendar-year", "dates", "dates-day", "dates-disabled", "dates-focus", "dates-month", "dates-popup",
-    "dates-year", "fields", "fields-disabled", "fields-error", "fields-focus", "files", "files-deep",
-    "files-disabled", "files-failure", "files-filtered", "files-help", "files-kinds", "files-nothing",
-    "files-selected", "filter", "filter-disabled", "filter-focus", "filter-keyword", "filter-kind",
-    "filter-menu", "filter-nothing", "footbar", "footbar-disabled", "footbar-filled", "inputs",
-    "inputs-combo", "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled",
-    "labels-focus", "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge",
-    "paging-last", "paging-plain", "path", "path-disabled", "path-focus", "path-hidden", "path-hover",
-    "sheets", "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information", "sheets-input",
-    "sheets-long", "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading",
-    "sheets-warning", "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many",
-    "table-narrow", "table-selected", "tree", "tree-deep", "tree-disabled", "tree-hover", "tree-menu",
-    "tree-rename" };
+    "calendar-year", "dates", "dates-disabled", "dates-focus", "dates-month", "dates-popup", "dates-year",
+    "fields", "fields-disabled", "fields-error", "fields-focus", "files", "files-deep", "files-disabled",
+    "files-failure", "files-filtered", "files-help", "files-kinds", "files-nothing", "files-selected",
+    "filter", "filter-disabled", "filter-focus", "filter-keyword", "filter-kind", "filter-menu",
+    "filter-nothing", "footbar", "footbar-disabled", "footbar-filled", "inputs", "inputs-combo",
+    "inputs-disabled", "inputs-focus", "inputs-menu", "labels", "labels-disabled", "labels-focus",
+    "labels-narrow", "paging", "paging-disabled", "paging-focus", "paging-huge", "paging-last",
+    "paging-plain", "path", "path-disabled", "path-focus", "path-hidden", "path-hover", "sheets",
+    "sheets-box", "sheets-countdown", "sheets-disabled", "sheets-information", "sheets-input", "sheets-long",
+    "sheets-movie", "sheets-processing", "sheets-question", "sheets-upgrading", "sheets-warning",
+    "sheets-warningquestion", "table", "table-disabled", "table-empty", "table-many", "table-narrow",
+    "table-selected", "tree", "tree-deep", "tree-disabled", "tree-hover", "tree-menu", "tree-rename" };
 
 struct Outcome
 {
