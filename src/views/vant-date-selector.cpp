@@ -68,6 +68,7 @@ void VantDateSelector::showPopup()
         turnCalendarTo(date);
     }
     QComboBox::showPopup();
+    paintPopupOnce();
     if (isRightToLeft()) {
         alignPopupRight();
     }
@@ -86,6 +87,14 @@ void VantDateSelector::dateSelect(const QDate& date)
     turnCalendarTo(date);
     update();
     hidePopup();
+}
+
+// Qt marks each widget of a popup by itself for painting, and would paint most of them with their parents and
+// then once more. What has changed its place in the stack is painted as a whole.
+void VantDateSelector::paintPopupOnce()
+{
+    calendarView->lower();
+    calendarView->raise();
 }
 
 // Qt puts it under the left end of the field, whatever the direction.

@@ -41,6 +41,7 @@ public Q_SLOTS:
     void dateSelect(const QDate& date);
 
 private:
+    void paintPopupOnce();
     void alignPopupRight();
     void turnCalendarTo(const QDate& date);
     void insertNoDate();
