@@ -121,10 +121,6 @@ void CalendarTest::keepsItsNames()
     view->setCurrentPage(2017, 5);
     parts.editYear("2018");
     QVERIFY(shows(2018, 2));
-    view->setCurrentPage(2010, 1);
-    view->setMinimumDate({ 2018, 1, 5 });
-    QVERIFY(shows(2010, 1));
-
     for (const int month : { 13, 0, INT_MAX, INT_MIN }) {
         view->setCurrentPage(2018, month);
         window.grab();
@@ -229,10 +225,6 @@ void CalendarTest::tabRing()
     const QList<QWidget*> ring { window.view, parts.previous, parts.next, parts.month, parts.year, parts.grid,
         parts.today };
     window.view->setFocus();
-    for (int step = 1; step <= ring.size(); ++step) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), ring.at(step % ring.size()));
-    }
     for (int step = ring.size() - 1; step >= 0; --step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
         QCOMPARE(QApplication::focusWidget(), ring.at(step));
