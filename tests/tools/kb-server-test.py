@@ -52,17 +52,23 @@ class KbServerTest(unittest.TestCase):
 
     def test_pages_have_a_base_that_leads_to_their_images(self):
         (self.pages / "a+b c.html").write_text('<html><HEAD lang="en"><title>é</title></HEAD></html>', "utf-8")
-        (self.pages / "headless.html").write_text("<header>text</header>")
+        (self.pages / "headless.html").write_text("<!DOCTYPE html><HTML><header>text</header>")
+        (self.pages / "fragment.html").write_text("text <p>")
+        (self.pages / "plain.txt").write_text("a <b")
         (self.pages / "a.png").write_text("image")
         (self.folder / "pages/b.png").write_text("image of all languages")
         base = f'<base href="{HOST}/help/enu/">'
         with self.server():
             self.assertEqual(self.get(ASK + "lang=enu&link=a+b%20c.html"),
                              f'<html><HEAD lang="en">{base}<title>é</title></HEAD></html>')
-            self.assertEqual(self.get(ASK + "lang=enu&link=headless.html"), base + "<header>text</header>")
+            self.assertEqual(self.get(ASK + "lang=enu&link=headless.html"),
+                             f"<!DOCTYPE html><HTML><head>{base}</head><header>text</header>")
+            self.assertEqual(self.get(ASK + "lang=enu&link=fragment.html"),
+                             f"<html><head>{base}</head>text <p>")
+            self.assertEqual(self.get(ASK + "lang=enu&link=plain.txt"), "a <b")
             self.assertEqual(self.get("/help/enu/a.png"), "image")
             self.assertEqual(self.get("/help/enu/../b.png"), "image of all languages")
-        self.assertEqual(re.findall(r'"GET /(\w+)/.*" (\d+)', self.log), [("cgi", "200")] * 2 + [("help", "200")] * 2)
+        self.assertEqual(re.findall(r'"GET /(\w+)/.*" (\d+)', self.log), [("cgi", "200")] * 4 + [("help", "200")] * 2)
 
     def test_nothing_else_is_there(self):
         secret = self.folder / "secret"

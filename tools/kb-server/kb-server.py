@@ -17,6 +17,8 @@ from loopback import LOOPBACK, HttpsServer, Tunnel, context_for, start
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HEAD = re.compile(rb"<head(\s[^>]*)?>", re.IGNORECASE)
+HTML = re.compile(rb"<html(\s[^>]*)?>", re.IGNORECASE)
+TAG = re.compile(rb"<[a-z!][^<>]*>", re.IGNORECASE)
 
 
 def configured_address() -> str:
@@ -28,10 +30,13 @@ def configured_address() -> str:
 
 
 def with_base(page: bytes, base: str) -> bytes:
-    """The page with its place on the web in front of all that refers to an image."""
-    head = HEAD.search(page)
-    position = head.end() if head else 0
-    return page[:position] + f'<base href="{base}">'.encode() + page[position:]
+    """The page with its place on the web in front of all that refers to an image; a plain text as it is."""
+    tag = f'<base href="{base}">'.encode()
+    if head := HEAD.search(page):
+        return page[:head.end()] + tag + page[head.end():]
+    if html := HTML.search(page):
+        return page[:html.end()] + b"<head>" + tag + b"</head>" + page[html.end():]
+    return b"<html><head>" + tag + b"</head>" + page if TAG.search(page) else page
 
 
 def texts_in(query: str) -> dict:
