@@ -15,6 +15,8 @@ BrowserWindow::BrowserWindow(QWidget* parent)
     , textBrowser(new HtmlTextBrowser(this))
 {
     textBrowser->setOpenExternalLinks(true);
+    textBrowser->setOpenLinks(false); // each click is decided in one place
+    connect(textBrowser, SIGNAL(anchorClicked(QUrl)), textBrowser, SLOT(followLink(QUrl)));
     init();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(textBrowser);

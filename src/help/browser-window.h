@@ -19,8 +19,8 @@ class QTimer;
  * for each request that failed, and says nothing. A redirect is not followed; its own body is what shows.
  * What the window shows stays until an answer or the fall-back replaces it.
  *
- * A click on a link with a full address goes to the system's browser; one without is looked for as
- * QTextBrowser does, in the page and in its search paths. Title and size are the application's to set.
+ * HtmlTextBrowser::followLink() decides on each click: web and mail addresses go to the system, pages on
+ * disk show in the window, and all else does nothing. Title and size are the application's to set.
  */
 class VANTKIT_EXPORT BrowserWindow : public QDialog
 {

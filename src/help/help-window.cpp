@@ -1,12 +1,13 @@
 #include "help/help-window.h"
 
 #include "help/html-text-browser.h"
+#include "help/page-files_p.h"
 
-#include <QFile>
 #include <QMap>
 #include <QStringList>
-#include <QTextStream>
 #include <QUrlQuery>
+
+#include <optional>
 
 namespace {
 
@@ -62,12 +63,9 @@ void HelpWindow::fallbackOffline()
 {
     offlinePath = context.helpPath + QLatin1Char('/') + context.lang;
     textBrowser->setSearchPaths({ offlinePath });
-    QFile file(offlinePath + QLatin1Char('/') + context.link);
-    if (file.open(QIODevice::ReadOnly)) {
-        QTextStream stream(&file);
-        stream.setCodec("UTF-8");
-        const QString text = stream.readAll();
-        textBrowser->setText(text.left(text.indexOf(QChar::Null))); // all of it, if there is none
+    const std::optional<QString> page =
+        vantkit::internal::readPage(offlinePath + QLatin1Char('/') + context.link);
+    if (page) {
+        textBrowser->setText(*page);
     }
-    file.close();
 }

@@ -1,12 +1,12 @@
 #include "help/html-text-browser.h"
 
 #include "help/image-downloader.h"
+#include "help/page-files_p.h"
+#include "help/page-images_p.h"
 
+#include <QDesktopServices>
 #include <QDir>
-#include <QFile>
-#include <QPixmap>
 #include <QPointer>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -15,17 +15,12 @@
 #include <optional>
 #include <utility>
 
+using namespace vantkit::internal;
+
 namespace {
 
-const QLatin1String imageFolderName("corvanta_help/image");
 const QLatin1String imageTag("<img");
-const QLatin1String parentForm("../image/"); // how a page names an image, besides its bare name
 const int longestBase = 2048; // no server takes more, and the page would have it repeated for each image
-
-QString imageFolder()
-{
-    return QDir::tempPath() + QLatin1Char('/') + imageFolderName;
-}
 
 struct Span
 {
@@ -53,47 +48,40 @@ QString textIn(const QString& text, Span span)
     return text.mid(span.begin, span.end - span.begin);
 }
 
-QString fileNameOf(const QString& source)
+bool leavesProgram(const QUrl& address)
 {
-    return source.mid(source.lastIndexOf(QLatin1Char('/')) + 1);
-}
-
-// Windows has folders and drives in more than the slash, and its devices lie in every folder. The rule holds
-// on all systems.
-bool leadsElsewhere(const QString& fileName)
-{
-    static const QRegularExpression elsewhere(
-        QStringLiteral(
-            R"([\\:\x00-\x1f]|^(con|prn|aux|nul|conin\$|conout\$|(com|lpt)[0-9\xb9\xb2\xb3]) *(\.|$))"),
-        QRegularExpression::CaseInsensitiveOption);
-    return elsewhere.match(fileName).hasMatch();
-}
-
-// The way out of the folder and back is how pages name their images. Without a usable name it leads to the
-// folder itself, which cannot be written to.
-QString savePathOf(const QString& fileName)
-{
-    return imageFolder() + QStringLiteral("/../image/") + (leadsElsewhere(fileName) ? QString() : fileName);
+    static const QStringList schemes = { QStringLiteral("http"), QStringLiteral("https"),
+        QStringLiteral("mailto") };
+    return schemes.contains(address.scheme());
 }
 
 } // namespace
 
 HtmlTextBrowser::HtmlTextBrowser(QWidget* parent)
     : QTextBrowser(parent)
+    , images(new PageImages(this))
 { }
 
 HtmlTextBrowser::~HtmlTextBrowser() = default;
 
 void HtmlTextBrowser::setText(const QString& text)
 {
+    pageBase.clear();
+    fileNames.clear();
+    arrived.clear();
+    std::optional<Span> base;
     if (Qt::mightBeRichText(text)) {
-        const std::optional<Span> base = findValue(text, QLatin1String("<base href=\""), 0);
-        if (base && base->end - base->begin <= longestBase) {
-            baseUrl = textIn(text, *base);
-            QDir(QDir::tempPath()).mkpath(imageFolderName);
-            setSearchPaths(QStringList(imageFolder()) + searchPaths());
-            startDownloads(text, base->end);
-        }
+        base = findValue(text, QLatin1String("<base href=\""), 0);
+    }
+    if (base && base->end - base->begin <= longestBase) {
+        baseUrl = textIn(text, *base);
+        pageBase = baseUrl;
+        QDir().mkpath(imageFolder());
+        setSearchPaths(QStringList(imageFolder()) + searchPaths());
+        images->startPage(PageOrigin::TextWithBase);
+        startDownloads(text, base->end);
+    } else {
+        images->startPage(PageOrigin::Text);
     }
     QTextEdit::setText(text);
 }
@@ -121,24 +109,31 @@ void HtmlTextBrowser::startDownloads(const QString& text, int position)
 void HtmlTextBrowser::startDownload(const QString& source)
 {
     const QString url = baseUrl + source;
-    const QString fileName = fileNameOf(source);
-    auto* downloader = new ImageDownloader(savePathOf(fileName), url);
+    auto* downloader = new ImageDownloader(savePathOf(source), url);
     connect(
         downloader, SIGNAL(sigDownloadFinish(QString,int)), this, SLOT(slotDownloadFinished(QString,int)));
-    connect(downloader, SIGNAL(sigDownloadFinish(QString,int)), downloader, SLOT(deleteLater()));
     connect(this, SIGNAL(destroyed()), downloader, SLOT(deleteLater()));
     downloaders[url] = downloader;
-    fileNames[url] = fileName;
+    fileNames[url] = fileNameOf(source);
     downloader->start();
 }
 
+// It may be told by an earlier downloader of the same URL, whose entry is that of the later one.
 void HtmlTextBrowser::slotDownloadFinished(QString url, int res)
 {
-    downloaders.remove(url);
-    if (res == 0) {
+    auto* ended = qobject_cast<ImageDownloader*>(sender());
+    if (!ended || ended == downloaders.value(url)) {
+        ended = downloaders.take(url);
+    }
+    if (ended) {
+        ended->deleteLater();
+    }
+    if (res == 0 && fileNames.contains(url)) {
         showSoon(fileNames.value(url));
     }
-    reloadWhereItStands();
+    if (source().isEmpty()) { // or else it would not be the page of setText() that is loaded again
+        reloadWhereItStands();
+    }
 }
 
 // Reloading goes to the top of the page, and the user may be reading on.
@@ -155,8 +150,7 @@ void HtmlTextBrowser::reloadWhereItStands()
     verticalScrollBar()->setValue(down);
 }
 
-// Text without a source has nothing to reload, and keeps what it has once seen of a file. Images that arrive
-// together are shown together: each time the text is laid out anew.
+// Images that arrive together are shown together: each time the text is laid out anew.
 void HtmlTextBrowser::showSoon(const QString& fileName)
 {
     if (arrived.isEmpty()) {
@@ -168,20 +162,13 @@ void HtmlTextBrowser::showSoon(const QString& fileName)
 void HtmlTextBrowser::slotShowArrivedImages()
 {
     const QSet<QString> files = std::exchange(arrived, {});
-    QHash<QString, bool> shown;
     std::optional<Span> changed;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            const QTextCharFormat format = fragment.charFormat();
-            const QString image = format.toImageFormat().name();
-            if (!format.isImageFormat() || !files.contains(fileNameOf(image))) {
-                continue;
-            }
-            if (!shown.contains(image)) {
-                shown[image] = showFromDisk(image);
-            }
-            if (shown.value(image)) {
+            const QTextImageFormat format = fragment.charFormat().toImageFormat();
+            if (format.isValid() && files.contains(fileNameOf(format.name()))) {
+                images->forget(format.name());
                 changed = Span { changed ? changed->begin : fragment.position(),
                     fragment.position() + fragment.length() };
             }
@@ -192,17 +179,38 @@ void HtmlTextBrowser::slotShowArrivedImages()
     }
 }
 
-// The document would take the name for a URL, and not find a file with a percent sign or a question mark in
-// its name.
-bool HtmlTextBrowser::showFromDisk(const QString& image)
+QVariant HtmlTextBrowser::loadResource(int type, const QUrl& name)
 {
-    const QString fileName = fileNameOf(image);
-    QFile file(imageFolder() + QLatin1Char('/') + fileName);
-    QPixmap pixmap;
-    if ((image != fileName && image != parentForm + fileName) || !file.open(QIODevice::ReadOnly)
-        || !pixmap.loadFromData(file.readAll())) {
-        return false;
+    if (type == QTextDocument::HtmlResource || type == QTextDocument::MarkdownResource) {
+        images->startPage(PageOrigin::Source);
     }
-    document()->addResource(QTextDocument::ImageResource, QUrl(image), pixmap);
-    return true;
+    const bool isOfText = images->origin() != PageOrigin::Source && name.scheme() != QLatin1String("qrc");
+    return isOfText ? images->resource(type, name) : QTextBrowser::loadResource(type, name);
+}
+
+void HtmlTextBrowser::followLink(const QUrl& link)
+{
+    const QString part = link.fragment(QUrl::FullyDecoded);
+    if (link.adjusted(QUrl::RemoveFragment).isEmpty()) {
+        scrollToPart(part);
+        return;
+    }
+    const QString file = pageFileIn(searchPaths(), link);
+    const std::optional<QString> page = file.isEmpty() ? std::nullopt : readPage(file);
+    const QUrl address = QUrl(pageBase).resolved(link);
+    if (page) {
+        setText(*page);
+        scrollToPart(part);
+    } else if (leavesProgram(address)) {
+        QDesktopServices::openUrl(address);
+    }
+}
+
+void HtmlTextBrowser::scrollToPart(const QString& part)
+{
+    if (part.isEmpty()) {
+        verticalScrollBar()->setValue(0);
+    } else {
+        scrollToAnchor(part);
+    }
 }

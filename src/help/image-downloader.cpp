@@ -9,13 +9,21 @@
 
 namespace {
 
+// Always a new file: what stands there may be another user's link to elsewhere, or a pipe that nobody reads.
 void writeFile(const QString& path, const QByteArray& content)
 {
+    QFile::remove(path);
     QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
+    if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
         file.write(content);
         file.close();
     }
+}
+
+// Windows would tell that machine who the user is.
+bool isOnAnotherMachine(const QUrl& address)
+{
+    return address.toLocalFile().startsWith(QLatin1String("//"));
 }
 
 } // namespace
@@ -41,7 +49,8 @@ void ImageDownloader::start()
     }
     networkManager = new QNetworkAccessManager; // goes in the destructor
     vantkit::internal::receiveReplies(networkManager, this, SLOT(slotFinishDownload(QNetworkReply*)));
-    networkManager->get(QNetworkRequest(QUrl(url, QUrl::TolerantMode)));
+    const QUrl address(url, QUrl::TolerantMode);
+    networkManager->get(QNetworkRequest(isOnAnotherMachine(address) ? QUrl() : address));
 }
 
 bool ImageDownloader::isFinished()

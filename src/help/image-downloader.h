@@ -18,11 +18,17 @@ class VANTKIT_EXPORT ImageDownloader : public QObject
     Q_OBJECT
 
 public:
-    /** Will fetch @p address into the file @p path, whose folder has to exist. Starts nothing yet. */
+    /**
+     * Will fetch @p address into the file @p path, whose folder has to exist. What is there then, a link or
+     * a pipe too, makes way for a new file. Starts nothing yet.
+     */
     ImageDownloader(const QString& path, const QString& address, QObject* parent = nullptr);
     ~ImageDownloader() override;
 
-    /** Starts the download, once and for all. A URL that leads nowhere ends as a failed download. */
+    /**
+     * Starts the download, once and for all. A URL that leads nowhere ends as a failed download, and so does
+     * a file on another machine.
+     */
     void start();
 
     /** Whether the answer has come and has been dealt with, well or not. */

@@ -16,8 +16,7 @@ public:
     KnowledgeBase();
     ~KnowledgeBase();
 
-    /** Leads requests to the server that shows the certificate "good", "unknown", "wrong-host" or "expired".
-     */
+    /** Leads requests to the server that shows the certificate "good" or "unknown". */
     void useCertificate(const QString& name) const;
 
     /** No proxy any more. */

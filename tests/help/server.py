@@ -4,7 +4,6 @@ Writes one line of JSON with the ports of its proxies, one for each kind of cert
 one of them come from; ends with its standard input.
 """
 
-import datetime
 import http.server
 import json
 import pathlib
@@ -83,9 +82,6 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def answer_not_found(self):
         self.reply(b"not found", 404)
 
-    def answer_error(self):
-        self.reply(b"error", 500)
-
     def answer_redirect(self):
         self.reply(b"elsewhere", 302, {"Location": f"https://{HOST}/elsewhere"})
 
@@ -95,15 +91,6 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def answer_cut(self):
         self.reply(b"cut short", length=100)
         self.close_connection = True
-
-    def answer_drip(self):
-        body = ("<html>" + "drip " * 50).encode()
-        self.send_response(200)
-        self.send_header("Content-Length", str(len(body)))
-        self.end_headers()
-        for position in range(0, len(body), 10):
-            self.wfile.write(body[position:position + 10])
-            time.sleep(0.01)
 
     def answer_silence(self):
         self.rfile.read()  # until the client has gone
@@ -120,14 +107,6 @@ class Handler(http.server.BaseHTTPRequestHandler):
         take(self.turn)
         self.reply(b"")
 
-    def answer_backwards(self):
-        """One of five images of a page, each of which waits for the answer to the next."""
-        number = int(self.turn)
-        if number < 4:
-            wait_for(f"backwards {number + 1}")
-        self.reply(RED)
-        take(f"backwards {number}")
-
     def answer_fails_first(self):
         """The first time not found, the second time an image once the turn `fails-first` has been taken."""
         with turns:
@@ -142,15 +121,9 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
 def main():
     authority = trustme.CA()
-    certificates = {
-        "good": (authority, HOST, {}),
-        "unknown": (trustme.CA(), HOST, {}),
-        "wrong-host": (authority, "other." + HOST, {}),
-        "expired": (authority, HOST, {"not_after": datetime.datetime(2001, 1, 1)}),
-    }
     proxies = {}
-    for name, (issuer, host, options) in certificates.items():
-        server = HttpsServer(Handler, context_for(issuer, host, **options))
+    for name, issuer in {"good": authority, "unknown": trustme.CA()}.items():
+        server = HttpsServer(Handler, context_for(issuer, HOST))
         proxies[name] = start(Tunnel(HOST, start(server)))
     print(json.dumps({"authority": authority.cert_pem.bytes().decode(), "proxies": proxies}), flush=True)
     sys.stdin.read()
