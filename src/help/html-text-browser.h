@@ -33,7 +33,7 @@ class PageImages;
  * Images belong to the page that is shown, and go with it. They are files in searchPaths(), under a relative
  * name, the fetched ones only for a page with a base; resources of the program and of the document; or
  * `data:` URLs. Their sizes are design pixels, also those told by the page. One of more than 25 million
- * pixels counts as missing.
+ * pixels counts as missing, and so does an icon file (.ico), which does not tell its size.
  *
  * A page can write nothing outside of the folder: an image with a back slash, a colon or a control character
  * in its name, or with the name of a device of Windows, is fetched and not saved. A base of more than 2048

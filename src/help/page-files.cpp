@@ -105,9 +105,14 @@ std::optional<QString> readPage(const QString& path)
     return text.left(text.indexOf(QChar::Null)); // all of it, if there is none
 }
 
+// The size in an icon file is that of its frame, and not that of the image in it.
 QPixmap readImage(QIODevice* content)
 {
+    static const QList<QByteArray> iconFormats = { "ico", "cur", "icns" };
     QImageReader reader(content);
+    if (iconFormats.contains(reader.format())) {
+        return {};
+    }
     const QSize size = reader.size();
     const bool isOfPage = !size.isEmpty() && qint64(size.width()) * size.height() <= mostPixels;
     return isOfPage ? QPixmap::fromImageReader(&reader) : QPixmap();

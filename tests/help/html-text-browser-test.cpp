@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <cstdlib>
 #include <memory>
@@ -285,6 +286,7 @@ void HtmlTextBrowserTest::imageIsNotTooLarge_data()
         QTest::addRow("small: %s", body) << QSize(60, 40) << body;
         QTest::addRow("large: %s", body) << QSize(10000, 4000) << body;
     }
+    QTest::newRow("large, in an icon") << QSize(10000, 4000) << "<img src='large.ico' width=60 height=40>";
 }
 
 // One bit for each of its pixels, in a small file.
@@ -298,9 +300,19 @@ void HtmlTextBrowserTest::imageIsNotTooLarge()
     QVERIFY(content.save(path("large.png")));
     QFile file(path("large.png"));
     QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray png = file.readAll();
+    QByteArray icon = QByteArray::fromHex("000001000100"
+                                          "2020000001002000"
+                                          "00000000"
+                                          "16000000")
+        + png;
+    qToLittleEndian<quint32>(quint32(png.size()), icon.data() + 14);
+    QFile iconFile(path("large.ico"));
+    QVERIFY(iconFile.open(QIODevice::WriteOnly) && iconFile.write(icon) == icon.size());
+    iconFile.close();
     Browser browser;
     browser.setSearchPaths({ folder->path() });
-    browser.setText("<html>" + body.replace("%1", file.readAll().toBase64()));
+    browser.setText("<html>" + body.replace("%1", png.toBase64()));
     QCOMPARE(browser.area(Qt::red).isEmpty(), size != QSize(60, 40));
 }
 
