@@ -29,8 +29,8 @@ struct MsgBoxCustomBtnText
  * showSheetWithBlock() leave it where it is: what has it below the mask still gets its keys. Focus a button
  * of the sheet, or disable what lies below, if it must not.
  *
- * Without createMask the sheet is a child like any other, in the upper left corner of its parent: nothing is
- * dimmed, and the mouse reaches everything beside it.
+ * Without createMask the sheet is a child like any other, in the upper left corner of its parent, and may be
+ * higher than its texts need: nothing is dimmed, and the mouse reaches everything beside it.
  *
  * | type | image | buttons |
  * |---|---|---|
