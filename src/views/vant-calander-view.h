@@ -36,12 +36,10 @@ public:
     /** Shows @p month (1 to 12) of @p year. Selects nothing. See QCalendarWidget::setCurrentPage. */
     void setCurrentPage(int year, int month);
 
-    /** The first day that can be chosen; an invalid @p date is ignored. See QCalendarWidget::setMinimumDate.
-     */
+    /** The first day that can be chosen; an invalid @p date is ignored. See QCalendarWidget. */
     void setMinimumDate(const QDate& date);
 
-    /** The last day that can be chosen; an invalid @p date is ignored. See QCalendarWidget::setMaximumDate.
-     */
+    /** The last day that can be chosen; an invalid @p date is ignored. See QCalendarWidget. */
     void setMaximumDate(const QDate& date);
 
     QRect visualRect(const QModelIndex& index) const override; ///< a null rectangle
@@ -54,13 +52,14 @@ public:
     void handleWeekdayHeader(); ///< @copydoc handleNavigationBar
     void handleTabOrder(); ///< @copydoc handleNavigationBar
 
-    /** Moves the focus along the calendar's own order on Tab and Backtab; on the days, keeps to one what is
-     * highlighted, where arrows start and what Return chooses. */
+    /**
+     * Moves the focus along the calendar's own order on Tab and Backtab. On the days, keeps to one what is
+     * highlighted, where arrows start and what Return chooses.
+     */
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 public Q_SLOTS:
-    /** Selects the day of today, and emits sigDateSelect() even if it was selected or is outside the limits.
-     */
+    /** Selects today, and emits sigDateSelect() even if it was selected or is outside the limits. */
     void selectToday();
 
 Q_SIGNALS:
