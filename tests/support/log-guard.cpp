@@ -47,8 +47,7 @@ void LogGuard::stop()
 void LogGuard::finish()
 {
     stop();
-    const QStringList found = complaints();
-    for (const QString& complaint : found) {
+    for (const QString& complaint : complaints()) {
         QTest::qFail(qUtf8Printable(complaint), __FILE__, __LINE__);
     }
 }

@@ -4,36 +4,28 @@
 #include <vantkit-qt/utils/ui-path-manager.h>
 
 #include <QDir>
-#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 ThemeFolder::ThemeFolder()
 {
-    if (!QDir(folder.path()).mkpath(QStringLiteral("resources/images"))) {
-        qFatal("No folder for a theme: %s", qUtf8Printable(folder.errorString()));
-    }
-}
-
-QString ThemeFolder::resourceFolder() const
-{
-    return folder.filePath(QStringLiteral("resources"));
+    QDir(folder.path()).mkpath("resources/images");
 }
 
 QString ThemeFolder::path(const QString& name) const
 {
-    return resourceFolder() + QLatin1Char('/') + name;
+    return folder.filePath("resources/" + name);
 }
 
 QString ThemeFolder::userFolder() const
 {
-    return folder.filePath(QStringLiteral("user/data"));
+    return folder.filePath("user/data");
 }
 
-QSize ThemeFolder::temporaryImageSize(const QString& name) const
+QImage ThemeFolder::temporaryImage(const QString& name) const
 {
-    return QImage(userFolder() + QStringLiteral("/tmp_images/tmp_%1.png").arg(name)).size();
+    return QImage(userFolder() + "/tmp_images/tmp_" + name + ".png");
 }
 
 QString ThemeFolder::write(const QString& name, const QByteArray& bytes) const
@@ -49,30 +41,28 @@ void ThemeFolder::writeImage(const QString& name, const QSize& size, const QColo
 {
     QImage image(size, QImage::Format_ARGB32);
     image.fill(color);
-    if (!image.save(path(QStringLiteral("images/%1.png").arg(name)))) {
+    if (!image.save(path("images/" + name + ".png"))) {
         qFatal("Cannot write the image %s", qUtf8Printable(name));
     }
 }
 
 void ThemeFolder::writeList(const QStringList& images, const QStringList& temporaryImages) const
 {
-    const QJsonObject list {
-        { QStringLiteral("images"), QJsonArray::fromStringList(images) },
-        { QStringLiteral("tmp_images"), QJsonArray::fromStringList(temporaryImages) },
-    };
-    write(QStringLiteral("images.json"), QJsonDocument(list).toJson());
+    const QJsonObject list { { "images", QJsonArray::fromStringList(images) },
+        { "tmp_images", QJsonArray::fromStringList(temporaryImages) } };
+    write("images.json", QJsonDocument(list).toJson());
 }
 
 void ThemeFolder::initializeImages(ImageManager::InitializeType type) const
 {
-    setPaths(resourceFolder(), userFolder());
+    setPaths(folder.filePath("resources"), userFolder());
     ImageManager::getInstance().initialize(type);
 }
 
 void ThemeFolder::setPaths(const QString& resources, const QString& user)
 {
     debug_message.setEnabled(QtWarningMsg, false);
-    UIPathManager::getInstance().setPath(QStringLiteral("resource_path"), resources);
-    UIPathManager::getInstance().setPath(QStringLiteral("user_data_path"), user);
+    UIPathManager::getInstance().setPath("resource_path", resources);
+    UIPathManager::getInstance().setPath("user_data_path", user);
     debug_message.setEnabled(QtWarningMsg, true);
 }

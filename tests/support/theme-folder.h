@@ -3,7 +3,7 @@
 #include <vantkit-qt/image-manager/image-manager.h>
 
 #include <QColor>
-#include <QSize>
+#include <QImage>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -13,14 +13,13 @@ class ThemeFolder
 public:
     ThemeFolder();
 
-    QString resourceFolder() const;
     QString userFolder() const;
 
     /** The path of @p name in the resource folder. */
     QString path(const QString& name) const;
 
-    /** The pixels of the temporary image of @p name; empty if there is none. */
-    QSize temporaryImageSize(const QString& name) const;
+    /** What was written for style sheets of the image @p name; null if there is nothing. */
+    QImage temporaryImage(const QString& name) const;
 
     QString write(const QString& name, const QByteArray& bytes) const;
     void writeImage(const QString& name, const QSize& size, const QColor& color = Qt::gray) const;

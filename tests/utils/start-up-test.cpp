@@ -4,17 +4,17 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/** What an application meets that leaves out steps of its start-up. */
+/** What an application meets that leaves out steps of its start-up, and what the kit asks the system once. */
 class StartUpTest : public GuardedTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void leavesOut_data();
-    void leavesOut();
+    void steps_data();
+    void steps();
 };
 
-void StartUpTest::leavesOut_data()
+void StartUpTest::steps_data()
 {
     // The probe's commands, and for each of them what it prints; a process that is stopped prints no more.
     QTest::addColumn<QString>("commands");
@@ -35,9 +35,12 @@ void StartUpTest::leavesOut_data()
     row("no list of images, no template of the combo box", "paths|images|styles|image|combo_box",
         "done\ndone\ndone\nnull\n\tA[b=\"%1\"]{m:8px}\n",
         "Cannot load pixmap \"icon\"\nCannot find stylesheet \"component.combobox\"\n");
+    row("zh_TW.UTF-8", "language", "cht\n", "");
+    row("nn_NO.UTF-8", "language", "nor\n", "");
+    row("C", "language", "enu\n", "");
 }
 
-void StartUpTest::leavesOut()
+void StartUpTest::steps()
 {
     QFETCH(QString, commands);
     QFETCH(QString, results);
@@ -49,6 +52,9 @@ void StartUpTest::leavesOut()
 
     QProcess probe;
     probe.setWorkingDirectory(folder.path());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LC_ALL", commands == "language" ? QTest::currentDataTag() : "C.UTF-8");
+    probe.setProcessEnvironment(environment);
     probe.start(START_UP_PROBE, commands.split('|'));
     QVERIFY(probe.waitForFinished());
     const bool stops = results == "done\n";

@@ -3,8 +3,6 @@
 
 #include <vantkit-qt/vantkit.h>
 
-#include <QRandomGenerator>
-#include <QRegExp>
 #include <QtTest>
 
 class UtilsTest : public GuardedTest
@@ -13,10 +11,9 @@ class UtilsTest : public GuardedTest
 
 private Q_SLOTS:
     void scaledStyleSheet();
-    void scalesLikeItsExpression();
     void longRunsOfDigits();
     void kindsOfFiles();
-    void newKindsOfFiles();
+    void languages();
     void focusableWidgets();
     void toolTips();
     void paths();
@@ -28,19 +25,6 @@ namespace {
 QString scaled(const QString& text)
 {
     return DPIinfo::getInstance().getScaledStyleSheet(text);
-}
-
-// The definition of the scaling, word by word.
-QString scaledByExpression(QString text)
-{
-    QRegExp value("(\\d+\\.?\\d*)(px)");
-    for (int at = value.indexIn(text); at != -1; at = value.indexIn(text, at)) {
-        const int scaledValue = static_cast<int>(value.cap(1).toDouble() * displayscale::dpi() / 96);
-        const QString replacement = QString::number(scaledValue) + "px";
-        text.replace(at, value.matchedLength(), replacement);
-        at += replacement.size();
-    }
-    return text;
 }
 
 QWidget* child(QWidget* parent, const char* name, Qt::FocusPolicy policy)
@@ -69,21 +53,12 @@ void UtilsTest::scaledStyleSheet()
             "0px 1px 3px 12px 3px .6px -3px a_20px.png 10PX 10 px 12pt %1 <p>",
             "0px 1px 4px 15px 3px .7px -4px a_24px.png 10PX 10 px 12pt %1 <p>",
             "0px 2px 6px 20px 5px .10px -6px a_32px.png 10PX 10 px 12pt %1 <p>")));
-    QCOMPARE(DPIinfo::getInstance().getDPR(), double(displayscale::ratio()));
+    // Only the last point belongs to a number, if a digit stands before it; what a value ends in is kept.
+    QCOMPARE(scaled("px1.px..3px2.4.8pxpx 9"),
+        QString(displayscale::pick(
+            "px1px..3px2.4pxpx 9", "px1px..3px2.6pxpx 9", "px1px..4px2.7pxpx 9", "px2px..6px2.9pxpx 9")));
     QCOMPARE(scaled("99999999999px"), QString("2147483647px"));
-}
-
-void UtilsTest::scalesLikeItsExpression()
-{
-    const QStringList pieces { "1", "2", ".", "p", "x", "px", " ", QChar(0x0663) };
-    QRandomGenerator random(20);
-    for (int round = 0; round < 2000; ++round) {
-        QString text;
-        for (int i = 0; i < 9; ++i) {
-            text += pieces.at(random.bounded(pieces.size()));
-        }
-        QCOMPARE(scaled(text), scaledByExpression(text));
-    }
+    QCOMPARE(DPIinfo::getInstance().getDPR(), double(displayscale::ratio()));
 }
 
 void UtilsTest::longRunsOfDigits()
@@ -111,16 +86,31 @@ void UtilsTest::kindsOfFiles()
             QVERIFY2(QFileInfo::exists(FILE_TYPE_ICONS "/" + kind + suffix), qPrintable(kind));
         }
     }
-}
-
-void UtilsTest::newKindsOfFiles()
-{
     FileTypeMap& map = FileTypeMap::getInstance();
     map.mappingFile("archive", "new RaR  Older");
     for (const char* const extension : { "NEW", "rar", "older", "" }) {
         QCOMPARE(map.getFiletypeMapping(extension, false), QString("archive.png"));
     }
     QCOMPARE(map.getFiletypeMapping("zip", false), QString("zip.png"));
+}
+
+void UtilsTest::languages()
+{
+    VantLocale table;
+    const QStringList rows { "en enu", "ja_jp jpn", "de deu", "ko krn", "fr_ca fra", "it ita", "es_mx esn",
+        "ru rus", "da dan", "no nor", "nb_no nor", "nn_no nor", "sv sve", "nl nld", "pl plk", "hu hun",
+        "tr trk", "cs_cz csy", "pt ptg", "pt_pt ptg", "pt_br ptb", "pt_pt_x ptb", "zh chs", "zh_sg chs",
+        "zh_tw cht", "zh_hk cht", "zh_mo cht", "zh_tw_x chs", "fi_fi enu", " enu", "_de enu", "DE enu",
+        "zh-tw enu" };
+    for (const QString& row : rows) {
+        QCOMPARE(row.section(' ', 0, 0) + ' ' + table.getLanguageByLocale(row.section(' ', 0, 0)), row);
+    }
+    for (const char* language : { "fi", "en", "pt", "zh" }) {
+        table.setLanguageMap(language, "new");
+    }
+    for (const QString row : { "fi_fi new", "en_gb new", "xx enu", "pt_br ptb", "zh_cn chs" }) {
+        QCOMPARE(table.getLanguageByLocale(row.section(' ', 0, 0)), row.section(' ', 1));
+    }
 }
 
 void UtilsTest::focusableWidgets()
