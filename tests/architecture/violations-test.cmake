@@ -1,4 +1,4 @@
-# Plants one violation after the other in a small source tree in SCRATCH_DIR, and expects CHECK to name it.
+# Plants violations in a small source tree in SCRATCH_DIR, and expects CHECK to name them all.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -21,41 +21,35 @@ function(check exit_code output)
     set(${output} "${text}" PARENT_SCOPE)
 endfunction()
 
-function(expect_complaint file line complaint)
-    write_clean_tree()
-    file(APPEND ${SCRATCH_DIR}/${file} "${line}\n")
-    check(exit_code output)
-    string(FIND "${output}" "${file}: ${complaint}" position)
-    if(exit_code EQUAL 0 OR position EQUAL -1)
-        message(SEND_ERROR "'${line}' in ${file} should be told as '${complaint}', and gave ${exit_code}:\n${output}")
-    endif()
-endfunction()
-
 write_clean_tree()
 check(exit_code output)
 if(NOT exit_code EQUAL 0 OR output)
     message(SEND_ERROR "A clean tree gave ${exit_code}:\n${output}")
 endif()
 
-expect_complaint(utils/path.h "#include \"widgets/button.h\""
-    "includes widgets/button.h, and widgets does not lie below utils")
-expect_complaint(platform/system.cpp "  #  include  \"utils/path.h\"  // why not" "includes utils/path.h, and utils")
-expect_complaint(sheets/sheet.cpp "#include \"views/cell_p.h\"" "includes views/cell_p.h, and views does not lie below")
-expect_complaint(widgets/button.cpp "#include \"button.h\"" "includes \"button.h\", which is no path")
-expect_complaint(widgets/button.cpp "#include \"utils/../widgets/button.h\"" "includes \"utils/../widgets/button.h\"")
-expect_complaint(widgets/button.cpp "#include \"vantkit.h\"" "includes vantkit.h, which is for users")
-expect_complaint(widgets/button.h "#include \"utils/path_p.h\"" "is public, and includes the private utils/path_p.h")
-expect_complaint(vantkit.h "#include \"utils/path_p.h\"" "includes utils/path_p.h, which is no public header")
-expect_complaint(widgets/button.cpp "#ifdef Q_OS_WIN" "depends on the system outside of platform/: #ifdef Q_OS_WIN")
-expect_complaint(widgets/button.cpp "# if defined(_WIN32)" "depends on the system")
-expect_complaint(utils/path.h "#elif defined(A) && defined(__linux__)" "depends on the system")
-expect_complaint(widgets/button.cpp "#include <unistd.h>" "depends on the system")
-expect_complaint(widgets/close_x11.cpp "" "is named after a system")
-expect_complaint(toys/toy.cpp "" "lies in no layer")
-
-write_clean_tree()
-file(WRITE ${SCRATCH_DIR}/widgets/label.h "#include <QLabel>\n")
+# File|line|complaint.
+set(violations
+    "utils/path.h|#include \"widgets/button.h\"|includes widgets/button.h, and widgets does not lie below utils"
+    "platform/system.cpp|  #  include  \"utils/path.h\"  // why not|includes utils/path.h, and utils"
+    "widgets/button.cpp|#include \"button.h\"|includes \"button.h\", which is no path"
+    "widgets/button.cpp|#include \"vantkit.h\"|includes vantkit.h, which is for users"
+    "widgets/button.h|#include \"utils/path_p.h\"|is public, and includes the private utils/path_p.h"
+    "vantkit.h|#include \"utils/path_p.h\"|includes utils/path_p.h, which is no public header"
+    "widgets/label.h|#include <QLabel>|"
+    "widgets/button.cpp|# if defined(_WIN32)|depends on the system outside of platform/: # if defined(_WIN32)"
+    "widgets/button.cpp|#include <unistd.h>|depends on the system outside of platform/: #include <unistd.h>"
+    "widgets/close_x11.cpp||is named after a system"
+    "toys/toy.cpp||lies in no layer")
+foreach(violation IN LISTS violations)
+    string(REGEX MATCH "^(.*)\\|(.*)\\|(.*)$" matched "${violation}")
+    file(APPEND ${SCRATCH_DIR}/${CMAKE_MATCH_1} "${CMAKE_MATCH_2}\n")
+endforeach()
 check(exit_code output)
-if(exit_code EQUAL 0 OR NOT output MATCHES "vantkit.h: does not include widgets/label.h")
-    message(SEND_ERROR "A public header that vantkit.h lacks gave ${exit_code}:\n${output}")
-endif()
+foreach(violation IN LISTS violations)
+    string(REGEX REPLACE "\\|.*\\|" ": " complaint "${violation}")
+    string(REPLACE "widgets/label.h: " "vantkit.h: does not include widgets/label.h" complaint "${complaint}")
+    string(FIND "${output}" "${complaint}" position)
+    if(exit_code EQUAL 0 OR position EQUAL -1)
+        message(SEND_ERROR "'${complaint}' is missing; the check gave ${exit_code}:\n${output}")
+    endif()
+endforeach()

@@ -49,6 +49,7 @@ QWidget* footBar(QWidget* window)
 const std::map<QString, Maker> makers {
     { "button", [](QWidget* /*window*/) { return new VantButton("text", 1); } },
     { "button-of-no-kind", [](QWidget* /*window*/) { return new VantButton("text", 6); } },
+    { "icon-button-of-a-picture", [](QWidget* /*window*/) { return new VantIconButton(QPixmap(9, 9)); } },
     { "icon-button", [](QWidget* /*window*/) { return new VantIconButton(QString("bt_pagebar_next")); } },
     { "check-box", [](QWidget* window) { return new VantCheckBox("text", window); } },
     { "radio-button", [](QWidget* window) { return new VantRadioButton("text", window); } },
@@ -80,6 +81,7 @@ const std::map<QString, Maker> makers {
 const char* const expectations = R"(
 button                                       flat=true sizePolicy=Fixed/Fixed styleSheet=@cancel_button
 button-of-no-kind                            flat=true sizePolicy=Fixed/Fixed styleSheet=
+icon-button-of-a-picture                     sizePolicy=Fixed/Fixed styleSheet=@icon_button popupMode=InstantPopup
 icon-button                                  sizePolicy=Fixed/Fixed styleSheet=@icon_button
 icon-button                                  popupMode=InstantPopup toolButtonStyle=ToolButtonIconOnly
 check-box                                    styleSheet=@checkbox

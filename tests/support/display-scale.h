@@ -2,10 +2,7 @@
 
 #include <QtGlobal>
 
-/**
- * The display scale that the test was registered for, as the environment gives it
- * and not as the kit reads it.
- */
+/** The display scale that the test was registered for, as the environment gives it and not as the kit reads it. */
 namespace displayscale {
 
 /** 96, 120, 144 or 192. */
@@ -24,18 +21,7 @@ inline int ratio()
 template <typename T>
 T pick(T at96, T at120, T at144, T at192)
 {
-    switch (dpi()) {
-    case 96:
-        return at96;
-    case 120:
-        return at120;
-    case 144:
-        return at144;
-    case 192:
-        return at192;
-    default:
-        qFatal("No test is written for %d DPI", dpi());
-    }
+    return dpi() == 96 ? at96 : dpi() == 120 ? at120 : dpi() == 144 ? at144 : at192;
 }
 
 } // namespace displayscale

@@ -9,11 +9,6 @@ LogGuard* watching = nullptr;
 const QLatin1String kitCategory("debug.message");
 const QLatin1String platformsOwn("This plugin does not support ");
 
-QString lineOf(const QString& category, const QString& text)
-{
-    return category + QStringLiteral(": ") + text;
-}
-
 bool mustBeExpected(QtMsgType type, const QString& category, const QString& text)
 {
     const bool grave = type != QtDebugMsg && type != QtInfoMsg;
@@ -61,7 +56,7 @@ void LogGuard::expectFrom(const QString& category, const QString& text, int coun
 {
     const QMutexLocker locker(&mutex);
     for (int i = 0; i < count; ++i) {
-        expected += lineOf(category, text);
+        expected += category + ": " + text;
     }
 }
 
@@ -70,10 +65,10 @@ QStringList LogGuard::complaints()
     const QMutexLocker locker(&mutex);
     QStringList found;
     for (const QString& line : qAsConst(unexpected)) {
-        found += QStringLiteral("Unexpected log line: ") + line;
+        found += "Unexpected log line: " + line;
     }
     for (const QString& line : qAsConst(expected)) {
-        found += QStringLiteral("Missing log line: ") + line;
+        found += "Missing log line: " + line;
     }
     return found;
 }
@@ -91,7 +86,7 @@ void LogGuard::handle(QtMsgType type, const QMessageLogContext& context, const Q
 void LogGuard::take(QtMsgType type, const QString& category, const QString& text)
 {
     const QMutexLocker locker(&mutex);
-    const QString line = lineOf(category, text);
+    const QString line = category + ": " + text;
     if (type != QtWarningMsg || !expected.removeOne(line)) {
         unexpected += line;
     }

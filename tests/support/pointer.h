@@ -10,11 +10,6 @@
  */
 namespace pointer {
 
-inline void moveTo(QWidget* widget)
-{
-    QTest::mouseMove(widget);
-}
-
 /** Moves to the far corner of the screen, which no window of the tests covers. */
 inline void moveAway()
 {
@@ -24,23 +19,21 @@ inline void moveAway()
 
 inline void press(QWidget* widget)
 {
-    QWidget* window = widget->window();
-    QTest::mousePress(
-        window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, widget->rect().center()));
+    const QPoint place = widget->mapTo(widget->window(), widget->rect().center());
+    QTest::mousePress(widget->window()->windowHandle(), Qt::LeftButton, {}, place);
 }
 
 inline void release(QWidget* widget)
 {
-    QWidget* window = widget->window();
-    QTest::mouseRelease(
-        window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, widget->rect().center()));
+    const QPoint place = widget->mapTo(widget->window(), widget->rect().center());
+    QTest::mouseRelease(widget->window()->windowHandle(), Qt::LeftButton, {}, place);
 }
 
 /** Does to @p widget what @p step says, for rows of steps; false if there is no such step. */
 inline bool act(QWidget* widget, const QByteArray& step)
 {
     const QHash<QByteArray, std::function<void()>> steps {
-        { "enter", [=] { moveTo(widget); } },
+        { "enter", [=] { QTest::mouseMove(widget); } },
         { "leave", [] { moveAway(); } },
         { "press", [=] { press(widget); } },
         { "release", [=] { release(widget); } },

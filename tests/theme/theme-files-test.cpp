@@ -184,13 +184,11 @@ void ThemeFilesTest::movie()
     QMovie movie(ImageManager::getInstance().getImageFolder() + "/processing.gif");
     QCOMPARE(movie.loopCount(), -1);
     QVERIFY(movie.frameCount() >= 24);
-    QImage former;
     for (int frame = 0; frame < movie.frameCount(); ++frame) {
         QVERIFY(movie.jumpToFrame(frame));
-        QCOMPARE(movie.currentImage().size(), QSize(128, 128));
-        QVERIFY(movie.currentImage() != former);
-        former = movie.currentImage();
-        QVERIFY(qAlpha(former.pixel(0, 0)) == 0 && qAlpha(former.pixel(64, 64)) == 0);
+        const QImage image = movie.currentImage();
+        QCOMPARE(image.size(), QSize(128, 128));
+        QVERIFY(qAlpha(image.pixel(0, 0)) == 0 && qAlpha(image.pixel(64, 64)) == 0);
     }
 }
 
@@ -260,31 +258,15 @@ void ThemeFilesTest::strings()
     for (const QString& key : keys) {
         QVERIFY2(guide.contains('`' + key + '`'), qPrintable(key));
     }
-    Names files;
-    for (const char* locale :
-        { "en_US", "ja_JP", "de_DE", "ko_KR", "fr_FR", "it_IT", "es_ES", "ru_RU", "da_DK", "nb_NO", "sv_SE",
-            "nl_NL", "pl_PL", "hu_HU", "tr_TR", "cs_CZ", "pt_PT", "pt_BR", "zh_TW", "zh_CN" }) {
-        const QLocale language(locale);
-        const QString file = VantLocale::getInstance().getLanguageByLocale(QString(locale).toLower());
+    const Names files = sourcesIn("strings");
+    QCOMPARE(files.size(), 20);
+    for (const QString& file : files) {
         const QJsonObject words = readJson("strings/" + file + ".json");
-        files += file;
-        for (int month = 1; month <= 12; ++month) {
-            const QString key = "month_" + QLocale::c().monthName(month, QLocale::ShortFormat).toLower();
-            QCOMPARE(words.value(key).toString(), language.standaloneMonthName(month));
-        }
-        for (int day = 1; day <= 7; ++day) {
-            // A calendar shows the first character of a weekday, which in Chinese would be the same for all
-            // in the long form.
-            const QString name = language.standaloneDayName(day);
-            QCOMPARE(words.value(QLocale::c().dayName(day).toLower()).toString(),
-                language.language() == QLocale::Chinese ? name.right(1) : name);
-        }
+        QCOMPARE(words.keys(), keys);
         for (const QString& key : keys) {
             QVERIFY2(!words.value(key).toString().trimmed().isEmpty(), qPrintable(file + key));
         }
-        QCOMPARE(words.keys(), keys);
     }
-    QCOMPARE(files, sourcesIn("strings"));
 }
 
 QTEST_MAIN(ThemeFilesTest)

@@ -143,24 +143,22 @@ void IconButtonTest::setters()
     button->setDefaultIcon(filled(81, 40, Qt::cyan));
     QCOMPARE(window.shown(), QColor(Qt::cyan));
     QCOMPARE(button->iconSize(), before);
-    const QSize after = displayscale::ratio() == 2 ? QSize(41, 20) : QSize(81, 40);
-    for (const char* step : { "enter", "press", "disable", "enable" }) {
+    const auto check = [&](const char* step, const QColor& color) {
         pointer::act(button, step);
-        QCOMPARE(window.shown(), QColor(Qt::cyan));
-        QCOMPARE(button->iconSize(), after);
+        QCOMPARE(window.shown(), color);
+        QCOMPARE(button->iconSize(), displayscale::ratio() == 2 ? QSize(41, 20) : QSize(81, 40));
+    };
+    for (const char* step : { "enter", "press", "disable", "enable" }) {
+        check(step, Qt::cyan);
     }
-
     // The other images wait for their state, and leave the size alone.
     button->setHoverIcon(filled(10, 10, Qt::yellow));
     button->setPressIcon(filled(10, 10, Qt::magenta));
     button->setDisableIcon(filled(10, 10, Qt::white));
-    const QList<QPair<const char*, QColor>> steps { { "leave", Qt::cyan }, { "enter", Qt::yellow },
-        { "press", Qt::magenta }, { "disable", Qt::white } };
-    for (const auto& step : steps) {
-        pointer::act(button, step.first);
-        QCOMPARE(window.shown(), step.second);
-        QCOMPARE(button->iconSize(), after);
-    }
+    check("leave", Qt::cyan);
+    check("enter", Qt::yellow);
+    check("press", Qt::magenta);
+    check("disable", Qt::white);
     button->setAllIcon(QStringLiteral("icon"));
     QCOMPARE(window.shown(), stateColors.at(ImageManager::Normal));
 }

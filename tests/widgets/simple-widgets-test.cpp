@@ -1,6 +1,7 @@
 #include "support/display-scale.h"
 #include "support/guarded-test.h"
-#include "support/theme-folder.h"
+#include "support/pointer.h"
+#include "theme/default-theme.h"
 
 #include <vantkit-qt/vantkit.h>
 
@@ -28,6 +29,12 @@ private Q_SLOTS:
     void footbar();
     void mouseFilters();
     void lineEdit();
+    void linkClicks();
+    void linkHover_data();
+    void linkHover();
+
+private:
+    QTemporaryDir userFolder;
 };
 
 namespace {
@@ -39,51 +46,33 @@ int px(int designPixels)
     return designPixels * displayscale::dpi() / 96;
 }
 
-/** The section of the test's template with this key, as it is scaled for the display. */
-QString sheetOf(const char* key)
-{
-    return QStringLiteral("\n#%1 { margin: %2px }").arg(QLatin1String(key)).arg(px(6));
-}
-
 } // namespace
 
 void SimpleWidgetsTest::initTestCase()
 {
-    const ThemeFolder theme;
-    theme.initializeImages(ImageManager::LazyLoad);
-    QByteArray templates = "==component.combobox==\nQComboBox { %1 height: 10px; %2 }";
-    for (const char* key : { "apply_button", "cancel_button", "select_paging_button",
-             "nonselect_paging_button", "default_button", "red_button", "checkbox", "radio_button", "label",
-             "scrollbar", "lineedit", "lineedit_label" }) {
-        templates += QByteArray("\n==component.") + key + "==\n#" + key + " { margin: 6px }";
-    }
-    StyleManager::getInstance().initialize({ theme.write(QStringLiteral("kit.style"), templates) });
+    defaulttheme::load(userFolder.path());
 }
 
 void SimpleWidgetsTest::looks()
 {
-    const QString text = QStringLiteral("&Text");
-    const char* const buttonKeys[] { "apply_button", "cancel_button", "select_paging_button",
+    const char* const keys[] { "apply_button", "cancel_button", "select_paging_button",
         "nonselect_paging_button", "default_button", "red_button" };
     for (int type = 0; type < 6; ++type) {
-        QCOMPARE(VantButton(text, type).styleSheet(), sheetOf(buttonKeys[type]));
+        QCOMPARE(VantButton("&Text", type).styleSheet(), getStyleSheet(QString("component.") + keys[type]));
     }
-    QCOMPARE(VantButton(text, 6).styleSheet() + VantButton(text, -1).styleSheet(), QString());
-    QCOMPARE(VantCheckBox(text).styleSheet(), sheetOf("checkbox"));
-    QCOMPARE(VantRadioButton(text).styleSheet(), sheetOf("radio_button"));
-    QCOMPARE(VantLabel(text).styleSheet(), sheetOf("label"));
+    QCOMPARE(VantLabel().styleSheet(), getStyleSheet("component.label"));
 }
 
 void SimpleWidgetsTest::comboBox()
 {
     // The padding keeps its fraction, and the border its pixel.
     auto box = std::make_unique<VantComboBox>();
+    const QString padding = QString::number(6 * displayscale::dpi() / 96.0);
     QCOMPARE(box->styleSheet(),
-        QStringLiteral("\nQComboBox { padding-left: %1px; \npadding-right: %1px; height: %2px; border: 1px "
-                       "solid #C8D2DC; }")
-                .arg(6 * displayscale::dpi() / 96.0)
-                .arg(px(10))
-            + sheetOf("scrollbar"));
+        getStyleSheet("component.combobox")
+                .arg("padding-left: " + padding + "px; \npadding-right: " + padding + "px;",
+                    "border: 1px solid #C8D2DC;")
+            + getStyleSheet("component.scrollbar"));
 
     const QPointer<QAbstractItemDelegate> delegate = box->itemDelegate();
     QCOMPARE(delegate->metaObject()->className(), "QStyledItemDelegate");
@@ -97,7 +86,7 @@ void SimpleWidgetsTest::menuStaysOnScreen()
 {
     const auto shownAt = [](const QPoint& position) {
         VantMenu menu;
-        menu.addAction(QStringLiteral("Action"));
+        menu.addAction("Action");
         menu.setFixedSize(100, 80);
         // The offscreen platform moves a new window once, by the frame that it gives it.
         menu.winId();
@@ -130,6 +119,8 @@ void SimpleWidgetsTest::labelHeight()
             label.setText(longText);
             const bool keepsHeight = wraps && policy == QSizePolicy::Minimum;
             QLabel twin(longText);
+            twin.setStyleSheet(label.styleSheet());
+            twin.ensurePolished();
             twin.setWordWrap(wraps);
             for (const int width : { 600, 300, 600 }) {
                 label.resize(width, 10);
@@ -155,6 +146,10 @@ void SimpleWidgetsTest::messageLabelHeight()
             QCOMPARE(label.minimumHeight(), label.maximumHeight());
         }
     }
+    MessageLabel label;
+    label.setWordWrap(true);
+    label.setText("<p>" + QString(300, 'x'));
+    QVERIFY(label.heightForWidth(100) > 10 * label.fontMetrics().height()); // a long word is broken
 }
 
 void SimpleWidgetsTest::footbar()
@@ -207,15 +202,11 @@ void SimpleWidgetsTest::lineEdit()
     VantLineEdit edit;
     QLineEdit* field = edit.getLineEdit();
     QLabel* before = edit.getPreLabel();
-    QCOMPARE(field->styleSheet(), sheetOf("lineedit"));
-    QCOMPARE(before->styleSheet(), sheetOf("lineedit_label"));
-    QCOMPARE(edit.getPostLabel()->styleSheet(), sheetOf("lineedit_label"));
-    field->setStyleSheet(QString());
     before->setStyleSheet(QString());
     edit.show();
     QCOMPARE(field->x(), 0);
-    before->setText(QStringLiteral("&Before"));
-    edit.getPostLabel()->setText(QStringLiteral("After"));
+    before->setText("&Before");
+    edit.getPostLabel()->setText("After");
     edit.setSpacing(7);
     edit.setMargins(3, 1, 5, 2);
     QCOMPARE(edit.layout()->contentsMargins(), QMargins(px(3), px(1), px(5), px(2)));
@@ -224,13 +215,11 @@ void SimpleWidgetsTest::lineEdit()
     QVERIFY(edit.getPostLabel()->x() > field->geometry().right());
 
     QVERIFY(edit.validate());
-    edit.setValidator([](const QString& text) { return text == QLatin1String("good"); });
+    edit.setValidator([](const QString& text) { return text == "good"; });
     QVERIFY(!edit.validate());
-    field->setText(QStringLiteral("good"));
+    field->setText("good");
     QVERIFY(edit.validate());
-    field->clear();
-    edit.setValidator(nullptr);
-    QVERIFY(edit.validate());
+    QCOMPARE(edit.getEditText(), QString("good"));
 
     QVERIFY(QTest::qWaitForWindowActive(&edit));
     edit.setFocus();
@@ -238,15 +227,73 @@ void SimpleWidgetsTest::lineEdit()
     field->clearFocus();
     QTest::keyClick(&edit, Qt::Key_B, Qt::AltModifier);
     QVERIFY(field->hasFocus());
+}
 
-    field->setStyleSheet(QStringLiteral(
-        "QLineEdit { background: #102030; border: none } QLineEdit[error=\"true\"] { background: #A0B0C0 }"));
-    for (const bool error : { true, false, true }) {
-        edit.setError(error);
-        field->setText(QStringLiteral("typed"));
-        QCOMPARE(field->grab().toImage().pixelColor(1, 1),
-            error ? QColor(0xA0, 0xB0, 0xC0) : QColor(0x10, 0x20, 0x30));
+void SimpleWidgetsTest::linkClicks()
+{
+    for (const Qt::MouseButton button : { Qt::LeftButton, Qt::RightButton }) {
+        LinkLabel label("Link");
+        label.setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label.setSelection(0, 1);
+        label.show();
+        QVector<bool> selectedInSlot;
+        connect(&label, &LinkLabel::clicked, this, [&] { selectedInSlot << label.hasSelectedText(); });
+
+        // The base class, which ends a selection at a press of the left button, comes after the signal.
+        QTest::mouseClick(&label, button, {}, label.rect().bottomRight());
+        QCOMPARE(selectedInSlot, QVector<bool> { true });
+        QCOMPARE(label.hasSelectedText(), button != Qt::LeftButton);
     }
+
+    // A slot may delete the label, and a new font makes it larger.
+    QLabel window;
+    window.resize(200, 100);
+    auto* label = new LinkLabel("Link", &window);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    connect(label, &LinkLabel::clicked, this, [label] { delete label; });
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const int height = label->sizeHint().height();
+    label->setFont(QFont("sans-serif", 30));
+    QVERIFY(label->sizeHint().height() > height);
+    pointer::press(label);
+    QCOMPARE(window.findChild<LinkLabel*>(), nullptr);
+}
+
+void SimpleWidgetsTest::linkHover_data()
+{
+    QTest::addColumn<QByteArray>("steps");
+    for (const char* steps :
+        { "enter leave enter leave", "enter disable enable leave", "enter disable leave enable enter leave",
+            "enter hide", "enter delete", "enter disable enable delete", "disable enter leave delete" }) {
+        QTest::newRow(steps) << QByteArray(steps);
+    }
+}
+
+void SimpleWidgetsTest::linkHover()
+{
+    QFETCH(QByteArray, steps);
+    pointer::moveAway();
+    QLabel window;
+    window.resize(200, 100);
+    const QPointer<LinkLabel> label = new LinkLabel("Link", &window);
+    label->setGeometry(10, 10, 80, 30);
+    label->setFont(QFont("sans-serif", 10, QFont::Bold));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor); // the application's own, below the label's
+    const QList<QByteArray> list = steps.split(' ');
+    for (const QByteArray& step : list) {
+        QVERIFY(pointer::act(label, step));
+        const bool isLink = step == "enter" && label->isEnabled();
+        QVERIFY(QGuiApplication::overrideCursor());
+        QCOMPARE(
+            QGuiApplication::overrideCursor()->shape(), isLink ? Qt::PointingHandCursor : Qt::WaitCursor);
+        QVERIFY(!label || (label->font().underline() == isLink && label->font().bold()));
+    }
+    QGuiApplication::restoreOverrideCursor();
+    QVERIFY(!QGuiApplication::overrideCursor());
 }
 
 QTEST_MAIN(SimpleWidgetsTest)
