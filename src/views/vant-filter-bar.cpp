@@ -2,9 +2,11 @@
 
 #include "style-manager/style-manager.h"
 #include "utils/design-pixels_p.h"
+#include "views/bar-button-accessible_p.h"
 #include "widgets/vant-icon-button.h"
 
 #include <QKeyEvent>
+#include <QStyle>
 
 using vantkit::internal::designPixels;
 
@@ -13,14 +15,15 @@ VantFilterBar::VantFilterBar(QWidget* parent)
     , searchButton(
           new VantIconButton(QStringLiteral("bt_search_dropdown"))) // a child of the bar from below on
 {
+    vantkit::internal::installBarButtonAccessibility();
     setAttribute(Qt::WA_MacShowFocusRect, false);
 
     searchButton->setFocusPolicy(Qt::NoFocus);
     searchButton->setParent(this);
     searchButton->setStyleSheet(getStyleSheet("component.filter_search_button", false));
-    searchButton->move(designPixels(4), designPixels(2));
     searchButton->setCursor(Qt::ArrowCursor);
     searchButton->setFixedSize(designPixels(34), designPixels(24));
+    placeButton();
 
     setStyleSheet(
         getStyleSheet("component.lineedit", false) + getStyleSheet("component.filter_bar_padding", false));
@@ -31,6 +34,27 @@ VantFilterBar::VantFilterBar(QWidget* parent)
 void VantFilterBar::setMenu(QMenu* menu)
 {
     searchButton->setMenu(menu);
+}
+
+// Qt mirrors the room that the style sheet keeps for the button.
+void VantFilterBar::placeButton()
+{
+    const QRect fromLeft(QPoint(designPixels(4), designPixels(2)), searchButton->size());
+    searchButton->move(QStyle::visualRect(layoutDirection(), rect(), fromLeft).topLeft());
+}
+
+void VantFilterBar::resizeEvent(QResizeEvent* event)
+{
+    QLineEdit::resizeEvent(event);
+    placeButton();
+}
+
+void VantFilterBar::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        placeButton();
+    }
 }
 
 void VantFilterBar::slotKeywordChange()

@@ -3,19 +3,18 @@
 #include "style-manager/style-manager.h"
 #include "utils/component-strings.h"
 #include "utils/design-pixels_p.h"
+#include "views/bar-button-accessible_p.h"
 #include "views/vant-paging-model.h"
 #include "widgets/vant-button.h"
 #include "widgets/vant-icon-button.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalMapper>
 
-#include <array>
-#include <charconv>
-#include <limits>
-
 using vantkit::internal::designPixels;
+using vantkit::internal::standsForPage;
 
 namespace {
 
@@ -32,10 +31,10 @@ VantIconButton* newJumpButton(const QString& imageName, const QString& textKey)
     return button;
 }
 
-// Likewise.
-VantButton* newPageButton(int index)
+VantButton* newPageButton(int index, QWidget* parent)
 {
     auto* button = new VantButton(QString(), index == currentIndex ? 2 : 3);
+    button->setParent(parent);
     button->setFixedHeight(designPixels(27));
     button->setMinimumWidth(designPixels(28));
     return button;
@@ -47,19 +46,31 @@ void addAligned(QHBoxLayout* layout, QWidget* widget, Qt::Alignment alignment)
     layout->setAlignment(widget, alignment);
 }
 
-// QString::number() takes twice the time for ten digits.
-QString decimal(qint64 number)
+/** The place of a page button, no narrower than its number; the button itself could be as narrow as any. */
+class PagePlace : public QWidgetItem
 {
-    std::array<char, std::numeric_limits<qint64>::digits10 + 2> digits {};
-    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    return QString::fromLatin1(digits.data(), static_cast<int>(end - digits.data()));
+public:
+    using QWidgetItem::QWidgetItem;
+
+    QSize minimumSize() const override { return sizeHint(); }
+};
+
+// To screen readers the button is there only while it stands for a page.
+void announce(VantButton* button, bool exists)
+{
+    QAccessibleEvent event(button, exists ? QAccessible::ObjectShow : QAccessible::ObjectHide);
+    QAccessible::updateAccessibility(&event);
 }
 
 void showPageNumber(VantButton* button, qint64 page, int pageCount)
 {
     const bool exists = page > 0 && page <= pageCount;
-    button->setText(exists ? decimal(page) : QStringLiteral(" "));
+    const bool existed = standsForPage(button);
+    button->setText(exists ? QString::number(page) : QStringLiteral(" "));
     button->setEnabled(exists);
+    if (exists != existed) {
+        announce(button, exists);
+    }
 }
 
 void setFooterLabel(QLabel* label, const PagingFooterInfo& info)
@@ -80,12 +91,13 @@ VantPagingBar::VantPagingBar(VantPagingModel* pagingModel, QWidget* parent)
     model->setNowPage(1);
     model->setItemCount(0);
 
+    vantkit::internal::installBarButtonAccessibility();
     createJumpButtons();
+    addBorder();
     addJumpBackButtons();
     addPageButtons();
     addJumpOnButtons();
     addFooter();
-    addBorder();
     connectButtons();
 }
 
@@ -97,11 +109,25 @@ void VantPagingBar::createJumpButtons()
     nextButton = newJumpButton(QStringLiteral("bt_pagebar_next"), QStringLiteral("next_5_pages"));
 }
 
-void VantPagingBar::addJumpBackButtons()
+void VantPagingBar::addBorder()
 {
-    barLayout = new QHBoxLayout; // addBorder() gives it to the border
+    auto* border = new QWidget; // the outer layout adopts it
+    border->setObjectName(QStringLiteral("PAGINGBARBORDER"));
+    border->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
+    border->setFixedHeight(designPixels(29));
+
+    barLayout = new QHBoxLayout(border);
     barLayout->setSpacing(0);
     barLayout->setContentsMargins(0, 0, 0, 0);
+
+    auto* outerLayout = new QHBoxLayout(this);
+    outerLayout->setSpacing(0);
+    outerLayout->setContentsMargins(0, 0, 0, 0);
+    outerLayout->addWidget(border);
+}
+
+void VantPagingBar::addJumpBackButtons()
+{
     barLayout->addSpacing(designPixels(50));
     addAligned(barLayout, firstButton, Qt::AlignLeft);
     addAligned(barLayout, prevButton, Qt::AlignLeft);
@@ -114,9 +140,10 @@ void VantPagingBar::addPageButtons()
         if (i != 0) {
             barLayout->addSpacing(designPixels(4));
         }
-        VantButton* button = newPageButton(i);
+        VantButton* button = newPageButton(i, barLayout->parentWidget());
         connect(button, SIGNAL(clicked()), pageMapper, SLOT(map()));
-        addAligned(barLayout, button, Qt::AlignHCenter);
+        barLayout->addItem(new PagePlace(button)); // the layout's
+        barLayout->setAlignment(button, Qt::AlignHCenter);
         pageMapper->setMapping(button, i);
         pageButtons[i] = button;
     }
@@ -147,20 +174,6 @@ void VantPagingBar::addFooter()
 
     barLayout->addSpacing(designPixels(50));
     barLayout->addLayout(footerLayout, 0);
-}
-
-void VantPagingBar::addBorder()
-{
-    auto* border = new QWidget; // the outer layout adopts it
-    border->setLayout(barLayout);
-    border->setObjectName(QStringLiteral("PAGINGBARBORDER"));
-    border->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
-    border->setFixedHeight(designPixels(29));
-
-    auto* outerLayout = new QHBoxLayout(this);
-    outerLayout->setSpacing(0);
-    outerLayout->setContentsMargins(0, 0, 0, 0);
-    outerLayout->addWidget(border);
 }
 
 void VantPagingBar::connectButtons()

@@ -24,7 +24,8 @@ struct PagingFooterInfo
 /**
  * The strip under a list that is shown page by page: the first page and five pages back, five page numbers
  * of which the middle one is the current page, five pages on and the last page, then texts and a button to
- * refresh.
+ * refresh. It is no narrower than its numbers and texts need; screen readers are not offered the buttons that
+ * stand for no page.
  *
  * The bar fetches nothing. On sigPageChanged() the application reads VantPagingModel::startItem and
  * VantPagingModel::rowLimit and fills its list. Call setItemCount() or reset() before the bar is shown: until
@@ -89,7 +90,7 @@ Q_SIGNALS:
      */
     void sigPageChanged();
 
-    /** The user asks to have the list fetched again. */
+    /** The user asks to have the list fetched again. A slot that wants the bar gone calls deleteLater(). */
     void sigRefresh();
 
 private Q_SLOTS:
@@ -101,11 +102,11 @@ private Q_SLOTS:
 
 private:
     void createJumpButtons();
+    void addBorder();
     void addJumpBackButtons();
     void addPageButtons();
     void addJumpOnButtons();
     void addFooter();
-    void addBorder();
     void connectButtons();
     void goToPage(int page);
     QLabel* addFooterLabel();

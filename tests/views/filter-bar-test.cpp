@@ -5,12 +5,12 @@
 #include <vantkit-qt/style-manager/style-manager.h>
 #include <vantkit-qt/views/vant-filter-bar.h>
 
+#include <QAccessible>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QStyleOptionFrame>
 #include <QTest>
 #include <QToolButton>
-
-#include <memory>
 
 class FilterBarTest : public GuardedTest
 {
@@ -46,6 +46,17 @@ struct Window : QWidget
         } else {
             QTest::mouseClick(button, Qt::LeftButton);
         }
+    }
+
+    QAccessibleInterface* told() const { return QAccessible::queryAccessibleInterface(bar)->child(0); }
+
+    /** The button's place, which the text keeps clear of. */
+    QRect clearPlace() const
+    {
+        QStyleOptionFrame field;
+        field.initFrom(bar);
+        const QRect text = bar->style()->subElementRect(QStyle::SE_LineEditContents, &field, bar);
+        return text.intersects(button->geometry()) ? QRect() : button->geometry();
     }
 
     void keyPressEvent(QKeyEvent* /*event*/) override { ++keysSeen; }
@@ -86,7 +97,7 @@ void FilterBarTest::initTestCase()
     StyleManager::getInstance().initialize({ theme.write(QStringLiteral("a.style"),
         "==component.icon_button==\nQToolButton { border: 9px solid red; }\n"
         "==component.lineedit==\nQLineEdit { color: red; }\n"
-        "==component.filter_bar_padding==\nQLineEdit { color: blue; }\n"
+        "==component.filter_bar_padding==\nQLineEdit { padding-left: 38px; }\n"
         "==component.filter_search_button==\nQToolButton { border: none; }") });
 }
 
@@ -94,11 +105,22 @@ void FilterBarTest::keyword()
 {
     const Window window;
     const auto px = [](int designPixels) { return designPixels * displayscale::dpi() / 96; };
-    QCOMPARE(window.button->geometry(), QRect(px(4), px(2), px(34), px(24)));
+    QCOMPARE(window.clearPlace(), QRect(px(4), px(2), px(34), px(24)));
     QCOMPARE(window.button->styleSheet(), QStringLiteral("\nQToolButton { border: none; }"));
     QCOMPARE(window.bar->height(), px(28));
-    QCOMPARE(
-        window.bar->styleSheet(), QStringLiteral("\nQLineEdit { color: red; }\nQLineEdit { color: blue; }"));
+    QCOMPARE(window.bar->styleSheet(),
+        getStyleSheet("component.lineedit", false) + getStyleSheet("component.filter_bar_padding", false));
+    window.bar->setLayoutDirection(Qt::RightToLeft);
+    for (int width : { 200, 300 }) {
+        window.bar->resize(width, window.bar->height());
+        QCOMPARE(window.clearPlace(), QRect(width - px(4) - px(34), px(2), px(34), px(24)));
+    }
+    window.bar->setLayoutDirection(Qt::LeftToRight);
+    QCOMPARE(window.clearPlace().x(), px(4));
+
+    // The button goes by the name of the bar, whenever that is given.
+    window.bar->setAccessibleName(QStringLiteral("Find"));
+    QCOMPARE(window.told()->text(QAccessible::Name), QStringLiteral("Find"));
 
     // Told with Return only.
     QSignalSpy keywords(window.bar, SIGNAL(sigKeywordChanged(QString)));
@@ -117,11 +139,16 @@ void FilterBarTest::keyword()
 
 void FilterBarTest::opensMenu()
 {
-    for (const bool byKey : { true, false }) {
+    for (const QByteArray how : { "key", "mouse", "screen reader" }) {
         Menu menu;
         const Window window;
         window.bar->setMenu(&menu);
-        window.open(byKey);
+        if (how == "screen reader") {
+            QVERIFY(window.told()->state().hasPopup);
+            window.told()->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+        } else {
+            window.open(how == "key");
+        }
         const QPoint corner = window.button->mapToGlobal(QPoint(0, window.button->height()));
         QTRY_COMPARE(menu.corners, QVector<QPoint> { corner });
         QCOMPARE(window.keysSeen, 0);
@@ -133,16 +160,12 @@ void FilterBarTest::staysShutWithoutMenu()
 {
     const Window window;
     Menu takenAway;
-    for (const bool deleted : { false, true }) {
-        auto menu = std::make_unique<Menu>();
-        window.bar->setMenu(&takenAway);
-        window.bar->setMenu(deleted ? menu.get() : nullptr);
-        menu.reset();
-        for (const bool byKey : { false, true }) {
-            window.open(byKey);
-            QCoreApplication::processEvents();
-            QVERIFY(takenAway.corners.isEmpty());
-        }
+    window.bar->setMenu(&takenAway);
+    window.bar->setMenu(nullptr);
+    for (const bool byKey : { false, true }) {
+        window.open(byKey);
+        QCoreApplication::processEvents();
+        QVERIFY(takenAway.corners.isEmpty());
     }
     QCOMPARE(window.keysSeen, 0);
 
