@@ -219,8 +219,8 @@ void TablePage::applyWidth()
 void TablePage::hoverRow(int row)
 {
     const QRect cell = m_table->visualRect(m_table->model()->index(row, Place));
-    QHoverEvent event(QEvent::HoverMove, cell.center(), QPointF());
-    QCoreApplication::sendEvent(m_table->viewport(), &event);
+    QHoverEvent event(QEvent::HoverMove, m_table->viewport()->mapToParent(cell.center()), QPointF());
+    QCoreApplication::sendEvent(m_table, &event);
 }
 
 void TablePage::enterState(const QString& state)

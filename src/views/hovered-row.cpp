@@ -1,73 +1,77 @@
 #include "views/hovered-row_p.h"
 
-#include <QCursor>
-#include <QEvent>
-#include <QScrollBar>
-#include <QTreeView>
+#include <QAbstractItemView>
+#include <QHoverEvent>
+
+#include <utility>
 
 namespace vantkit::internal {
 
-HoveredRow::HoveredRow(QTreeView* view)
+HoveredRow::HoveredRow(QAbstractItemView* view, RowAt rowAt)
     : QObject(view)
+    , rowUnder(std::move(rowAt))
 {
-    view->viewport()->setAttribute(Qt::WA_Hover);
+    view->setAttribute(Qt::WA_Hover);
+    view->installEventFilter(this);
     view->viewport()->installEventFilter(this);
-    connect(view->verticalScrollBar(), SIGNAL(valueChanged(int)), this, SLOT(follow()));
 }
 
-// Null while the tree is being destroyed: it is no tree any more when the pointer leaves its viewport then.
-QTreeView* HoveredRow::tree() const
+// Null while the view is being destroyed: it is no view any more when the pointer leaves it then.
+QAbstractItemView* HoveredRow::view() const
 {
-    return qobject_cast<QTreeView*>(parent());
+    return qobject_cast<QAbstractItemView*>(parent());
 }
 
-QPoint HoveredRow::pointerAmongRows(const QTreeView* tree)
+bool HoveredRow::contains(const QModelIndex& index) const
 {
-    // A row is moved down by one pixel against the tree; the pointer is moved up by it instead.
-    return tree->mapFromGlobal(QCursor::pos()) - QPoint(0, 1);
+    return index.row() == hovered.row() && index.parent() == hovered.parent();
 }
 
-bool HoveredRow::eventFilter(QObject* viewport, QEvent* event)
+bool HoveredRow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parent()) {
+        follow(event);
+    } else if (event->type() == QEvent::Paint) {
+        update(); // rows may be somewhere else than at the last paint
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void HoveredRow::follow(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
+        pointer = static_cast<QHoverEvent*>(event)->pos();
+        update();
+        break;
     case QEvent::HoverLeave:
-        follow();
+        pointer = { -1, -1 };
+        update();
         break;
     default:
         break;
     }
-    return QObject::eventFilter(viewport, event);
 }
 
-void HoveredRow::follow()
+void HoveredRow::update()
 {
-    QTreeView* view = tree();
-    if (!view) {
+    QAbstractItemView* rows = view();
+    if (!rows) {
         return;
     }
-    const QModelIndex row = rowUnderPointer(view);
-    if (row != hovered) {
-        repaint(view, hovered);
-        repaint(view, row);
+    const QModelIndex row = rowUnder(pointer);
+    if (!contains(row)) {
+        repaint(rows, hovered);
+        repaint(rows, row);
         hovered = row;
     }
 }
 
-QModelIndex HoveredRow::rowUnderPointer(const QTreeView* tree)
+void HoveredRow::repaint(QAbstractItemView* view, const QModelIndex& row)
 {
-    const QPoint pointer = pointerAmongRows(tree);
-    if (pointer.x() < 0 || pointer.x() >= tree->viewport()->width()) {
-        return {};
-    }
-    return tree->indexAt({ tree->columnViewportPosition(0), pointer.y() });
-}
-
-void HoveredRow::repaint(QTreeView* tree, const QModelIndex& row)
-{
-    const QRect rect = tree->visualRect(row);
-    tree->viewport()->update(0, rect.y(), tree->viewport()->width(), rect.height());
+    const QRect rect = view->visualRect(row);
+    view->viewport()->update(0, rect.y(), view->viewport()->width(), rect.height());
 }
 
 } // namespace vantkit::internal

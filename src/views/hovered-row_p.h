@@ -2,36 +2,42 @@
 
 #include <QObject>
 #include <QPersistentModelIndex>
+#include <QPoint>
 
-class QTreeView;
+#include <functional>
+
+class QAbstractItemView;
 
 namespace vantkit::internal {
 
 /**
- * Knows which row of a tree counts as being under the pointer, and repaints it and the one before it when
- * that changes: as the pointer moves, and as the rows move under it.
+ * Knows which row of a view is under the pointer, and has it and the one before it painted again when that
+ * changes: as the pointer moves, and as the rows move under it.
  */
 class HoveredRow : public QObject
 {
     Q_OBJECT
 
 public:
+    /** The row, by any of its cells, under a place in the coordinates of the view, not of its viewport. */
+    using RowAt = std::function<QModelIndex(const QPoint& place)>;
+
     /** @p view owns it. */
-    explicit HoveredRow(QTreeView* view);
+    HoveredRow(QAbstractItemView* view, RowAt rowAt);
 
-    /** Where the pointer is, to be compared with the rectangle of a row in the viewport of @p tree. */
-    static QPoint pointerAmongRows(const QTreeView* tree);
+    /** Whether @p index is in the row. */
+    bool contains(const QModelIndex& index) const;
 
-    bool eventFilter(QObject* viewport, QEvent* event) override;
-
-private Q_SLOTS:
-    void follow();
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QTreeView* tree() const;
-    static QModelIndex rowUnderPointer(const QTreeView* tree);
-    static void repaint(QTreeView* tree, const QModelIndex& row);
+    void follow(QEvent* event);
+    void update();
+    QAbstractItemView* view() const;
+    static void repaint(QAbstractItemView* view, const QModelIndex& row);
 
+    RowAt rowUnder;
+    QPoint pointer { -1, -1 };
     QPersistentModelIndex hovered;
 };
 

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QPoint>
 #include <QStyledItemDelegate>
-#include <QTableView>
+
+class QTableView;
 
 namespace vantkit::internal {
+
+class HoveredRow;
 
 /**
  * Has the whole row under the pointer look so. Qt marks the cell alone, also in a table that selects rows.
@@ -18,21 +20,10 @@ public:
     explicit TableRowDelegate(QTableView* view);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
-private Q_SLOTS:
-    void follow();
-
 private:
-    void notePointer(QEvent* event);
-    void setPointer(const QPoint& position);
-    QTableView* table() const;
-    static void repaintRow(QTableView* table, int row);
-
-    const QObject* viewport;
-    QPoint pointer { -1, -1 };
-    int hoveredRow = -1;
+    const HoveredRow* hovered;
 };
 
 } // namespace vantkit::internal

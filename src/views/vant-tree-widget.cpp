@@ -3,6 +3,7 @@
 #include "utils/design-pixels_p.h"
 #include "views/hovered-row_p.h"
 
+#include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -26,12 +27,18 @@ void paintGround(QPainter* painter, const QRect& row, const QColor& color)
     painter->restore();
 }
 
+// A row is moved down by one pixel against the tree; the pointer is moved up by it instead.
+QPoint amongRows(const QPoint& pointer)
+{
+    return pointer - QPoint(0, 1);
+}
+
 } // namespace
 
 VantTreeWidget::VantTreeWidget(QWidget* parent)
     : QTreeWidget(parent)
 {
-    new HoveredRow(this); // a child of the tree
+    new HoveredRow(this, [this](const QPoint& place) { return rowUnder(place); }); // a child of the tree
 }
 
 void VantTreeWidget::setBackgroundColor(QColor selected, QColor hover)
@@ -80,6 +87,13 @@ void VantTreeWidget::focusInEvent(QFocusEvent* /*event*/)
     }
 }
 
+void VantTreeWidget::paintEvent(QPaintEvent* event)
+{
+    paintedPointer = pointerPlace();
+    QTreeWidget::paintEvent(event);
+    paintedPointer.reset();
+}
+
 void VantTreeWidget::drawRow(
     QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
@@ -98,8 +112,20 @@ std::optional<QColor> VantTreeWidget::rowGround(const QRect& row, const QModelIn
     if (selectionModel()->isRowSelected(index.row(), index.parent())) {
         return selectedColor;
     }
-    if (row.contains(HoveredRow::pointerAmongRows(this))) {
+    if (row.contains(amongRows(paintedPointer ? *paintedPointer : pointerPlace()))) {
         return hoverColor;
     }
     return std::nullopt;
+}
+
+QPoint VantTreeWidget::pointerPlace() const
+{
+    return mapFromGlobal(QCursor::pos());
+}
+
+QModelIndex VantTreeWidget::rowUnder(const QPoint& pointer) const
+{
+    const QPoint place = amongRows(pointer);
+    const bool isBeside = place.x() < 0 || place.x() >= viewport()->width();
+    return isBeside ? QModelIndex() : indexAt({ columnViewportPosition(0), place.y() });
 }

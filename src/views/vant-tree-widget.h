@@ -41,10 +41,13 @@ public:
     void updateScrollArea(QTreeWidgetItem* item);
 
 Q_SIGNALS:
-    /** The right button went down over the viewport; the tree deals with it afterwards in any case. */
+    /**
+     * The right button went down over the viewport; the tree deals with it afterwards in any case. A slot
+     * that wants the tree gone calls deleteLater().
+     */
     void sigMouseRightClickEvent(QMouseEvent* event);
 
-    /** A key went down; the tree deals with it afterwards in any case. */
+    /** A key went down; the tree deals with it afterwards in any case, so deleteLater() holds here too. */
     void sigKeyPressEvent(QKeyEvent* event);
 
 protected:
@@ -57,12 +60,18 @@ protected:
      */
     void focusInEvent(QFocusEvent* event) override;
 
+    /** Asks where the pointer is once for all rows: with a display, the answer comes from another process. */
+    void paintEvent(QPaintEvent* event) override;
+
     void drawRow(
         QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
     std::optional<QColor> rowGround(const QRect& row, const QModelIndex& index) const;
+    QPoint pointerPlace() const;
+    QModelIndex rowUnder(const QPoint& pointer) const;
 
     QColor selectedColor;
     QColor hoverColor;
+    std::optional<QPoint> paintedPointer; // what a paint goes by while it lasts
 };

@@ -59,9 +59,9 @@ void addRow(QTableWidget* table, int row, const QStringList& cells)
 
 void hover(QAbstractItemView* view, const QModelIndex& index)
 {
-    const QPointF position(view->visualRect(index).center());
+    const QPointF position(view->viewport()->mapToParent(view->visualRect(index).center()));
     QHoverEvent event(QEvent::HoverMove, position, QPointF());
-    QCoreApplication::sendEvent(view->viewport(), &event);
+    QCoreApplication::sendEvent(view, &event);
 }
 
 } // namespace
