@@ -5,6 +5,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QRegExpValidator>
 
 using vantkit::internal::designPixels;
@@ -42,11 +43,20 @@ bool ItemDelegate::eventFilter(QObject* object, QEvent* event)
 {
     if (event->type() == QEvent::KeyPress) {
         auto* keyEvent = static_cast<QKeyEvent*>(event);
-        if (keyEvent->key() == Qt::Key_Escape) {
-            Q_EMIT sigKeyPressed(keyEvent);
+        if (keyEvent->key() == Qt::Key_Escape && !reportEscape(object, keyEvent)) {
+            return true;
         }
     }
     return QItemDelegate::eventFilter(object, event);
+}
+
+/** Whether there is still something to close: a slot may delete @p editor, its view or this delegate. */
+bool ItemDelegate::reportEscape(QObject* editor, QKeyEvent* event)
+{
+    const QPointer<QObject> delegateLeft(this);
+    const QPointer<QObject> editorLeft(editor);
+    Q_EMIT sigKeyPressed(event);
+    return delegateLeft && editorLeft;
 }
 
 QSize ItemDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const

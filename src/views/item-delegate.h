@@ -42,11 +42,14 @@ public:
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
 
 Q_SIGNALS:
-    /** Escape went down in the editor. */
+    /** Escape went down in the editor. A slot may delete the editor, the view or this delegate. */
     void sigKeyPressed(QKeyEvent* event);
 
 protected:
     /** Notes @p rect in g_check_rect. */
     void drawCheck(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect,
         Qt::CheckState state) const override;
+
+private:
+    bool reportEscape(QObject* editor, QKeyEvent* event);
 };

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void keysAndRightClicks();
     void renaming_data();
     void renaming();
+    void goesWithEscape();
     void comparison();
 };
 
@@ -334,6 +335,23 @@ void TreeTest::renaming()
     QTEST(item->text(0), "result");
     QCOMPARE(escapes, key == Qt::Key_Escape ? 1 : 0);
     QCOMPARE(tree.currentItem(), item);
+}
+
+void TreeTest::goesWithEscape()
+{
+    for (const bool alone : { true, false }) {
+        const QPointer<Tree> tree(new Tree);
+        QTreeWidgetItem* item = tree->add(QStringLiteral("old"));
+        item->setFlags(item->flags() | Qt::ItemIsEditable);
+        tree->showActive();
+        tree->editItem(item);
+        const QPointer<QWidget> editor(tree->viewport()->findChild<QLineEdit*>());
+        connect(&tree->delegate, &ItemDelegate::sigKeyPressed, this,
+            [&] { delete (alone ? editor.data() : tree.data()); });
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QVERIFY(!editor);
+        delete tree;
+    }
 }
 
 void TreeTest::comparison()
