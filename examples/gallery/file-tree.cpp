@@ -151,7 +151,16 @@ void FileTree::addPlaces()
     topLevelItem(0)->setExpanded(true);
 }
 
-// The tree names its current item anew whenever it gets the focus.
+// The tree may go over the folder of another row, which nobody has chosen.
+void FileTree::focusInEvent(QFocusEvent* event)
+{
+    {
+        const QSignalBlocker silent(this);
+        VantTreeWidget::focusInEvent(event);
+    }
+    announce(currentItem());
+}
+
 void FileTree::announce(QTreeWidgetItem* current)
 {
     if (!current || pathOf(current) == m_current) {

@@ -35,6 +35,9 @@ Q_SIGNALS:
     void currentFolderGone();
     void ticked();
 
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+
 private:
     void addPlaces();
     void open(QTreeWidgetItem* item);

@@ -27,6 +27,12 @@ void paintGround(QPainter* painter, const QRect& row, const QColor& color)
     painter->restore();
 }
 
+bool mayComeWithPress(Qt::FocusReason reason)
+{
+    return reason == Qt::MouseFocusReason || reason == Qt::ActiveWindowFocusReason
+        || reason == Qt::PopupFocusReason;
+}
+
 // A row is moved down by one pixel against the tree; the pointer is moved up by it instead.
 QPoint amongRows(const QPoint& pointer)
 {
@@ -75,7 +81,15 @@ void VantTreeWidget::keyPressEvent(QKeyEvent* event)
     QTreeView::keyPressEvent(event);
 }
 
-void VantTreeWidget::focusInEvent(QFocusEvent* /*event*/)
+void VantTreeWidget::focusInEvent(QFocusEvent* event)
+{
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(scrolls && !mayComeWithPress(event->reason()));
+    renewCurrentItem();
+    setAutoScroll(scrolls);
+}
+
+void VantTreeWidget::renewCurrentItem()
 {
     // Whoever hears of the change may delete the item.
     const QPersistentModelIndex current = currentIndex();

@@ -55,8 +55,13 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
     /**
-     * Sets the current item anew, so that currentItemChanged() is sent twice, with null in between; without
-     * one, makes the item at the top of the viewport the current one.
+     * Sets the current item anew, so that currentItemChanged() is sent twice. In between, what lies before
+     * the upper left corner of the viewport is the current item: none, or, in a tree that is scrolled both
+     * ways, the row above the first one seen. A slot that acts on an item has to bear with that. Without a
+     * current item, makes the one at the top of the viewport the current one.
+     *
+     * The tree scrolls to the current item, but not if the focus comes with the mouse, with the window or
+     * from a popup: a press that may follow meets the row that the user sees.
      */
     void focusInEvent(QFocusEvent* event) override;
 
@@ -67,6 +72,7 @@ protected:
         QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
+    void renewCurrentItem();
     std::optional<QColor> rowGround(const QRect& row, const QModelIndex& index) const;
     QPoint pointerPlace() const;
     QModelIndex rowUnder(const QPoint& pointer) const;

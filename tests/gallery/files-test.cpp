@@ -9,6 +9,7 @@
 
 #include <vantkit-qt/vantkit.h>
 
+#include <QScrollBar>
 #include <QTimer>
 #include <QtTest>
 
@@ -265,6 +266,15 @@ void FilesTest::leads()
     QVERIFY2(!browser.tree->findChild<QLineEdit*>(), "nothing is renamed here");
     browser.press(browser.tree, Qt::Key_Backspace);
     QCOMPARE(browser.shown(), QString("Home"));
+
+    // The focus alone leads nowhere.
+    browser.tree->setFixedSize(50, 70);
+    browser.tree->horizontalScrollBar()->setValue(10);
+    browser.tree->verticalScrollBar()->setValue(3);
+    QSignalSpy chosen(browser.tree, SIGNAL(folderChosen(QString)));
+    browser.table->setFocus();
+    browser.tree->setFocus();
+    QVERIFY(chosen.isEmpty());
 }
 
 void FilesTest::folderVanishes()

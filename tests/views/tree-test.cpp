@@ -253,6 +253,22 @@ void TreeTest::focus()
     tree.setCurrentItem(tree.topLevelItem(12));
     QCOMPARE(focusAgain(), QStringLiteral("none,Row 12"));
     QVERIFY(tree.currentItem()->isSelected());
+
+    // Scrolled both ways it goes over the row before; a press meets the row that is seen all the same.
+    tree.header()->setStretchLastSection(false);
+    tree.setColumnWidth(0, 1000);
+    const auto scroll = [&] {
+        tree.setCurrentItem(tree.topLevelItem(0));
+        tree.scrollToItem(tree.topLevelItem(30), QTreeWidget::PositionAtTop);
+        tree.horizontalScrollBar()->setValue(50);
+    };
+    scroll();
+    QCOMPARE(focusAgain(), QStringLiteral("Row 29,Row 0"));
+    QCOMPARE(tree.itemAt(0, 0)->text(0), QStringLiteral("Row 0"));
+    scroll();
+    tree.clearFocus();
+    QTest::mouseClick(tree.windowHandle(), Qt::LeftButton, {}, { 50, 50 });
+    QCOMPARE(tree.currentItem()->text(0), QStringLiteral("Row 31"));
 }
 
 void TreeTest::focusWhileListenersDelete()
