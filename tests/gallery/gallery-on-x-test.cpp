@@ -1,8 +1,5 @@
 #include "support/guarded-test.h"
 
-#include <QDataStream>
-#include <QLineEdit>
-#include <QLocalSocket>
 #include <QProcess>
 #include <QtTest>
 
@@ -150,34 +147,6 @@ QStringList inFront(const QString& page)
     return { page, "visible", "on top", "active" };
 }
 
-QStringList minimised(const QString& page)
-{
-    return { page, "hidden", "iconic" };
-}
-
-QString socketName()
-{
-    return QDir::temp().entryList({ "qtsingleapp-galler-*" }, QDir::System).value(0);
-}
-
-/** The listening end counts as one. What other programs do meanwhile can hide one for a moment. */
-int connectionsTo(const QString& socket)
-{
-    QFile table("/proc/net/unix");
-    return table.open(QIODevice::ReadOnly)
-        ? QString::fromUtf8(table.readAll()).count(QDir::temp().filePath(socket) + '\n')
-        : 0;
-}
-
-/** As another start does, whatever the text. */
-QByteArray answerTo(const QByteArray& text)
-{
-    QLocalSocket socket;
-    socket.connectToServer(socketName());
-    QDataStream(&socket).writeBytes(text, static_cast<uint>(text.size()));
-    return socket.waitForReadyRead(patience) ? socket.readAll() : QByteArray();
-}
-
 } // namespace
 
 /** The gallery on a desktop: one instance, and what a second start does to it. */
@@ -188,36 +157,23 @@ class GalleryOnXTest : public GuardedTest
 private Q_SLOTS:
     void bringsTheFirstUp_data();
     void bringsTheFirstUp();
-    void firstIsBusyWithTheUser_data();
     void firstIsBusyWithTheUser();
     void helpOpensAndCloses();
     void firstDoesNotAnswer();
-    void firstDiesMeanwhile();
-    void passingJobsStayApart_data();
-    void passingJobsStayApart();
-    void takesNoWordForGranted();
 };
 
 void GalleryOnXTest::bringsTheFirstUp_data()
 {
     QTest::addColumn<bool>("isMaximised");
-    QTest::addColumn<bool>("isMinimised");
-    QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QStringList>("look");
-
-    const QStringList withPage = { "--page", "sheets", "--lang", "deu" };
-    QTest::newRow("minimised") << false << true << withPage << inFront("Sheets");
+    QTest::newRow("minimised") << false << inFront("Sheets");
     QTest::newRow("maximised, then minimised")
-        << true << true << withPage << QStringList { "Sheets", "maximised", "visible", "on top", "active" };
-    QTest::newRow("covered") << false << false << withPage << inFront("Sheets");
-    QTest::newRow("without a page") << false << true << QStringList() << inFront("Labels");
+        << true << QStringList { "Sheets", "maximised", "visible", "on top", "active" };
 }
 
 void GalleryOnXTest::bringsTheFirstUp()
 {
     QFETCH(bool, isMaximised);
-    QFETCH(bool, isMinimised);
-    QFETCH(QStringList, arguments);
     QFETCH(QStringList, look);
 
     const Gallery first("labels");
@@ -226,62 +182,24 @@ void GalleryOnXTest::bringsTheFirstUp()
         first.maximise();
         QTRY_VERIFY_WITH_TIMEOUT(first.look().contains("maximised"), patience);
     }
-    if (isMinimised) {
-        first.minimise();
-        QTRY_VERIFY_WITH_TIMEOUT(first.look().contains("iconic"), patience);
-    }
-    // The user works in another window up to the second start, as in a terminal.
-    QLineEdit other;
-    other.showMaximized();
-    QTRY_VERIFY_WITH_TIMEOUT(other.isActiveWindow(), patience);
-    press({ "a" });
-    QTRY_COMPARE_WITH_TIMEOUT(other.text(), QString("a"), patience);
+    first.minimise();
+    QTRY_VERIFY_WITH_TIMEOUT(first.look().contains("iconic"), patience);
 
-    QCOMPARE(startAgain(arguments), QStringList("0"));
+    QCOMPARE(startAgain({ "--page", "sheets", "--lang", "deu" }), QStringList("0"));
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), look, patience);
-    QTRY_VERIFY_WITH_TIMEOUT(!other.isActiveWindow(), patience);
     QCOMPARE(first.windows().size(), 1);
-}
-
-void GalleryOnXTest::firstIsBusyWithTheUser_data()
-{
-    QTest::addColumn<QStringList>("keys");
-    QTest::addColumn<int>("popups");
-    QTest::addColumn<QString>("question");
-    QTest::addColumn<int>("window"); // that it is in
-
-    QTest::newRow("list of the languages") << QStringList { "Tab", "space" } << 1 << QString() << 0;
-    QTest::newRow("sheet") << QStringList { "Tab", "Tab", "Tab", "space" } << 0 << "Sheets" << 0;
-    QTest::newRow("box") << QStringList { "Tab", "Tab", "Tab", "Tab", "space" } << 0 << "Information" << 1;
 }
 
 void GalleryOnXTest::firstIsBusyWithTheUser()
 {
-    QFETCH(QStringList, keys);
-    QFETCH(int, popups);
-    QFETCH(QString, question);
-    QFETCH(int, window);
-
     const Gallery first("sheets");
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Sheets"), patience);
-    press(keys);
-    QTRY_COMPARE_WITH_TIMEOUT(first.windows().size(), window + 1, patience);
-    QTRY_COMPARE_WITH_TIMEOUT(first.visibleWindows(), window + 1 + popups, patience);
-    QTRY_COMPARE_WITH_TIMEOUT(first.canClose(), question != "Sheets", patience);
-    for (int index = window; index >= 0 && !question.isEmpty(); --index) {
-        first.minimise(index);
-        QTRY_COMPARE_WITH_TIMEOUT(
-            first.look(index), minimised(index == window ? question : "Sheets"), patience);
-    }
-
+    press({ "Tab", "Tab", "Tab", "space" });
+    QTRY_VERIFY_WITH_TIMEOUT(!first.canClose(), patience);
     QCOMPARE(startAgain({ "--page", "labels" }), QStringList("0"));
-    if (!question.isEmpty()) {
-        QTRY_COMPARE_WITH_TIMEOUT(first.look(window), inFront(question), patience);
-        QTRY_COMPARE_WITH_TIMEOUT(first.look().mid(0, 2), inFront("Sheets").mid(0, 2), patience);
-        press({ "Return" });
-    }
+    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Sheets"), patience);
+    press({ "Return" });
     QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(first.visibleWindows(), 1, patience);
     QTRY_VERIFY_WITH_TIMEOUT(first.canClose(), patience);
 }
 
@@ -310,58 +228,6 @@ void GalleryOnXTest::firstDoesNotAnswer()
     const QStringList outcome = startAgain({ "--page", "sheets" });
     QVERIFY2(outcome.size() == 2 && outcome.first() == "1" && outcome.last().contains("does not answer"),
         qPrintable(outcome.join('\n')));
-}
-
-void GalleryOnXTest::firstDiesMeanwhile()
-{
-    Gallery first("labels");
-    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
-    first.signal(SIGSTOP);
-    const QString socket = socketName();
-    const Gallery second("sheets");
-    QTRY_VERIFY_WITH_TIMEOUT(connectionsTo(socket) > 1, patience);
-    first.end(SIGKILL);
-    QTRY_COMPARE_WITH_TIMEOUT(second.look(), inFront("Sheets"), patience);
-    QCOMPARE(startAgain({ "--page", "inputs" }), QStringList("0"));
-    QTRY_COMPARE_WITH_TIMEOUT(second.look(), inFront("Inputs"), patience);
-}
-
-void GalleryOnXTest::passingJobsStayApart_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-
-    QTest::newRow("help") << QStringList { "--help" };
-    QTest::newRow("version") << QStringList { "--version" };
-    QTest::newRow("pictures") << QStringList { "--screenshots", QDir::temp().filePath("pictures") };
-    QTest::newRow("start-up times") << QStringList { "--startup-times" };
-}
-
-/** A message that they sent would have come before that of the start which follows. */
-void GalleryOnXTest::passingJobsStayApart()
-{
-    QFETCH(QStringList, arguments);
-
-    const Gallery first("labels");
-    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
-    first.minimise();
-    QTRY_COMPARE_WITH_TIMEOUT(first.look(), minimised("Labels"), patience);
-    QCOMPARE(startAgain(arguments + QStringList { "--page", "footbar" }), QStringList("0"));
-    QCOMPARE(first.look(), minimised("Labels"));
-    QCOMPARE(startAgain({}), QStringList("0"));
-    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
-}
-
-void GalleryOnXTest::takesNoWordForGranted()
-{
-    const Gallery first("labels");
-    for (const QByteArray& text : { QByteArray("knobs"), QByteArray("SHEETS"), QByteArray("--page sheets"),
-             QByteArray("\xff\xfe\x80"), QByteArray(1000000, 'a') }) {
-        QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
-        first.minimise();
-        QTRY_COMPARE_WITH_TIMEOUT(first.look(), minimised("Labels"), patience);
-        QCOMPARE(answerTo(text), QByteArray("ack"));
-    }
-    QTRY_COMPARE_WITH_TIMEOUT(first.look(), inFront("Labels"), patience);
 }
 
 QTEST_MAIN(GalleryOnXTest)
