@@ -52,11 +52,11 @@ public:
         ++m_ended;
     }
 
-    void show(const QString& text, int images)
+    void show(const QString& text, int count)
     {
         m_ended = 0;
         setText(text);
-        while (m_ended < images) {
+        while (m_ended < count) {
             QCoreApplication::processEvents();
         }
     }
