@@ -59,7 +59,7 @@ bool leavesProgram(const QUrl& address)
 
 HtmlTextBrowser::HtmlTextBrowser(QWidget* parent)
     : QTextBrowser(parent)
-    , images(new PageImages(this))
+    , pageImages(new PageImages(this))
 { }
 
 HtmlTextBrowser::~HtmlTextBrowser() = default;
@@ -78,10 +78,10 @@ void HtmlTextBrowser::setText(const QString& text)
         pageBase = baseUrl;
         QDir().mkpath(imageFolder());
         setSearchPaths(QStringList(imageFolder()) + searchPaths());
-        images->startPage(PageOrigin::TextWithBase);
+        pageImages->startPage(PageOrigin::TextWithBase);
         startDownloads(text, base->end);
     } else {
-        images->startPage(PageOrigin::Text);
+        pageImages->startPage(PageOrigin::Text);
     }
     QTextEdit::setText(text);
 }
@@ -168,7 +168,7 @@ void HtmlTextBrowser::slotShowArrivedImages()
             const QTextFragment fragment = it.fragment();
             const QTextImageFormat format = fragment.charFormat().toImageFormat();
             if (format.isValid() && files.contains(fileNameOf(format.name()))) {
-                images->forget(format.name());
+                pageImages->forget(format.name());
                 changed = Span { changed ? changed->begin : fragment.position(),
                     fragment.position() + fragment.length() };
             }
@@ -182,10 +182,10 @@ void HtmlTextBrowser::slotShowArrivedImages()
 QVariant HtmlTextBrowser::loadResource(int type, const QUrl& name)
 {
     if (type == QTextDocument::HtmlResource || type == QTextDocument::MarkdownResource) {
-        images->startPage(PageOrigin::Source);
+        pageImages->startPage(PageOrigin::Source);
     }
-    const bool isOfText = images->origin() != PageOrigin::Source && name.scheme() != QLatin1String("qrc");
-    return isOfText ? images->resource(type, name) : QTextBrowser::loadResource(type, name);
+    const bool isOfText = pageImages->origin() != PageOrigin::Source && name.scheme() != QLatin1String("qrc");
+    return isOfText ? pageImages->resource(type, name) : QTextBrowser::loadResource(type, name);
 }
 
 void HtmlTextBrowser::followLink(const QUrl& link)

@@ -87,7 +87,7 @@ private:
 
     QString baseUrl;
     QMap<QString, ImageDownloader*> downloaders;
-    vantkit::internal::PageImages* images;
+    vantkit::internal::PageImages* pageImages;
 
     // Of the page that is shown:
     QString pageBase; ///< empty if it has none
