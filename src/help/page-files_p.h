@@ -17,8 +17,9 @@ QString imageFolder();
 /** What is behind the last slash of @p path. */
 QString fileNameOf(const QString& path);
 
-/** Where the image @p source of a page is saved; a path that cannot be written to if its name leads
- * elsewhere. */
+/**
+ * Where the image @p source of a page is saved; a path that cannot be written to if its name leads elsewhere.
+ */
 QString savePathOf(const QString& source);
 
 /**

@@ -73,8 +73,10 @@ public:
     VantMessageSheet(MessageType type, const QString& text, const QString& informativeText, QWidget* parent);
     VantMessageSheet(
         MessageType type, const QString& text, const MsgBoxCustomBtnText& customBtnText, QWidget* parent);
-    /** A sheet of the type ProcessingMovie with the movie in the file @p movieFile, 32 design pixels in
-     * square. */
+    /**
+     * A sheet of the type ProcessingMovie with the movie in the file @p movieFile,
+     * 32 design pixels in square.
+     */
     VantMessageSheet(const QString& text, const QString& movieFile, QWidget* parent);
     ~VantMessageSheet() override;
 
@@ -90,7 +92,8 @@ public:
     QAbstractButton* button(QMessageBox::StandardButton which) const;
     /** Makes @p button the default; null is ignored. */
     void setDefaultButton(QPushButton* button);
-    /** Whether the window refuses to close while the sheet is open. It holds for the next opening or closing.
+    /**
+     * Whether the window refuses to close while the sheet is open. It holds for the next opening or closing.
      */
     void setBlockWindowButton(bool block = true);
 

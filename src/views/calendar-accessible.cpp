@@ -7,7 +7,8 @@
 
 namespace {
 
-/** What Qt tells of an item view ends at its viewport. Here it is what lies in the layout, and nothing else.
+/**
+ * What Qt tells of an item view ends at its viewport. Here it is what lies in the layout, and nothing else.
  */
 class CalendarAccessible : public QAccessibleWidget
 {

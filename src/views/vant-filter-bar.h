@@ -27,8 +27,10 @@ public:
     void setMenu(QMenu* menu);
 
 Q_SIGNALS:
-    /** Return or Enter was pressed on @p keyword, which may be empty or the same as before. Typing is not
-     * reported. A slot that wants the bar gone calls deleteLater(). */
+    /**
+     * Return or Enter was pressed on @p keyword, which may be empty or the same as before. Typing is not
+     * reported. A slot that wants the bar gone calls deleteLater().
+     */
     void sigKeywordChanged(QString keyword);
 
 protected:

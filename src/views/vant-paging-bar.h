@@ -50,9 +50,9 @@ public:
     explicit VantPagingBar(VantPagingModel* model, QWidget* parent = nullptr);
 
     /**
-     * Shows @p page and makes it the model's current one, without a signal. It is the caller's part to name
-     * a page from 1 to the model's VantPagingModel::pageCount(); numbers of pages that do not exist are left
-     * blank.
+     * Shows @p page and makes it the model's current one, without a signal. It is the caller's part
+     * to name a page from 1 to the model's VantPagingModel::pageCount(); numbers of pages that do
+     * not exist are left blank.
      */
     void setPage(int page);
 
