@@ -79,83 +79,84 @@ const std::map<QString, Maker> makers {
  * among those of that class; px are design pixels, and @ stands before style keys.
  */
 const char* const expectations = R"(
-button                                       flat=true sizePolicy=Fixed/Fixed styleSheet=@cancel_button
-button-of-no-kind                            flat=true sizePolicy=Fixed/Fixed styleSheet=
-icon-button-of-a-picture                     sizePolicy=Fixed/Fixed styleSheet=@icon_button popupMode=InstantPopup
-icon-button                                  sizePolicy=Fixed/Fixed styleSheet=@icon_button
-icon-button                                  popupMode=InstantPopup toolButtonStyle=ToolButtonIconOnly
-check-box                                    styleSheet=@checkbox
-radio-button                                 styleSheet=@radio_button
-label                                        styleSheet=@label
-foot-bar QHBoxLayout:0                       margins=20px,8px,20px,8px spacing=10px alignment=1 alignment0=128
-line-edit QHBoxLayout:0                      margins=0,0,0,0 spacing=0 alignment=1
-line-edit QLineEdit:0                        styleSheet=@lineedit
-line-edit QLabel:0                           styleSheet=@lineedit_label
-line-edit QLabel:1                           styleSheet=@lineedit_label
-path-bar                                     styleSheet=@button_path minimumHeight=28px maximumHeight=28px
-path-bar                                     showGrid=false selectionMode=NoSelection focusPolicy=NoFocus
-path-bar                                     horizontalScrollBarPolicy=ScrollBarAlwaysOff
-path-bar                                     horizontalScrollMode=ScrollPerPixel
-path-bar QHeaderView:0                       hidden=true
-path-bar QHeaderView:1                       hidden=true
-path-bar QToolButton:0                       styleSheet=@button_path_change_folder_btn popupMode=InstantPopup
-path-bar QToolButton:0                       iconSize=20x20 hidden=true geometry=1px,1px,26px,26px
-paging-bar #PAGINGBARBORDER                  styleSheet=@paging_bar_border minimumHeight=29px maximumHeight=29px
-paging-bar VantIconButton:0                  toolTip=first_page
-paging-bar VantIconButton:1                  toolTip=prev_5_pages
-paging-bar VantIconButton:2                  toolTip=next_5_pages
-paging-bar VantIconButton:3                  toolTip=last_page
-paging-bar VantIconButton:4                  toolTip= accessibleName=pagebar_refresh maximumSize=24pxx24px
-paging-bar VantButton:1                      styleSheet=@nonselect_paging_button
-paging-bar VantButton:2                      styleSheet=@select_paging_button text=1
-paging-bar VantButton:2                      minimumHeight=27px maximumHeight=27px
-table QVBoxLayout:0                          margins=0,0,0,0 spacing=0
-table ResizeSignalTableWidget:0              styleSheet=@table@scrollbar showGrid=false
-table ResizeSignalTableWidget:0              selectionBehavior=SelectRows editTriggers=NoEditTriggers
-table ResizeSignalTableWidget:0              verticalScrollMode=ScrollPerPixel horizontalScrollMode=ScrollPerPixel
-table ResizeSignalTableWidget:0              verticalScrollBarPolicy=ScrollBarAlwaysOn
-table QScrollArea:0                          minimumHeight=30px maximumHeight=30px focusPolicy=NoFocus
-table QScrollArea:0                          verticalScrollBarPolicy=ScrollBarAlwaysOff
-table QScrollArea:0                          horizontalScrollBarPolicy=ScrollBarAlwaysOff
-calendar                                     selectionMode=NoSelection accessibleName=accessible_calendar
-calendar #qt_calendar_today_button           text=today maximumHeight=24px styleSheet=@cancel_button
-calendar QCalendarWidget:0                   firstDayOfWeek=Sunday horizontalHeaderFormat=NoHorizontalHeader
-calendar QCalendarWidget:0                   verticalHeaderFormat=NoVerticalHeader
-calendar #qt_calendar_navigationbar          autoFillBackground=false
-calendar #qt_calendar_prevmonth              focusPolicy=StrongFocus accessibleName=accessible_calendar_prev_month
-calendar #qt_calendar_nextmonth              focusPolicy=StrongFocus accessibleName=accessible_calendar_next_month
-calendar #qt_calendar_monthbutton            focusPolicy=StrongFocus
-calendar #qt_calendar_yearbutton             focusPolicy=StrongFocus
-calendar #qt_calendar_weekdayview            styleSheet=@table focusPolicy=NoFocus maximumHeight=30px showGrid=false
-calendar #qt_calendar_weekdayview            horizontalScrollBarPolicy=ScrollBarAlwaysOff frameShape=NoFrame
-calendar #qt_calendar_weekdayview            editTriggers=NoEditTriggers selectionMode=NoSelection
-calendar #qt_calendar_weekdayview            sizeAdjustPolicy=AdjustToContents
-date-selector                                minimumHeight=32px maximumHeight=32px styleSheet=@date_selector@menu
-date-selector VantCalanderView:0             minimumHeight=260px maximumHeight=260px maximumWidth=280px
-filter-bar                                   styleSheet=@lineedit@filter_bar_padding minimumHeight=28px maximumHeight=28px
-filter-bar VantIconButton:0                  styleSheet=@filter_search_button focusPolicy=NoFocus
-filter-bar VantIconButton:0                  geometry=4px,2px,34px,24px
-message-sheet                                sizePolicy=Fixed/Maximum styleSheet=@message_sheet_other
-message-sheet QVBoxLayout:0                  margins=20px,20px,20px,10px spacing=0
-message-sheet QLabel:0                       sizePolicy=Minimum/Maximum wordWrap=true focusPolicy=StrongFocus
-message-sheet QLabel:0                       styleSheet=@message_sheet_text openExternalLinks=true alignment=AlignTop
-message-sheet QLabel:1                       sizePolicy=Maximum/Maximum
-message-sheet QLabel:2                       sizePolicy=Minimum/Maximum wordWrap=true focusPolicy=StrongFocus
-message-sheet QLabel:2                       openExternalLinks=true alignment=AlignLeading|AlignTop
-message-sheet QPushButton:0                  styleSheet=@apply_button default=true
-message-sheet QPushButton:0                  minimumSize=120pxx28px maximumHeight=28px
-message-sheet QPushButton:1                  styleSheet=@cancel_button minimumSize=80pxx28px maximumHeight=28px
-processing-sheet                             styleSheet=@message_sheet_processing
-input-sheet                                  sizePolicy=Fixed/Maximum styleSheet=@message_sheet_other
-input-sheet QVBoxLayout:0                    margins=10px,10px,10px,10px spacing=0
-input-sheet QLabel:0                         sizePolicy=Minimum/Maximum wordWrap=true alignment=AlignTop
-input-sheet QLineEdit:0                      styleSheet=@lineedit minimumHeight=28px maximumHeight=28px
-input-sheet QPushButton:0                    styleSheet=@apply_button default=true
-input-sheet QPushButton:1                    styleSheet=@cancel_button
-countdown-box                                styleSheet=@info_message_box
-countdown-box QPushButton:0                  styleSheet=@apply_button
-countdown-box QPushButton:1                  styleSheet=@cancel_button text=cancel
-browser-window                               windowModality=ApplicationModal styleSheet=@scrollbar
+button                               flat=true sizePolicy=Fixed/Fixed styleSheet=@cancel_button
+button-of-no-kind                    flat=true sizePolicy=Fixed/Fixed styleSheet=
+icon-button-of-a-picture             sizePolicy=Fixed/Fixed styleSheet=@icon_button popupMode=InstantPopup
+icon-button                          sizePolicy=Fixed/Fixed styleSheet=@icon_button
+icon-button                          popupMode=InstantPopup toolButtonStyle=ToolButtonIconOnly
+check-box                            styleSheet=@checkbox
+radio-button                         styleSheet=@radio_button
+label                                styleSheet=@label
+foot-bar QHBoxLayout:0               margins=20px,8px,20px,8px spacing=10px alignment=1 alignment0=128
+line-edit QHBoxLayout:0              margins=0,0,0,0 spacing=0 alignment=1
+line-edit QLineEdit:0                styleSheet=@lineedit
+line-edit QLabel:0                   styleSheet=@lineedit_label
+line-edit QLabel:1                   styleSheet=@lineedit_label
+path-bar                             styleSheet=@button_path minimumHeight=28px maximumHeight=28px
+path-bar                             showGrid=false selectionMode=NoSelection focusPolicy=NoFocus
+path-bar                             horizontalScrollBarPolicy=ScrollBarAlwaysOff
+path-bar                             horizontalScrollMode=ScrollPerPixel
+path-bar QHeaderView:0               hidden=true
+path-bar QHeaderView:1               hidden=true
+path-bar QToolButton:0               styleSheet=@button_path_change_folder_btn popupMode=InstantPopup
+path-bar QToolButton:0               iconSize=20x20 hidden=true geometry=1px,1px,26px,26px
+paging-bar #PAGINGBARBORDER          styleSheet=@paging_bar_border minimumHeight=29px maximumHeight=29px
+paging-bar VantIconButton:0          toolTip=first_page
+paging-bar VantIconButton:1          toolTip=prev_5_pages
+paging-bar VantIconButton:2          toolTip=next_5_pages
+paging-bar VantIconButton:3          toolTip=last_page
+paging-bar VantIconButton:4          toolTip= accessibleName=pagebar_refresh maximumSize=24pxx24px
+paging-bar VantButton:1              styleSheet=@nonselect_paging_button
+paging-bar VantButton:2              styleSheet=@select_paging_button text=1
+paging-bar VantButton:2              minimumHeight=27px maximumHeight=27px
+table QVBoxLayout:0                  margins=0,0,0,0 spacing=0
+table ResizeSignalTableWidget:0      styleSheet=@table@scrollbar showGrid=false
+table ResizeSignalTableWidget:0      selectionBehavior=SelectRows editTriggers=NoEditTriggers
+table ResizeSignalTableWidget:0      verticalScrollMode=ScrollPerPixel horizontalScrollMode=ScrollPerPixel
+table ResizeSignalTableWidget:0      verticalScrollBarPolicy=ScrollBarAlwaysOn
+table QScrollArea:0                  minimumHeight=30px maximumHeight=30px focusPolicy=NoFocus
+table QScrollArea:0                  verticalScrollBarPolicy=ScrollBarAlwaysOff
+table QScrollArea:0                  horizontalScrollBarPolicy=ScrollBarAlwaysOff
+calendar                             selectionMode=NoSelection accessibleName=accessible_calendar
+calendar #qt_calendar_today_button   text=today maximumHeight=24px styleSheet=@cancel_button
+calendar QCalendarWidget:0           firstDayOfWeek=Sunday horizontalHeaderFormat=NoHorizontalHeader
+calendar QCalendarWidget:0           verticalHeaderFormat=NoVerticalHeader
+calendar #qt_calendar_navigationbar  autoFillBackground=false
+calendar #qt_calendar_prevmonth      focusPolicy=StrongFocus accessibleName=accessible_calendar_prev_month
+calendar #qt_calendar_nextmonth      focusPolicy=StrongFocus accessibleName=accessible_calendar_next_month
+calendar #qt_calendar_monthbutton    focusPolicy=StrongFocus
+calendar #qt_calendar_yearbutton     focusPolicy=StrongFocus
+calendar #qt_calendar_weekdayview    styleSheet=@table focusPolicy=NoFocus maximumHeight=30px showGrid=false
+calendar #qt_calendar_weekdayview    horizontalScrollBarPolicy=ScrollBarAlwaysOff frameShape=NoFrame
+calendar #qt_calendar_weekdayview    editTriggers=NoEditTriggers selectionMode=NoSelection
+calendar #qt_calendar_weekdayview    sizeAdjustPolicy=AdjustToContents
+date-selector                        minimumHeight=32px maximumHeight=32px styleSheet=@date_selector@menu
+date-selector VantCalanderView:0     minimumHeight=260px maximumHeight=260px maximumWidth=280px
+filter-bar                           styleSheet=@lineedit@filter_bar_padding
+filter-bar                           minimumHeight=28px maximumHeight=28px
+filter-bar VantIconButton:0          styleSheet=@filter_search_button focusPolicy=NoFocus
+filter-bar VantIconButton:0          geometry=4px,2px,34px,24px
+message-sheet                        sizePolicy=Fixed/Maximum styleSheet=@message_sheet_other
+message-sheet QVBoxLayout:0          margins=20px,20px,20px,10px spacing=0
+message-sheet QLabel:0               sizePolicy=Minimum/Maximum wordWrap=true focusPolicy=StrongFocus
+message-sheet QLabel:0               styleSheet=@message_sheet_text openExternalLinks=true alignment=AlignTop
+message-sheet QLabel:1               sizePolicy=Maximum/Maximum
+message-sheet QLabel:2               sizePolicy=Minimum/Maximum wordWrap=true focusPolicy=StrongFocus
+message-sheet QLabel:2               openExternalLinks=true alignment=AlignLeading|AlignTop
+message-sheet QPushButton:0          styleSheet=@apply_button default=true
+message-sheet QPushButton:0          minimumSize=120pxx28px maximumHeight=28px
+message-sheet QPushButton:1          styleSheet=@cancel_button minimumSize=80pxx28px maximumHeight=28px
+processing-sheet                     styleSheet=@message_sheet_processing
+input-sheet                          sizePolicy=Fixed/Maximum styleSheet=@message_sheet_other
+input-sheet QVBoxLayout:0            margins=10px,10px,10px,10px spacing=0
+input-sheet QLabel:0                 sizePolicy=Minimum/Maximum wordWrap=true alignment=AlignTop
+input-sheet QLineEdit:0              styleSheet=@lineedit minimumHeight=28px maximumHeight=28px
+input-sheet QPushButton:0            styleSheet=@apply_button default=true
+input-sheet QPushButton:1            styleSheet=@cancel_button
+countdown-box                        styleSheet=@info_message_box
+countdown-box QPushButton:0          styleSheet=@apply_button
+countdown-box QPushButton:1          styleSheet=@cancel_button text=cancel
+browser-window                       windowModality=ApplicationModal styleSheet=@scrollbar
 )";
 
 QObject* partOf(QObject* root, const QString& path)

@@ -41,8 +41,7 @@ void ImageCatalogueTest::sizes_data()
 {
     QTest::addColumn<QSize>("source");
     QTest::addColumn<QSize>("display"); // of the file for style sheets, and of the pixmap in logical pixels
-    const auto row = [](const char* name, const QSize& source, const QSize& at96, const QSize& at120,
-                         const QSize& at144, const QSize& at192) {
+    const auto row = [](const char* name, QSize source, QSize at96, QSize at120, QSize at144, QSize at192) {
         QTest::newRow(name) << source << displayscale::pick(at96, at120, at144, at192);
     };
     row("even", { 64, 48 }, { 16, 12 }, { 20, 15 }, { 24, 18 }, { 32, 24 });
@@ -150,19 +149,18 @@ void ImageCatalogueTest::temporaryImages()
     const ThemeFolder theme;
     theme.writeList({}, { "arrow up", "gone" });
     theme.writeImage("arrowup", { 40, 24 }, Qt::red);
-    const QString folder = "../user/data/tmp_images/";
+    const QString files[] { "../user/data/tmp_images/tmp_arrowup.png",
+        "../user/data/tmp_images/tmp_gone.png" };
     qint64 size = 0;
     for (const auto type : bothTypes) {
         theme.initializeImages(type);
-        QFile arrow(theme.path(folder + "tmp_arrowup.png"));
-        QCOMPARE(QImageReader::imageFormat(arrow.fileName()), QByteArray("png"));
+        QCOMPARE(QImageReader::imageFormat(theme.path(files[0])), QByteArray("png"));
         QCOMPARE(theme.temporaryImage("arrowup").pixelColor(1, 1), QColor(Qt::red));
-        QVERIFY(QFile::exists(theme.path(folder + "tmp_gone.png")));
-        QCOMPARE(QFile(theme.path(folder + "tmp_gone.png")).size(), 0);
-        QVERIFY(size == 0 || size == arrow.size());
-        size = arrow.size();
-        theme.write(folder + "tmp_arrowup.png", QByteArray(5000, 'x'));
-        theme.write(folder + "tmp_gone.png", QByteArray(5000, 'x'));
+        QVERIFY(QFile::exists(theme.path(files[1])) && QFile(theme.path(files[1])).size() == 0);
+        QVERIFY(size == 0 || size == QFile(theme.path(files[0])).size());
+        size = QFile(theme.path(files[0])).size();
+        theme.write(files[0], QByteArray(5000, 'x'));
+        theme.write(files[1], QByteArray(5000, 'x'));
     }
     log.expect("Cannot load pixmap \"arrowup\"");
     QVERIFY(getGlobalImage("arrowup").isNull());

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-/** The display scale that the test was registered for, as the environment gives it and not as the kit reads it. */
+/** The display scale that the test was registered for, as the environment gives it and not the kit. */
 namespace displayscale {
 
 /** 96, 120, 144 or 192. */
