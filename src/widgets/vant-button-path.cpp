@@ -5,17 +5,14 @@
 #include "utils/design-pixels_p.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QFontMetrics>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalMapper>
 #include <QToolButton>
-
-#include <algorithm>
 
 using vantkit::internal::designPixels;
 
@@ -31,61 +28,22 @@ QString withDoubledAmpersands(QString name)
     return name.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-QString withoutDoubledAmpersands(QString text)
+void deleteAllLater(QObjectList* objects)
 {
-    return text.replace(QLatin1String("&&"), QLatin1String("&"));
+    for (QObject* object : *objects) {
+        object->deleteLater();
+    }
+    delete objects;
 }
 
 } // namespace
-
-/**
- * A click that is being told. What it passes through has to live until it has returned, whatever the slots
- * do: rebuild the row, run an event loop, delete the bar. A deleteLater() in such a loop would come too
- * early.
- */
-class VantButtonPath::Click
-{
-public:
-    Click(VantButtonPath* bar, QObject* clicked)
-        : m_bar(bar)
-        , m_clicked(clicked)
-    {
-        m_bar->m_clicks.push_back(this);
-    }
-
-    ~Click()
-    {
-        if (m_bar) {
-            m_bar->m_clicks.pop_back();
-        }
-        for (const QPointer<QObject>& object : m_kept) {
-            if (object) {
-                object->deleteLater();
-            }
-        }
-    }
-
-    Click(const Click&) = delete;
-    Click& operator=(const Click&) = delete;
-
-    QObject* clicked() const { return m_clicked; }
-
-    /** Takes @p object over until the click has returned. */
-    void keep(QObject* object) { m_kept.emplace_back(object); }
-
-    void forgetBar() { m_bar = nullptr; }
-
-private:
-    VantButtonPath* m_bar;
-    QPointer<QObject> m_clicked;
-    std::vector<QPointer<QObject>> m_kept;
-};
 
 VantButtonPath::VantButtonPath(QWidget* parent)
     : QTableWidget(parent)
     , changeFolderBtn(new QToolButton) // becomes a child of the bar when it is dressed
     , pathMapper(new QSignalMapper(this))
     , menuMapper(new QSignalMapper(this))
+    , m_leftToClicks(new QObjectList, deleteAllLater)
 {
     insertRow(0);
     horizontalHeader()->hide();
@@ -99,6 +57,8 @@ VantButtonPath::VantButtonPath(QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
     // The table would keep the Tab key for moving among its cells, and never let go of it.
     setTabKeyNavigation(false);
+    // It would also scroll to the cell of the button that gets the focus.
+    setAutoScroll(false);
     setFixedHeight(designPixels(28));
 
     dressFolderButton();
@@ -110,25 +70,16 @@ VantButtonPath::VantButtonPath(QWidget* parent)
 
 VantButtonPath::~VantButtonPath()
 {
-    QMenu* menu = changeFolderBtn->menu();
-    if (m_clicks.empty()) {
-        delete menu;
+    disconnectNames();
+    clearMenu();
+    const QObjectList relays { pathMapper, menuMapper, changeFolderBtn->menu() };
+    if (m_leftToClicks.use_count() == 1) {
+        qDeleteAll(relays);
         return;
     }
-    Click* outermost = m_clicks.front();
-    for (Click* click : m_clicks) {
-        click->forgetBar();
-        if (auto* button = qobject_cast<QPushButton*>(click->clicked())) {
-            button->hide();
-            button->setParent(nullptr);
-            outermost->keep(button);
-        }
-    }
-    for (QSignalMapper* mapper : { pathMapper, menuMapper }) {
-        mapper->setParent(nullptr);
-        outermost->keep(mapper);
-    }
-    outermost->keep(menu);
+    pathMapper->setParent(nullptr);
+    menuMapper->setParent(nullptr);
+    *m_leftToClicks = relays;
 }
 
 void VantButtonPath::dressFolderButton()
@@ -146,88 +97,82 @@ void VantButtonPath::dressFolderButton()
     changeFolderBtn->move(designPixels(1), designPixels(1));
 }
 
+// The focus moves before the row is touched and after the new one stands, as a slot of the move may come back
+// here. Even the move of the focus to a name may lead here, so the name that has it is spared until the move
+// is over.
 void VantButtonPath::refresh(QString path)
 {
-    const int focused = focusedColumn();
-    viewWidth = horizontalScrollBar()->pageStep();
-    if (focused >= 0) {
+    QWidget* focused = window()->focusWidget();
+    const int place = columnOf(focused);
+    if (place >= 0) {
         setFocus(Qt::OtherFocusReason); // else it visits another widget on its way
     }
-    m_isRebuilding = true;
-    changeFolderBtn->hide();
-    clearMenu();
-    removeButtons();
-    clear();
-    setColumnCount(0);
-
-    const QStringList names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
-    for (int i = 0; i < names.size(); ++i) {
-        if (i > 0) {
-            appendColumn(createArrow());
-        }
-        QPushButton* button = createNameButton(names.at(i), 2 * i);
-        appendColumn(button);
-        // Qt takes no wider one, and would leave the column as it is.
-        setColumnWidth(columnCount() - 1, qMin(button->width(), horizontalHeader()->maximumSectionSize()));
-    }
-    m_isRebuilding = false;
+    viewWidth = horizontalScrollBar()->pageStep();
+    viewport()->hide(); // else Qt looks for the widget below the pointer with each one that shows or hides
+    removeRow(focused);
+    m_names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    buildRow();
+    viewport()->show();
     updateColumnSize();
-    focusColumn(focused);
+    focusColumn(place);
 }
 
-// The table would lay out the whole row with each column that comes; updateColumnSize() has it do so once.
-void VantButtonPath::updateGeometries()
+void VantButtonPath::removeRow(const QWidget* spared)
 {
-    if (!m_isRebuilding) {
-        QTableWidget::updateGeometries();
+    changeFolderBtn->hide();
+    changeFolderBtn->menu()->hide();
+    clearMenu();
+    disconnectNames();
+    for (int column = 0; column < columnCount(); ++column) {
+        QWidget* button = cellWidget(0, column);
+        if (button != spared) {
+            delete button;
+        }
+    }
+    clear(); // which hides what is left, and deletes it later
+    setColumnCount(0);
+}
+
+// A mapper that learns that an object goes looks through all that it knows, and drops a mapping that the
+// click being told still reads. So none learns of it; an object that comes to the same address is mapped
+// anew.
+void VantButtonPath::disconnectNames()
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        if (QWidget* button = cellWidget(0, column)) {
+            button->disconnect(pathMapper);
+        }
     }
 }
 
 void VantButtonPath::clearMenu()
 {
     QMenu* menu = changeFolderBtn->menu();
-    menu->hide();
     const QList<QAction*> actions = menu->actions();
     for (QAction* action : actions) {
-        if (keepForItsClick(action)) {
-            menu->removeAction(action);
-        }
+        action->disconnect(menuMapper);
     }
     menu->clear();
 }
 
-void VantButtonPath::removeButtons()
+void VantButtonPath::buildRow()
 {
-    while (!buttons.isEmpty()) {
-        QPushButton* button = buttons.takeFirst();
-        if (keepForItsClick(button)) {
-            // The table deletes the widgets of its cells, so it has to believe that this one is gone.
-            editorDestroyed(button);
-            button->removeEventFilter(this);
-            button->hide();
-        } else {
-            delete button;
-        }
+    setColumnCount(qMax(0, 2 * m_names.size() - 1));
+    for (int column = 0; column < columnCount(); ++column) {
+        setCellWidget(0, column, isFolder(column) ? createNameButton(column) : createArrow());
     }
-}
-
-/** Whether @p object was clicked and the click has not returned. Then it goes when it has, and tells nothing
- * more. */
-bool VantButtonPath::keepForItsClick(QObject* object)
-{
-    const auto click = std::find_if(m_clicks.begin(), m_clicks.end(),
-        [object](const Click* candidate) { return candidate->clicked() == object; });
-    if (click == m_clicks.end()) {
-        return false;
+    // From the end: a button put at the end of a long row has Qt search the whole chain.
+    for (int column = columnCount() - 1; column >= 0; column -= 2) {
+        QWidget* button = cellWidget(0, column);
+        setColumnWidth(column, button->width());
+        setTabOrder(changeFolderBtn, button);
     }
-    object->blockSignals(true);
-    (*click)->keep(object);
-    return true;
 }
 
 /** The caller owns the button. */
-QPushButton* VantButtonPath::createNameButton(const QString& name, int column)
+QPushButton* VantButtonPath::createNameButton(int column)
 {
+    const QString& name = m_names.at(column / 2);
     auto* button = new QPushButton;
     const int textWidth = QFontMetrics(button->font()).horizontalAdvance(name);
     button->setText(withDoubledAmpersands(name));
@@ -251,19 +196,6 @@ QPushButton* VantButtonPath::createArrow()
     arrow->setStyleSheet(getStyleSheet("component.button_path_arrow", false));
     arrow->setFixedSize(designPixels(6), designPixels(28));
     return arrow;
-}
-
-/** Puts @p button, which the table then owns, behind the row, and behind the last one for the Tab key as
- * well. */
-void VantButtonPath::appendColumn(QPushButton* button)
-{
-    const int column = columnCount();
-    buttons.append(button);
-    insertColumn(column);
-    setCellWidget(0, column, button);
-    if (isFolder(column)) {
-        setTabOrder(column == 0 ? static_cast<QWidget*>(changeFolderBtn) : buttons.at(column - 2), button);
-    }
 }
 
 void VantButtonPath::updateColumnSize()
@@ -292,13 +224,14 @@ void VantButtonPath::setChangeFolderBtn(int totalWidth)
     for (int column = 0; column < columnCount(); ++column) {
         const int end = passed + columnWidth(column);
         if (isFolder(column)) {
-            auto* action = new QAction(buttons.at(column)->text(), menu);
+            auto* action = new QAction(withDoubledAmpersands(m_names.value(column / 2)), menu);
             menu->addAction(action);
             connect(action, SIGNAL(triggered(bool)), menuMapper, SLOT(map()));
             menuMapper->setMapping(action, column);
-            // The menu leads there, so that the Tab key need not stop where nobody sees it.
-            if (end <= coveredWidth) {
-                buttons.at(column)->setFocusPolicy(Qt::NoFocus);
+            QWidget* button = cellWidget(0, column);
+            if (button && end <= coveredWidth) {
+                // The menu leads there, so that the Tab key need not stop where nobody sees it.
+                button->setFocusPolicy(Qt::NoFocus);
             }
             if (end > hiddenWidth) {
                 break;
@@ -311,15 +244,11 @@ void VantButtonPath::setChangeFolderBtn(int totalWidth)
 
 QString VantButtonPath::getPath(int btn_id)
 {
-    QString path;
-    for (int column = 0; column <= btn_id; ++column) {
-        if (isFolder(column)) {
-            path += withoutDoubledAmpersands(buttons.at(column)->text());
-        } else {
-            path += QLatin1Char('/');
-        }
+    if (btn_id < 0) {
+        return {};
     }
-    return path;
+    const QString path = QStringList(m_names.mid(0, btn_id / 2 + 1)).join(QLatin1Char('/'));
+    return isFolder(btn_id) ? path : path + QLatin1Char('/');
 }
 
 void VantButtonPath::slotUpdatePath(QString path)
@@ -329,41 +258,42 @@ void VantButtonPath::slotUpdatePath(QString path)
 
 void VantButtonPath::slotPathBarClicked(int btn_id)
 {
-    const Click click(this, clickedObject(btn_id));
+    const auto leftToThisClick = m_leftToClicks; // a slot may delete the bar
     Q_EMIT sigUpdatePath(getPath(btn_id));
 }
 
-/** The button or the menu action that column @p btn_id was clicked by; null if the slot was called directly.
- */
-QObject* VantButtonPath::clickedObject(int btn_id)
+// The table takes a button that the pointer is over for the editor of its cell, and would give it the focus.
+bool VantButtonPath::edit(const QModelIndex& /*index*/, EditTrigger /*trigger*/, QEvent* /*event*/)
 {
-    if (sender() == pathMapper) {
-        return buttons.value(btn_id);
-    }
-    if (sender() == menuMapper) {
-        return changeFolderBtn->menu()->actions().value(btn_id / 2);
-    }
-    return nullptr;
+    return false;
 }
 
-/** The column of the name that has the focus, the end of the row for the rest of the bar, and -1 for none of
- * it. */
-int VantButtonPath::focusedColumn() const
+// What the buttons leave would move among the cells.
+void VantButtonPath::keyPressEvent(QKeyEvent* event)
 {
-    QWidget* focused = window()->focusWidget();
-    if (focused == this || focused == changeFolderBtn) {
-        return columnCount();
+    event->ignore();
+}
+
+/** The column of @p widget, the end of the row for the rest of the bar, and -1 for what is outside. */
+int VantButtonPath::columnOf(const QWidget* widget) const
+{
+    if (!isAncestorOf(widget)) {
+        return -1;
     }
-    return buttons.indexOf(qobject_cast<QPushButton*>(focused));
+    int column = 0;
+    while (column < columnCount() && cellWidget(0, column) != widget) {
+        ++column;
+    }
+    return column;
 }
 
 /** Gives the focus to the name in @p column or the last one before it, or to the menu that it is in. */
 void VantButtonPath::focusColumn(int column)
 {
-    if (column < 0 || buttons.isEmpty()) {
+    QWidget* target = cellWidget(0, qMin(column, columnCount() - 1));
+    if (!target) {
         return;
     }
-    QWidget* target = buttons.at(qMin(column, buttons.size() - 1));
     if (target->focusPolicy() == Qt::NoFocus) {
         target = changeFolderBtn;
     }

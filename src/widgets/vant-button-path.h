@@ -2,10 +2,10 @@
 
 #include "vantkit-export.h"
 
-#include <QList>
+#include <QStringList>
 #include <QTableWidget>
 
-#include <vector>
+#include <memory>
 
 class QPushButton;
 class QSignalMapper;
@@ -79,27 +79,25 @@ Q_SIGNALS:
     void sigUpdatePath(QString path);
 
 protected:
-    void updateGeometries() override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    class Click;
-
     void dressFolderButton();
-    void appendColumn(QPushButton* button);
-    QPushButton* createNameButton(const QString& name, int column);
-    static QPushButton* createArrow();
+    void removeRow(const QWidget* spared);
+    void disconnectNames();
     void clearMenu();
-    void removeButtons();
-    bool keepForItsClick(QObject* object);
-    QObject* clickedObject(int btn_id);
-    int focusedColumn() const;
+    void buildRow();
+    QPushButton* createNameButton(int column);
+    static QPushButton* createArrow();
+    int columnOf(const QWidget* widget) const;
     void focusColumn(int column);
 
-    QList<QPushButton*> buttons;
+    QStringList m_names;
     QToolButton* changeFolderBtn;
     int viewWidth = 0;
     QSignalMapper* pathMapper;
     QSignalMapper* menuMapper;
-    bool m_isRebuilding = false;
-    std::vector<Click*> m_clicks; // those that have not returned, the outermost first
+    // What a deleted bar leaves to those of its clicks that have not returned.
+    std::shared_ptr<QObjectList> m_leftToClicks;
 };
