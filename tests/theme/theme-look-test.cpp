@@ -15,7 +15,6 @@ class ThemeLookTest : public GuardedTest
 
 private Q_SLOTS:
     void initTestCase();
-    void shadow();
     void focusMovesNothing();
     void errorShows();
     void messageButtonsKeepTheirText();
@@ -26,12 +25,6 @@ private:
 };
 
 namespace {
-
-/** How dark a piece of the shadow is at a pixel. */
-int alpha(const char* place, int x, int y)
-{
-    return getGlobalImage(QString("bg_tutorial_") + place).toImage().pixelColor(x, y).alpha();
-}
 
 template <typename Option>
 Option optionFor(const QWidget* widget, bool focus)
@@ -64,23 +57,6 @@ QPoint contentOf(const QWidget* widget, bool focus)
 void ThemeLookTest::initTestCase()
 {
     defaulttheme::load(userFolder.path());
-}
-
-// A corner ends as the two edges begin, and fades to nothing on its other two sides.
-void ThemeLookTest::shadow()
-{
-    const int last = getGlobalImage("bg_tutorial_lt").toImage().width() - 1;
-    for (const QByteArray corner : { "lt", "rt", "lb", "rb" }) {
-        const QByteArray side = corner.left(1);
-        const QByteArray end = corner.right(1);
-        const int innerColumn = side == "l" ? last : 0;
-        const int innerRow = end == "t" ? last : 0;
-        for (int i = 0; i <= last; ++i) {
-            QVERIFY(qAbs(alpha(corner, innerColumn, i) - alpha(end, 1, i)) <= 4);
-            QVERIFY(qAbs(alpha(corner, i, innerRow) - alpha(side, i, 1)) <= 4);
-            QVERIFY(qMax(alpha(corner, last - innerColumn, i), alpha(corner, i, last - innerRow)) <= 2);
-        }
-    }
 }
 
 // The focus edge is wider than the edge at rest, and the padding makes up for it at every scale. The combo
