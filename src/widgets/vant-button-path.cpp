@@ -108,11 +108,12 @@ void VantButtonPath::refresh(QString path)
         setFocus(Qt::OtherFocusReason); // else it visits another widget on its way
     }
     viewWidth = horizontalScrollBar()->pageStep();
-    viewport()->hide(); // else Qt looks for the widget below the pointer with each one that shows or hides
+    // Else Qt looks through the row for what is below the pointer, with each button that shows or hides.
+    viewport()->setAttribute(Qt::WA_TransparentForMouseEvents, true);
     removeRow(focused);
     m_names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     buildRow();
-    viewport()->show();
+    viewport()->setAttribute(Qt::WA_TransparentForMouseEvents, false);
     updateColumnSize();
     focusColumn(place);
 }
