@@ -17,6 +17,7 @@ private Q_SLOTS:
     void answers_data();
     void answers();
     void takesEveryPicture();
+    void startsOnAnyDataFolder();
 
 private:
     QTemporaryDir m_folder;
@@ -100,6 +101,16 @@ void GalleryTest::takesEveryPicture()
         seen.insert(pixels, name);
     }
     QVERIFY(seen.size() > 80);
+}
+
+/** In style sheets "//" begins a comment, and the data folder stands in them. */
+void GalleryTest::startsOnAnyDataFolder()
+{
+    const Outcome outcome =
+        runGallery({ "--startup-times" }, { "XDG_DATA_HOME=" + m_folder.path() + "//data" });
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.errors, QString());
+    QVERIFY(outcome.output.contains("first_paint"));
 }
 
 QTEST_GUILESS_MAIN(GalleryTest)
