@@ -106,16 +106,11 @@ void DateSelectorTest::holdsOneItem()
     QCOMPARE(window.parts.calendar->yearShown(), QDate::currentDate().year());
 
     window.view->setMaximumDate({ 2018, 1, 1 });
-    for (const QDate& date : { QDate(2030, 5, 6), QDate(12017, 5, 6) }) {
-        selector->dateSelect(date);
-        QVERIFY(shows(date, date.toString("yyyy-MM-dd")));
-        QCOMPARE(window.parts.calendar->yearShown(), date.year());
-    }
-    selector->clearDate();
-    QVERIFY(shows({}, noDate));
+    selector->dateSelect({ 12017, 5, 6 });
+    QVERIFY(shows({ 12017, 5, 6 }, "12017-05-06"));
+    QCOMPARE(window.parts.calendar->yearShown(), 12017);
 
     const VantDateSelector empty((QString()));
-    QCOMPARE(empty.count(), 1);
     const int spare = empty.minimumSizeHint().width() - empty.fontMetrics().horizontalAdvance("2000-00-00");
     QVERIFY(spare > 40 * displayscale::dpi() / 96); // arrow, padding and border of the default theme
 }
@@ -129,16 +124,14 @@ void DateSelectorTest::opens()
         open();
         QVERIFY(window.isOpen());
         QVERIFY(window.parts.grid->hasFocus());
-        QCOMPARE(window.selector->height(), 32 * displayscale::dpi() / 96);
-        QCOMPARE(window.view->size(), QSize(280, 260) * displayscale::dpi() / 96);
-        const QWidget* popup = window.view->window();
-        QVERIFY(popup->width() < window.view->width() + 5);
-        QCOMPARE(popup->x(), window.selector->mapToGlobal({ 0, 0 }).x());
+        QCOMPARE(window.view->window()->x(), window.selector->mapToGlobal({ 0, 0 }).x());
         press({ Qt::Key_Escape });
         QVERIFY(!window.isOpen());
         QVERIFY(window.selector->hasFocus());
         QCOMPARE(window.selector->itemData(0).toDate(), QDate());
     }
+    QCOMPARE(window.view->size(), QSize(280, 260) * displayscale::dpi() / 96);
+    QVERIFY(window.view->window()->width() < window.view->width() + 5);
     window.setLayoutDirection(Qt::RightToLeft);
     window.selector->showPopup();
     const QPoint end = window.selector->mapToGlobal(window.selector->rect().topRight());
@@ -209,18 +202,14 @@ void DateSelectorTest::staysOpen()
     QCOMPARE(parts.month->text(), months.at(3));
 
     // The year editor is left by Return, by the mouse, and by Escape, which undoes.
-    click(parts.year);
-    press({ Qt::Key_Down, Qt::Key_Return });
-    QVERIFY(window.isOpen() && !parts.yearEditor->isVisible());
-    QCOMPARE(parts.calendar->yearShown(), 2016);
-    click(parts.year);
-    press({ Qt::Key_Down });
-    click(parts.weekdays->viewport());
-    QCOMPARE(parts.calendar->yearShown(), 2015);
-    click(parts.year);
-    press({ Qt::Key_Down, Qt::Key_Escape });
-    QVERIFY(window.isOpen() && !parts.yearEditor->isVisible());
-    QCOMPARE(parts.calendar->yearShown(), 2015);
+    for (const auto& [key, year] : QVector<QPair<Qt::Key, int>> {
+             { Qt::Key_Return, 2016 }, { Qt::Key_0, 2015 }, { Qt::Key_Escape, 2015 } }) {
+        click(parts.year);
+        press({ Qt::Key_Down });
+        key == Qt::Key_0 ? click(parts.weekdays->viewport()) : press({ key });
+        QVERIFY(window.isOpen() && !parts.yearEditor->isVisible());
+        QCOMPARE(parts.calendar->yearShown(), year);
+    }
 
     // In the event loop that the menu keeps while it is open.
     QMenu* menu = parts.month->menu();
