@@ -101,10 +101,11 @@ path-bar QHeaderView:1               hidden=true
 path-bar QToolButton:0               styleSheet=@button_path_change_folder_btn popupMode=InstantPopup
 path-bar QToolButton:0               iconSize=20x20 hidden=true geometry=1px,1px,26px,26px
 paging-bar #PAGINGBARBORDER          styleSheet=@paging_bar_border minimumHeight=29px maximumHeight=29px
-paging-bar VantIconButton:0          toolTip=first_page
-paging-bar VantIconButton:1          toolTip=prev_5_pages
-paging-bar VantIconButton:2          toolTip=next_5_pages
-paging-bar VantIconButton:3          toolTip=last_page
+paging-bar VantIconButton:0          toolTip=first_page image=bt_pagebar_backend
+paging-bar VantIconButton:1          toolTip=prev_5_pages image=bt_pagebar_back
+paging-bar VantIconButton:2          toolTip=next_5_pages image=bt_pagebar_next
+paging-bar VantIconButton:3          toolTip=last_page image=bt_pagebar_nextend
+paging-bar VantIconButton:4          image=bt_pagebar_refresh
 paging-bar VantIconButton:4          toolTip= accessibleName=pagebar_refresh maximumSize=24pxx24px
 paging-bar VantButton:1              styleSheet=@nonselect_paging_button
 paging-bar VantButton:2              styleSheet=@select_paging_button text=1
@@ -114,6 +115,11 @@ table ResizeSignalTableWidget:0      styleSheet=@table@scrollbar showGrid=false
 table ResizeSignalTableWidget:0      selectionBehavior=SelectRows editTriggers=NoEditTriggers
 table ResizeSignalTableWidget:0      verticalScrollMode=ScrollPerPixel horizontalScrollMode=ScrollPerPixel
 table ResizeSignalTableWidget:0      verticalScrollBarPolicy=ScrollBarAlwaysOn
+table QHeaderView:0                  styleSheet=@table_header minimumSectionSize=12px mode0=2 mode1=0 mode2=2
+table QHeaderView:0                  minimumSize=20000pxx30px textElideMode=ElideRight
+table QHeaderView:0                  horizontalScrollMode=ScrollPerPixel
+table QHeaderView:1                  hidden=true defaultSectionSize=28px
+table QHeaderView:2                  hidden=true mode0=2 mode1=0 minimumSectionSize=1
 table QScrollArea:0                  minimumHeight=30px maximumHeight=30px focusPolicy=NoFocus
 table QScrollArea:0                  verticalScrollBarPolicy=ScrollBarAlwaysOff
 table QScrollArea:0                  horizontalScrollBarPolicy=ScrollBarAlwaysOff
@@ -135,6 +141,7 @@ date-selector VantCalanderView:0     minimumHeight=260px maximumHeight=260px max
 filter-bar                           styleSheet=@lineedit@filter_bar_padding
 filter-bar                           minimumHeight=28px maximumHeight=28px
 filter-bar VantIconButton:0          styleSheet=@filter_search_button focusPolicy=NoFocus
+filter-bar VantIconButton:0          image=bt_search_dropdown
 filter-bar VantIconButton:0          geometry=4px,2px,34px,24px
 message-sheet                        sizePolicy=Fixed/Maximum styleSheet=@message_sheet_other
 message-sheet QVBoxLayout:0          margins=20px,20px,20px,10px spacing=0
@@ -180,6 +187,13 @@ QString numbers(std::initializer_list<int> list)
     return texts.join(',');
 }
 
+/** What tells one icon from another. */
+QString hashOf(const QIcon& icon)
+{
+    const QImage image = icon.pixmap(QSize(64, 64)).toImage();
+    return QString::number(qHashBits(image.constBits(), static_cast<size_t>(image.sizeInBytes())));
+}
+
 /** Of a property of Qt's, or of what stands in a layout. */
 QString textOf(QObject* part, const QByteArray& name)
 {
@@ -190,6 +204,12 @@ QString textOf(QObject* part, const QByteArray& name)
             : name == "spacing"   ? numbers({ layout->spacing() })
             : name == "alignment" ? numbers({ static_cast<int>(layout->alignment()) })
                                   : numbers({ static_cast<int>(layout->itemAt(0)->alignment()) });
+    }
+    if (name == "image") {
+        return hashOf(static_cast<VantIconButton*>(part)->icon());
+    }
+    if (name.startsWith("mode")) {
+        return numbers({ static_cast<QHeaderView*>(part)->sectionResizeMode(name.mid(4).toInt()) });
     }
     if (name == "hidden") {
         return QVariant(static_cast<QWidget*>(part)->isHidden()).toString();
@@ -263,7 +283,9 @@ void ConstructionTest::parts()
     QVERIFY(part);
     for (const QString& word : words) {
         const QString name = word.section('=', 0, 0);
-        QCOMPARE(name + '=' + textOf(part, name.toLatin1()), name + '=' + expected(word.section('=', 1)));
+        const QString text = word.section('=', 1);
+        QCOMPARE(name + '=' + textOf(part, name.toLatin1()),
+            name + '=' + (name == "image" ? hashOf(getGlobalImage(text)) : expected(text)));
     }
 }
 
