@@ -118,6 +118,7 @@ table ResizeSignalTableWidget:0      verticalScrollBarPolicy=ScrollBarAlwaysOn
 table QHeaderView:0                  styleSheet=@table_header minimumSectionSize=12px mode0=2 mode1=0 mode2=2
 table QHeaderView:0                  minimumSize=20000pxx30px textElideMode=ElideRight
 table QHeaderView:0                  horizontalScrollMode=ScrollPerPixel
+table QHeaderView:0                  defaultAlignment=AlignLeading|AlignVCenter
 table QHeaderView:1                  hidden=true defaultSectionSize=28px
 table QHeaderView:2                  hidden=true mode0=2 mode1=0 minimumSectionSize=1
 table QScrollArea:0                  minimumHeight=30px maximumHeight=30px focusPolicy=NoFocus

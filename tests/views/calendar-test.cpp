@@ -67,13 +67,16 @@ void CalendarTest::keepsItsNames()
     Window window;
     VantCalanderView* view = window.view;
     const Parts& parts = window.parts;
-    const int count = view->findChildren<QObject*>().size();
+    const auto again = [&] {
+        const int count = view->findChildren<QObject*>().size();
+        view->handleNavigationBar();
+        view->handleMonthMenu();
+        view->handleWeekdayHeader();
+        view->handleTabOrder();
+        QCOMPARE(view->findChildren<QObject*>().size(), count);
+    };
     const QList<QPair<QDate, std::function<void()>>> steps {
-        { { 2017, 3, 1 }, [&] { view->handleNavigationBar(); } },
-        { { 2017, 3, 1 }, [&] { view->handleMonthMenu(); } },
-        { { 2017, 3, 1 }, [&] { view->handleWeekdayHeader(); } },
-        { { 2017, 3, 1 }, [&] { view->handleTabOrder(); } },
-        { { 2017, 3, 1 }, [&] { QCOMPARE(view->findChildren<QObject*>().size(), count); } },
+        { { 2017, 3, 1 }, again },
         { { 2017, 3, 1 }, [&] { parts.calendar->setLocale(QLocale(QLocale::French)); } },
         { { 2017, 3, 1 }, [&] { window.setLocale(QLocale(QLocale::German)); } },
         { { 2017, 3, 1 }, [&] { window.setStyleSheet("QToolButton { color: red }"); } },
@@ -196,7 +199,6 @@ void CalendarTest::returnChoosesWhatIsHighlighted()
     QCOMPARE(chosen(ninthOfMarch, { tab }), QDate(2017, 4, 9));
     QCOMPARE(chosen(ninthOfMarch, { tab, wheel }), QDate(2017, 5, 9));
     QCOMPARE(chosen(ninthOfMarch, { tab, drag }), QDate(2017, 4, 12));
-    QCOMPARE(chosen(ninthOfMarch, { locale, tab }), QDate(2017, 4, 9));
     QCOMPARE(chosen(ninthOfMarch, { locale, year, tab }), QDate(2016, 4, 9));
     QCOMPARE(chosen(end, { back, focus }), QDate(2017, 1, 28));
     QCOMPARE(chosen(end, { back, tab, press(Qt::Key_Right) }), end);
