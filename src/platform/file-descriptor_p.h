@@ -10,9 +10,7 @@ namespace vantkit::internal {
 class FileDescriptor
 {
 public:
-    FileDescriptor() = default;
-
-    explicit FileDescriptor(int number)
+    explicit FileDescriptor(int number = -1)
         : m_number(number)
     { }
 
@@ -25,9 +23,6 @@ public:
         std::swap(m_number, other.m_number);
         return *this;
     }
-
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
 
     ~FileDescriptor()
     {
@@ -43,7 +38,7 @@ public:
     int number() const { return m_number; }
 
 private:
-    int m_number = -1;
+    int m_number;
 };
 
 } // namespace vantkit::internal

@@ -1,5 +1,7 @@
 #include "platform/local-socket-name_p.h"
 
+#include <QLocalServer>
+
 #ifndef _WIN32
 #include "platform/file-descriptor_p.h"
 
@@ -17,7 +19,11 @@ namespace vantkit::internal {
 
 #ifdef _WIN32
 
-void freeDeadLocalSocketName(const QString& /*name*/) { }
+bool listenForUser(QLocalServer& server, const QString& name)
+{
+    server.setSocketOptions(QLocalServer::UserAccessOption);
+    return server.listen(name);
+}
 
 #else
 
@@ -29,53 +35,50 @@ bool isOwnSocket(const QByteArray& path)
     return lstat(path.constData(), &status) == 0 && S_ISSOCK(status.st_mode) && status.st_uid == geteuid();
 }
 
-enum class Server { None, Living, Ending };
-
-/**
- * Long enough for a process that is ending to close what it has open. A server that
- * lives is given that time too.
- */
+/** Long enough for a process that was killed and has lost its lock to lose its server as well. */
 constexpr int endingTime = 200;
 
-Server serverAt(const QByteArray& path)
+bool isDead(const QByteArray& path)
 {
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
     if (path.size() >= static_cast<int>(sizeof address.sun_path)) {
-        return Server::Living;
+        return false;
     }
     std::copy(path.begin(), path.end(), std::begin(address.sun_path));
-    // A server that has more clients waiting than it takes must not make us wait as well.
-    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    if (!socket.isOpen()) {
-        return Server::Living;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        // A server that has more clients waiting than it takes must not make us wait as well.
+        const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+        if (connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+            return errno == ECONNREFUSED;
+        }
+        pollfd hangUp { socket.number(), POLLIN, 0 };
+        if (poll(&hangUp, 1, endingTime) <= 0) {
+            break;
+        }
     }
-    if (connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-        return errno == ECONNREFUSED ? Server::None : Server::Living;
-    }
-    // A process that was killed may have let go of its lock already, and not yet of its server.
-    pollfd hangUp { socket.number(), POLLIN, 0 };
-    return poll(&hangUp, 1, endingTime) > 0 ? Server::Ending : Server::Living;
+    return false;
 }
 
-bool isDead(const QByteArray& path)
-{
-    Server server = serverAt(path);
-    if (server == Server::Ending) {
-        server = serverAt(path);
-    }
-    return server == Server::None;
-}
-
-} // namespace
-
-void freeDeadLocalSocketName(const QString& name)
+void freeDeadName(const QString& name)
 {
     // Where QLocalServer puts it.
     const QByteArray path = QFile::encodeName(QDir::cleanPath(QDir::tempPath()) + QLatin1Char('/') + name);
     if (isOwnSocket(path) && isDead(path)) {
         unlink(path.constData());
     }
+}
+
+} // namespace
+
+bool listenForUser(QLocalServer& server, const QString& name)
+{
+    freeDeadName(name);
+    // With socket options of its own, the server would take the name away from one that lives.
+    const mode_t former = umask(S_IRWXG | S_IRWXO);
+    const bool listens = server.listen(name);
+    umask(former);
+    return listens;
 }
 
 #endif

@@ -1,14 +1,14 @@
 #pragma once
 
+class QLocalServer;
 class QString;
 
 namespace vantkit::internal {
 
 /**
- * Frees the name of a local server that has ended without giving it back. A name that somebody
- * listens on, and one of another user, are left alone. On Windows a name goes with its server,
- * and there is nothing to do.
+ * Has a local server listen, to this user alone. The name of one that ended without giving it back is free;
+ * one that somebody listens on, or that is another user's, is left alone.
  */
-void freeDeadLocalSocketName(const QString& name);
+bool listenForUser(QLocalServer& server, const QString& name);
 
 } // namespace vantkit::internal

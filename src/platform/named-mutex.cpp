@@ -1,203 +1,225 @@
 #include "platform/named-mutex_p.h"
 
-#include <algorithm>
+#include <fcntl.h>
+#include <limits>
+#include <mutex>
+#include <sys/file.h>
+#include <sys/stat.h>
 
 namespace vantkit::internal {
 
-using Answer = MutexFile::Answer;
+namespace {
 
-/**
- * Being behind the gates of several mutexes, and alone with their handles. All enter in the same order, so
- * that no two wait for each other.
- */
-class NamedMutex::Behind
+constexpr const char* temporaryFolder = "/tmp";
+
+constexpr off_t ownershipByte = 0;
+constexpr off_t presenceByte = 1;
+
+constexpr char noNote = 0;
+constexpr char freeNote = 'f';
+constexpr char ownedNote = 'o';
+
+/** FNV-1a of a name and of who uses it. */
+std::uint64_t hashOf(const std::u16string& name)
 {
-public:
-    explicit Behind(const List& sorted)
-        : m_mutexes(sorted)
-    {
-        for (const auto& mutex : sorted) {
-            m_guards.emplace_back(mutex->m_guard);
+    std::uint64_t hash = 0xCBF29CE484222325;
+    const auto add = [&hash](std::uint64_t byte) { hash = (hash ^ byte) * 0x100000001B3; };
+    add(geteuid());
+    for (const char16_t unit : name) {
+        add(unit & 0xFFU);
+        add(unit >> 8U);
+    }
+    return hash;
+}
+
+struct flock lockOn(off_t byte, short type)
+{
+    struct flock lock = {};
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = byte;
+    lock.l_len = 1;
+    return lock;
+}
+
+bool setLock(int file, off_t byte, short type, bool mayWait = false)
+{
+    struct flock lock = lockOn(byte, type);
+    int result = 0;
+    do {
+        result = fcntl(file, mayWait ? F_OFD_SETLKW : F_OFD_SETLK, &lock);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+bool isLockedByOthers(int file, off_t byte)
+{
+    struct flock lock = lockOn(byte, F_WRLCK);
+    return fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+/** False if it belongs to another user. */
+bool makePrivate(int folder)
+{
+    struct stat status = {};
+    if (fstat(folder, &status) != 0) {
+        return false;
+    }
+    errno = EACCES;
+    return status.st_uid == geteuid() && fchmod(folder, S_IRWXU) == 0;
+}
+
+FileDescriptor openPrivateFolder()
+{
+    const std::string path = std::string(temporaryFolder) + "/vantkit-" + std::to_string(geteuid());
+    mkdir(path.c_str(), S_IRWXU);
+    FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!folder.isOpen() || !makePrivate(folder.number())) {
+        return FileDescriptor();
+    }
+    // Programs that clean up temporary files leave a folder alone that somebody holds.
+    flock(folder.number(), LOCK_SH | LOCK_NB);
+    return folder;
+}
+
+FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
+{
+    static std::mutex guard;
+    static FileDescriptor folder;
+    const std::lock_guard<std::mutex> guarded(guard);
+    const int flags = O_RDWR | O_NOFOLLOW | O_CLOEXEC | (mayCreate ? O_CREAT : 0);
+    const auto attempt = [&] {
+        return FileDescriptor(openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
+    };
+    FileDescriptor file = attempt();
+    const bool hasNoFolder = errno == EBADF || (errno == ENOENT && mayCreate);
+    if (!file.isOpen() && hasNoFolder) { // not opened yet, or removed since
+        folder = openPrivateFolder();
+        file = folder.isOpen() ? attempt() : FileDescriptor();
+    }
+    return file;
+}
+
+int openTemporaryFolder()
+{
+    return ::open(temporaryFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+/** The folder on which this process has a lock for each mutex that it owns. */
+int markedFolder()
+{
+    static const int folder = openTemporaryFolder();
+    return folder;
+}
+
+} // namespace
+
+NamedMutex::NamedMutex(const std::u16string& name)
+{
+    const std::uint64_t hash = hashOf(name);
+    m_fileName = std::to_string(hash) + ".mutex";
+    m_byteOfName = static_cast<off_t>(hash % std::numeric_limits<off_t>::max());
+}
+
+NamedMutex::~NamedMutex()
+{
+    if (m_isOwned) {
+        setLock(markedFolder(), m_byteOfName, F_UNLCK);
+    }
+    // Closing alone would not do while a program is being started, which has the file open until it really
+    // begins.
+    if (m_file.isOpen()) {
+        setLock(m_file.number(), ownershipByte, F_UNLCK);
+        setLock(m_file.number(), presenceByte, F_UNLCK);
+    }
+}
+
+bool NamedMutex::open(bool mayCreate)
+{
+    m_file = openInPrivateFolder(m_fileName, mayCreate);
+    if (!m_file.isOpen()) {
+        return false;
+    }
+    if (!isLockedByOthers(m_file.number(), presenceByte)) {
+        if (!mayCreate) {
+            errno = ENOENT;
+            return false;
         }
-        while (m_entered < sorted.size() && sorted[m_entered]->m_file.enterGate()) {
-            ++m_entered;
+        if (note() == ownedNote) {
+            writeNote(freeNote); // it tells of a mutex that is gone
         }
     }
+    return setLock(m_file.number(), presenceByte, F_RDLCK);
+}
 
-    Behind(const Behind&) = delete;
-    Behind& operator=(const Behind&) = delete;
-
-    ~Behind()
-    {
-        while (m_entered > 0) {
-            m_mutexes[--m_entered]->m_file.leaveGate();
+bool NamedMutex::lock(bool mayWait)
+{
+    while (setLock(m_file.number(), ownershipByte, F_WRLCK, mayWait)) {
+        if (isRemoved()) {
+            if (!open(true)) {
+                return false;
+            }
+        } else if (note() == noNote && isOwnedUnderAnotherFile()) {
+            unlock();
+            errno = mayWait ? ESTALE : EAGAIN; // the owner has another file, which nobody can wait for
+            return false;
+        } else {
+            return true;
         }
     }
-
-    bool all() const { return m_entered == m_mutexes.size(); }
-
-private:
-    const List& m_mutexes;
-    std::vector<std::unique_lock<std::mutex>> m_guards;
-    size_t m_entered = 0;
-};
-
-NamedMutex::NamedMutex(const MutexDirectory& directory, const std::u16string& name)
-    : m_file(directory, name)
-{ }
-
-DWORD NamedMutex::tryToTake()
-{
-    {
-        const std::lock_guard<std::mutex> guard(m_guard);
-        const Answer taken = isTaken() ? tryOwnership() : m_file.take();
-        if (taken == Answer::Yes) {
-            return complete();
-        }
-        if (taken == Answer::Failure) {
-            return WAIT_FAILED;
-        }
-    }
-    // Perhaps it is only being tried. Behind the gate that is told from being owned.
-    return tryToTakeAll({ shared_from_this() });
+    return false;
 }
 
-DWORD NamedMutex::take()
+void NamedMutex::unlock()
 {
-    const DWORD result = tryToTake();
-    return result == WAIT_TIMEOUT ? takeAll({ shared_from_this() }) : result;
+    setLock(m_file.number(), ownershipByte, F_UNLCK);
 }
 
-DWORD NamedMutex::tryToTakeAll(List mutexes)
+bool NamedMutex::own()
 {
-    sort(mutexes);
-    NamedMutex* busy = nullptr;
-    return attempt(mutexes, busy);
-}
-
-DWORD NamedMutex::takeAll(List mutexes)
-{
-    sort(mutexes);
-    while (true) {
-        NamedMutex* busy = nullptr;
-        const DWORD result = attempt(mutexes, busy);
-        if (result != WAIT_TIMEOUT) {
-            return result;
-        }
-        if (!busy->m_file.waitUntilFree()) {
-            return WAIT_FAILED;
-        }
-    }
-}
-
-void NamedMutex::sort(List& mutexes)
-{
-    std::sort(mutexes.begin(), mutexes.end(),
-        [](const auto& one, const auto& other) { return one->m_file.isBefore(other->m_file); });
-}
-
-bool NamedMutex::areDifferent(List mutexes)
-{
-    sort(mutexes);
-    return std::adjacent_find(mutexes.begin(), mutexes.end(), [](const auto& one, const auto& next) {
-        return one->m_file.isSameAs(next->m_file);
-    }) == mutexes.end();
-}
-
-DWORD NamedMutex::attempt(const List& sorted, NamedMutex*& busy)
-{
-    const Behind gates(sorted);
-    if (!gates.all()) {
-        return WAIT_FAILED;
-    }
-    for (size_t i = 0; i < sorted.size(); ++i) {
-        const Answer owned = sorted[i]->tryOwnership();
-        if (owned != Answer::Yes) {
-            std::for_each_n(sorted.begin(), i, [](const auto& mutex) { mutex->drop(); });
-            busy = sorted[i].get();
-            return owned == Answer::No ? WAIT_TIMEOUT : WAIT_FAILED;
-        }
-    }
-    return completeAll(sorted);
-}
-
-DWORD NamedMutex::completeAll(const List& owned)
-{
-    DWORD result = WAIT_OBJECT_0;
-    for (size_t i = 0; i < owned.size(); ++i) {
-        const DWORD one = owned[i]->complete();
-        if (one == WAIT_FAILED) {
-            std::for_each_n(owned.begin(), i, [](const auto& mutex) { mutex->giveBack(); });
-            std::for_each(owned.begin() + static_cast<std::ptrdiff_t>(i), owned.end(),
-                [](const auto& mutex) { mutex->drop(); });
-            return WAIT_FAILED;
-        }
-        result = std::max(result, one);
-    }
-    return result;
-}
-
-/** Through this handle the thread that owns the mutex is always let in, and no other one. */
-Answer NamedMutex::tryOwnership()
-{
-    if (isTaken()) {
-        return m_owner == std::this_thread::get_id() ? Answer::Yes : Answer::No;
-    }
-    return m_file.tryOwnership();
-}
-
-/** Makes the caller the owner of what it has taken the ownership of. */
-DWORD NamedMutex::complete()
-{
-    if (isTaken()) {
-        ++m_timesTaken;
-        return WAIT_OBJECT_0;
-    }
-    const Answer abandoned = m_file.confirmOwnership() ? m_file.noteOwner() : Answer::Failure;
-    if (abandoned == Answer::Failure) {
-        drop();
-        return WAIT_FAILED;
-    }
-    m_owner = std::this_thread::get_id();
-    m_timesTaken = 1;
-    return abandoned == Answer::Yes ? WAIT_ABANDONED : WAIT_OBJECT_0;
-}
-
-void NamedMutex::drop()
-{
-    if (!isTaken()) {
-        m_file.dropOwnership();
-    }
-}
-
-void NamedMutex::giveBack()
-{
-    if (--m_timesTaken == 0) {
-        m_owner = {};
-        m_file.removeNote();
-        m_file.dropOwnership();
-    }
+    const bool isAbandoned = note() == ownedNote;
+    writeNote(ownedNote);
+    setLock(markedFolder(), m_byteOfName, F_RDLCK);
+    m_isOwned = true;
+    return isAbandoned;
 }
 
 bool NamedMutex::release()
 {
-    const std::lock_guard<std::mutex> guard(m_guard);
-    if (m_owner != std::this_thread::get_id()) {
+    if (!m_isOwned) {
         errno = EPERM;
         return false;
     }
-    giveBack();
+    m_isOwned = false;
+    writeNote(freeNote);
+    setLock(markedFolder(), m_byteOfName, F_UNLCK);
+    unlock();
     return true;
 }
 
-void NamedMutex::abandon(std::thread::id thread)
+bool NamedMutex::isRemoved() const
 {
-    const std::lock_guard<std::mutex> guard(m_guard);
-    if (m_owner == thread) {
-        m_owner = {};
-        m_timesTaken = 0;
-        m_file.dropOwnership();
-    }
+    struct stat status = {};
+    return fstat(m_file.number(), &status) == 0 && status.st_nlink == 0;
+}
+
+bool NamedMutex::isOwnedUnderAnotherFile() const
+{
+    // Opened anew, it shows the locks of this process as well.
+    const FileDescriptor folder(openTemporaryFolder());
+    return isLockedByOthers(folder.number(), m_byteOfName);
+}
+
+char NamedMutex::note() const
+{
+    char note = noNote;
+    return pread(m_file.number(), &note, 1, 0) == 1 ? note : noNote;
+}
+
+void NamedMutex::writeNote(char note) const
+{
+    const ssize_t written = pwrite(m_file.number(), &note, 1, 0);
+    static_cast<void>(written);
 }
 
 } // namespace vantkit::internal

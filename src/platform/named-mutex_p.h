@@ -1,69 +1,56 @@
 #pragma once
 
-#include "platform/mutex-file_p.h"
-#include "platform/win32.h"
+#include "platform/file-descriptor_p.h"
 
-#include <memory>
-#include <mutex>
 #include <string>
-#include <thread>
-#include <vector>
+#include <sys/types.h>
 
 namespace vantkit::internal {
 
 /**
- * A handle on a named mutex. It knows what the file cannot tell: which thread took the mutex through this
- * handle, and how often.
+ * A handle on a named mutex. The mutex is a small file in a private folder of the user, /tmp/vantkit-<uid>,
+ * whatever the environment says, since two processes that see different ones have to meet. The file stays.
+ * Whether the mutex exists and who owns it is told by locks on two bytes, which the kernel drops with the
+ * handle or its process: the owner has one to itself, and everybody who has the mutex open shares the other.
+ * A mutex that nobody has open does not exist.
  *
- * Results of waiting are those of WaitForSingleObject and WaitForMultipleObjects; what fails leaves its
- * reason in errno.
+ * The file holds a note of one byte that says whether the mutex is owned. An owner that ended without a
+ * release leaves it behind. A note that cannot be written costs just that knowledge.
+ *
+ * Whoever removes the file or the folder by hand separates an owner from those who come later. They find a
+ * file without a note, and ask whether the mutex is owned all the same: each owner also has a lock on
+ * /tmp itself, on a byte that follows from the name. What fails leaves its reason in errno.
  */
-class NamedMutex : public std::enable_shared_from_this<NamedMutex>
+class NamedMutex
 {
 public:
-    using List = std::vector<std::shared_ptr<NamedMutex>>;
+    explicit NamedMutex(const std::u16string& name);
+    ~NamedMutex();
 
-    NamedMutex(const MutexDirectory& directory, const std::u16string& name);
+    /** False with ENOENT if the mutex does not exist, unless it may be created. */
+    bool open(bool mayCreate);
 
-    /** As MutexFile::create() and MutexFile::open(): one of them, once, before anything else. */
-    MutexFile::Answer create() { return m_file.create(); }
-
-    MutexFile::Answer open() { return m_file.open(); }
-
-    DWORD tryToTake();
-    DWORD take();
-    /** All in one moment, or none; they must be different. */
-    static DWORD tryToTakeAll(List mutexes);
-    static DWORD takeAll(List mutexes);
-    /** Whether no mutex is among them twice, by whatever handles. */
-    static bool areDifferent(List mutexes);
-
-    /** False if the calling thread did not take the mutex through this handle. */
-    bool release();
-    /**
-     * If @p thread owns the mutex through this handle, the next owner is told that
-     * it ended without a release.
+    /** Takes the mutex out of everybody's reach. False with EAGAIN if it is busy, and the call may not wait.
      */
-    void abandon(std::thread::id thread);
+    bool lock(bool mayWait);
+    /** Undoes lock(), as if it had not been. */
+    void unlock();
+
+    /** Makes who locked the mutex its owner; true if the former one ended without a release. */
+    bool own();
+    /** False if it is not owned through this handle. */
+    bool release();
 
 private:
-    class Behind;
+    bool isRemoved() const;
+    bool isOwnedUnderAnotherFile() const;
+    char note() const;
+    void writeNote(char note) const;
 
-    static void sort(List& mutexes);
-    static DWORD attempt(const List& sorted, NamedMutex*& busy);
-    static DWORD completeAll(const List& owned);
-
-    bool isTaken() const { return m_timesTaken > 0; }
-
-    MutexFile::Answer tryOwnership();
-    DWORD complete();
-    void giveBack();
-    void drop();
-
-    MutexFile m_file;
-    std::mutex m_guard; ///< of what follows, and of the file's ownership
-    std::thread::id m_owner;
-    unsigned m_timesTaken = 0;
+    std::string m_fileName;
+    off_t m_byteOfName;
+    FileDescriptor m_file;
+    bool m_isOwned = false;
 };
 
 } // namespace vantkit::internal

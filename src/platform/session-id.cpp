@@ -4,6 +4,8 @@
 #include <QLibrary>
 #else
 #include <QFile>
+
+#include <unistd.h>
 #endif
 
 namespace vantkit::internal {
@@ -20,21 +22,19 @@ ProcessIdToSessionIdFunction resolveProcessIdToSessionId()
 
 namespace {
 
-// The kernel numbers login sessions where it is built to, and says so of a process that belongs to none.
-constexpr DWORD noSession = 0xFFFFFFFF;
+DWORD numberIn(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toUInt() : 0;
+}
 
+// Where the kernel numbers login sessions, it says so of processes that belong to one, and whose it is. In
+// any other process the user stands for the session: the folder of temporary files is shared by all users.
 BOOL processIdToSessionId(DWORD process, DWORD* session)
 {
-    QFile file(QStringLiteral("/proc/%1/sessionid").arg(process));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return FALSE;
-    }
-    bool isNumber = false;
-    const DWORD number = file.readAll().trimmed().toUInt(&isNumber);
-    if (!isNumber || number == noSession) {
-        return FALSE;
-    }
-    *session = number;
+    const QString about = QStringLiteral("/proc/%1/").arg(process);
+    const bool isOfUser = numberIn(about + QStringLiteral("loginuid")) == geteuid();
+    *session = isOfUser ? numberIn(about + QStringLiteral("sessionid")) : geteuid();
     return TRUE;
 }
 
@@ -42,8 +42,7 @@ BOOL processIdToSessionId(DWORD process, DWORD* session)
 
 ProcessIdToSessionIdFunction resolveProcessIdToSessionId()
 {
-    DWORD session = 0;
-    return processIdToSessionId(GetCurrentProcessId(), &session) ? processIdToSessionId : nullptr;
+    return processIdToSessionId;
 }
 
 #endif

@@ -7,7 +7,7 @@ namespace vantkit::internal {
 /** Writes the id of the login session of a process. */
 using ProcessIdToSessionIdFunction = BOOL(WINAPI*)(DWORD process, DWORD* session);
 
-/** The system's function of that name; null where it has none, or no session to tell of. */
+/** The system's function of that name; null where it has none. */
 ProcessIdToSessionIdFunction resolveProcessIdToSessionId();
 
 } // namespace vantkit::internal

@@ -1,10 +1,18 @@
 #pragma once
 
 // The calls of Windows that the kit makes. On Windows they are the real ones; elsewhere this declares just
-// these, with the same names, types and results, and the folder holds what stands in for them.
+// these, with the same names, types and results, and the folder holds what stands in for them. What the kit
+// never does with them is not stood in for: a mutex is not taken twice through one handle, the end of a
+// thread frees nothing, and handles are null or real.
 
 #ifdef _WIN32
 
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
 #include <windows.h>
 
 #else
@@ -24,10 +32,8 @@ using LPSECURITY_ATTRIBUTES = void*;
 #define TRUE 1
 #define WINAPI
 
-// Named mutexes. A mutex is owned by the thread that waited for it, through the handle that it waited with:
-// the same handle lets its owner in again, while every other handle, of this process or another, has to wait.
-// It is abandoned if its owner ends, or closes that handle, without releasing it. Names of two users never
-// meet.
+// Named mutexes. Each user has his own. A mutex exists as long as anybody has it open, and is owned through
+// the handle that was waited with: every other one, of this process too, has to wait.
 
 constexpr DWORD SYNCHRONIZE = 0x100000;
 constexpr DWORD MUTEX_MODIFY_STATE = 1;
@@ -40,54 +46,34 @@ constexpr DWORD WAIT_ABANDONED = 0x80;
 constexpr DWORD WAIT_TIMEOUT = 0x102;
 constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
-constexpr DWORD ERROR_SUCCESS = 0;
 constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
-constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
-constexpr DWORD ERROR_TOO_MANY_OPEN_FILES = 4;
-constexpr DWORD ERROR_ACCESS_DENIED = 5;
-constexpr DWORD ERROR_INVALID_HANDLE = 6;
-constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
 constexpr DWORD ERROR_GEN_FAILURE = 31;
-constexpr DWORD ERROR_INVALID_PARAMETER = 87;
-constexpr DWORD ERROR_DISK_FULL = 112;
-constexpr DWORD ERROR_ALREADY_EXISTS = 183;
-constexpr DWORD ERROR_NOT_OWNER = 288;
 
-/**
- * A handle on the mutex of that name, which is created if it does not exist; null on failure. GetLastError
- * then says why, and after a success whether the mutex was there (ERROR_ALREADY_EXISTS). @p attributes must
- * be null, @p initiallyOwned FALSE, and a name there must be.
- */
+/** A handle on the mutex of that name, which is created if it does not exist; null on failure. */
 HANDLE CreateMutexW(LPSECURITY_ATTRIBUTES attributes, BOOL initiallyOwned, LPCWSTR name);
 
 /**
- * A handle on an existing mutex; null if there is none (ERROR_FILE_NOT_FOUND) or on failure. Every handle has
- * all @p access, and none is ever inherited by a program that this one starts: @p inherited must be FALSE.
+ * A handle on an existing mutex; null if there is none (ERROR_FILE_NOT_FOUND) or on failure. No program that
+ * this one starts inherits it.
  */
 HANDLE OpenMutexW(DWORD access, BOOL inherited, LPCWSTR name);
 
 /**
- * Waits for one mutex: WAIT_OBJECT_0 or WAIT_ABANDONED if it is owned now, WAIT_TIMEOUT if not, WAIT_FAILED
- * on failure. @p milliseconds must be 0 or INFINITE.
+ * WAIT_OBJECT_0 if the mutex is owned now; WAIT_ABANDONED if its former owner ended or closed the handle
+ * without releasing it; WAIT_TIMEOUT if it is not owned; WAIT_FAILED. @p milliseconds must be 0 or INFINITE.
  */
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 
-/**
- * Waits for up to MAXIMUM_WAIT_OBJECTS different mutexes, until all are free at the same time: none is taken
- * before. @p all must be TRUE; else as WaitForSingleObject.
- */
+/** The same for several different mutexes, all or none of which are taken in the end. @p all must be TRUE. */
 DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds);
 
-/**
- * Gives up what one successful wait took; FALSE if the calling thread does not own the
- * mutex through this handle.
- */
+/** FALSE if the mutex is not owned through this handle. */
 BOOL ReleaseMutex(HANDLE handle);
 
-/** Drops a handle. The mutex goes with the last one in any process. */
+/** Drops a handle, and the ownership that goes with it. */
 BOOL CloseHandle(HANDLE handle);
 
-/** Why the calling thread's last call failed. Sets errno to the system's own reason for the same failure. */
+/** The last failure of this thread: ERROR_FILE_NOT_FOUND, or ERROR_GEN_FAILURE with its reason in errno. */
 DWORD GetLastError();
 
 DWORD GetCurrentProcessId();

@@ -1,4 +1,4 @@
-#include "qtsingleapplication/scene.h"
+#include "qtsingleapplication/kit-scene.h"
 #include "support/guarded-test.h"
 
 #include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
@@ -8,6 +8,8 @@
 #include <QtTest>
 
 #include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 /** What processes P, Q and R with a peer make out among themselves, and what others do to them. */
@@ -19,6 +21,8 @@ private Q_SLOTS:
     void roles_data();
     void roles();
     void end();
+    void users();
+    void access();
     void occupiedName_data();
     void occupiedName();
     void exchange_data();
@@ -31,59 +35,57 @@ public Q_SLOTS:
     void succeed() { QCOMPARE(successors->play("P isClient: false"), QString()); }
 
 private:
-    Scene* successors = nullptr;
+    KitScene* successors = nullptr;
 };
 
 namespace {
 
-constexpr int patience = 30000; // milliseconds
+constexpr int longEnough = 30000; // milliseconds
 
 const QString deaf =
     "[QtSingleCoreApplication: listen on local socket failed, QLocalServer::listen: Address in use]";
-
-/** Address space, in kB, at its peak. */
-qint64 peakMemory(qint64 process)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(process));
-    status.open(QIODevice::ReadOnly);
-    return QString(status.readAll()).section("VmPeak:", 1).section("kB", 0, 0).toLongLong();
-}
 
 } // namespace
 
 void LocalPeerTest::roles_data()
 {
     QTest::addColumn<QString>("steps");
-    QTest::newRow("nobody is primary unasked") << "P peer: scene; Q isClient: false; P isClient";
+    QTest::newRow("nobody is primary unasked") << "P identity: scene; Q isClient: false; P isClient";
     QTest::newRow("primary and clients")
         << "P send no: false; P isClient: false; Q isClient; R isClient; P send no: false; Q send hello; "
-           "R send; P take: hello; P take: ; P left: 0; Q isClient";
+           "R send; P next: hello; P next: ; P left: 0; Q isClient";
     QTest::newRow("the primary ends")
         << "P isClient: false; Q isClient; P end; Q send no: false; Q isClient: false; R send hello; "
-           "Q take: hello; Q left: 0";
+           "Q next: hello; Q left: 0";
     QTest::newRow("the primary is killed")
         << "P isClient: false; Q isClient; P kill; Q send no: false; Q isClient: false; R send hello; "
-           "Q take: hello; Q left: 0";
+           "Q next: hello; Q left: 0";
+    QTest::newRow("the primary is stopped")
+        << "P isClient: false; P stop; Q isClient; Q send no 100: false; P kill; Q isClient: false";
+    QTest::newRow("the files of the primary's mutexes are removed")
+        << "P isClient: false; P remove-files; Q isClient; Q send hello; P next: hello; P end; Q isClient: "
+           "false; "
+           "R isClient";
     QTest::newRow("the primary unlocks")
         << "P isClient: false; P unlock; P unlock; Q isClient: false [deaf]; P isClient; R send hello; "
-           "P take: hello; Q left: 0; Q end; "
+           "P next: hello; Q left: 0; Q end; "
            "P isClient: false [QLocalServer::listen() called when already listening] "
            "[QtSingleCoreApplication: listen on local socket failed, ]; "
-           "P isClient: false; R send again; P take: again; P left: 0";
+           "P isClient: false; R send again; P next: again; P left: 0";
     QTest::newRow("the primary unlocks and ends")
-        << "P isClient: false; P unlock; P end; Q isClient: false; R send hello; Q take: hello";
+        << "P isClient: false; P unlock; P end; Q isClient: false; R send hello; Q next: hello";
 }
 
 void LocalPeerTest::roles()
 {
     QFETCH(QString, steps);
-    QCOMPARE(Scene().play(steps.replace("[deaf]", deaf)), QString());
+    QCOMPARE(KitScene().play(steps.replace("[deaf]", deaf)), QString());
 }
 
 /** Where the lock is free, the name of the socket is as well. */
 void LocalPeerTest::end()
 {
-    Scene others;
+    KitScene others;
     successors = &others;
     {
         QtLocalPeer peer(nullptr, sceneIdentity);
@@ -92,7 +94,40 @@ void LocalPeerTest::end()
         // The base class says so when the lock is already gone, and the children are not.
         connect(&peer, SIGNAL(destroyed()), this, SLOT(succeed()));
     }
-    QCOMPARE(others.play("Q send hello; P take: hello"), QString());
+    QCOMPARE(others.play("Q send hello; P next: hello"), QString());
+}
+
+/** Who belongs to no login session has one of his own, which he shares with nobody who works for him. */
+void LocalPeerTest::users()
+{
+    if (geteuid() != 0) {
+        QSKIP("This takes another user.");
+    }
+    const QString user = QString::number(1000000 + getpid());
+    KitScene scene;
+    QCOMPARE(scene.play(QString(
+                 "P log-in: *; P become %1; P isClient: false; Q isClient: false; R become %1; R isClient; "
+                 "S isClient")
+                            .arg(user)),
+        QString());
+    QVERIFY(scene.socketPath().endsWith("-" + QString::number(user.toInt(), 16))
+        || scene.socketPath().endsWith("-0"));
+    if (scene.ask("T", "log-in") == "true") {
+        QCOMPARE(scene.play("T isClient: false; U log-in; U isClient: false"), QString());
+    }
+    QDir("/tmp/vantkit-" + user).removeRecursively();
+}
+
+/** The socket is its user's alone. */
+void LocalPeerTest::access()
+{
+    const mode_t former = umask(0);
+    KitScene scene;
+    const QString wrong = scene.play("P isClient: false");
+    umask(former);
+    QCOMPARE(wrong, QString());
+    const auto ofOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QCOMPARE(QFile::permissions(scene.socketPath()) & ofOthers, QFile::Permissions());
 }
 
 void LocalPeerTest::occupiedName_data()
@@ -106,8 +141,8 @@ void LocalPeerTest::occupiedName_data()
 void LocalPeerTest::occupiedName()
 {
     QFETCH(bool, isLink);
-    Scene scene;
-    QCOMPARE(scene.play("P peer: scene"), QString());
+    KitScene scene;
+    QCOMPARE(scene.play("P identity: scene"), QString());
     const QString path = scene.socketPath();
     QLocalServer server;
     std::vector<std::unique_ptr<QLocalSocket>> crowd;
@@ -148,8 +183,8 @@ void LocalPeerTest::exchange()
 {
     QFETCH(QByteArray, sent);
     QFETCH(QByteArray, answer);
-    Scene scene;
-    QCOMPARE(scene.play("P peer: scene"), QString());
+    KitScene scene;
+    QCOMPARE(scene.play("P identity: scene"), QString());
     QLocalServer server;
     QVERIFY(server.listen(scene.socketPath()));
     QCOMPARE(scene.play("P isClient: false " + deaf), QString());
@@ -158,8 +193,8 @@ void LocalPeerTest::exchange()
     // The first one to connect is P, which looks whether somebody listens.
     std::unique_ptr<QLocalSocket> client;
     while (!client || client->bytesAvailable() < sent.size() / 2) {
-        if (!client || !client->waitForReadyRead(patience)) {
-            QVERIFY(server.hasPendingConnections() || server.waitForNewConnection(patience));
+        if (!client || !client->waitForReadyRead(longEnough)) {
+            QVERIFY(server.hasPendingConnections() || server.waitForNewConnection(longEnough));
             client.reset(server.nextPendingConnection());
         }
     }
@@ -202,14 +237,14 @@ void LocalPeerTest::strangers()
     QFETCH(QByteArray, bytes);
     QFETCH(QString, taken);
     QFETCH(bool, stays);
-    Scene scene;
-    QCOMPARE(scene.play("P isClient: false; Q send first; P take: first"), QString());
-    const qint64 memory = peakMemory(scene.processId("P"));
+    KitScene scene;
+    QCOMPARE(scene.play("P isClient: false; Q send first; P next: first"), QString());
+    const int memory = scene.ask("P", "memory").toInt();
     QVERIFY(memory > 0);
 
     QLocalSocket stranger;
     stranger.connectToServer(scene.socketPath());
-    QVERIFY(stranger.waitForConnected(patience));
+    QVERIFY(stranger.waitForConnected(longEnough));
     for (const char byte : QByteArray::fromHex(bytes)) {
         stranger.write(&byte, 1);
         stranger.flush();
@@ -219,13 +254,13 @@ void LocalPeerTest::strangers()
     }
     QCOMPARE(scene.play("Q send honest"), QString());
     if (stays) {
-        QVERIFY(stranger.bytesAvailable() > 0 || stranger.waitForReadyRead(patience));
+        QVERIFY(stranger.bytesAvailable() > 0 || stranger.waitForReadyRead(longEnough));
         QCOMPARE(stranger.readAll(), QByteArray("ack"));
     }
     QCOMPARE(
-        scene.play(taken.isNull() ? "P take: honest" : "P take: " + taken + "; P take: honest"), QString());
+        scene.play(taken.isNull() ? "P next: honest" : "P next: " + taken + "; P next: honest"), QString());
     QCOMPARE(scene.play("P left: 0"), QString());
-    QVERIFY(peakMemory(scene.processId("P")) - memory < 100000);
+    QVERIFY(scene.ask("P", "memory").toInt() - memory < 100000);
 }
 
 QTEST_GUILESS_MAIN(LocalPeerTest)

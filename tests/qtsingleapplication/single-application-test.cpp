@@ -1,4 +1,4 @@
-#include "qtsingleapplication/scene.h"
+#include "qtsingleapplication/kit-scene.h"
 #include "support/guarded-test.h"
 
 #include <vantkit-qt/qtsingleapplication/src/qtsingleapplication.h>
@@ -54,19 +54,19 @@ public Q_SLOTS:
 private:
     QStringList received;
     QWidget* window = nullptr;
-    Scene* scene = nullptr;
+    KitScene* scene = nullptr;
 };
 
 void SingleApplicationTest::roles()
 {
-    Scene others;
+    KitScene others;
     {
         QtSingleApplication application(sceneIdentity, argumentCount, arguments);
         QCOMPARE(application.id(), sceneIdentity);
         QCOMPARE(others.play("P isClient: false"), QString());
         QVERIFY(application.isRunning());
         QVERIFY(application.sendMessage("hello"));
-        QCOMPARE(others.play("P take: hello; P end"), QString());
+        QCOMPARE(others.play("P next: hello; P end"), QString());
         QVERIFY(!application.isRunning());
         QVERIFY(!application.sendMessage("no"));
         QCOMPARE(others.play("Q isClient"), QString());
@@ -98,7 +98,7 @@ void SingleApplicationTest::activation()
 {
     QFETCH(int, activations);
     received.clear();
-    Scene others;
+    KitScene others;
     QtSingleApplication application(sceneIdentity, argumentCount, arguments);
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(note(const QString&)));
     CountingWindow minimised;
@@ -133,7 +133,7 @@ void SingleApplicationTest::activation()
 void SingleApplicationTest::nestedLoop()
 {
     received.clear();
-    Scene others;
+    KitScene others;
     QtSingleApplication application(sceneIdentity, argumentCount, arguments);
     scene = &others;
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(runLoop(const QString&)));

@@ -146,8 +146,7 @@ bool QtLocalPeer::isClient()
     if (!lockFile.lock(QtLP_Private::QtLockedFile::WriteLock, false)) {
         return true;
     }
-    vantkit::internal::freeDeadLocalSocketName(socketName);
-    if (!localServer->listen(socketName)) {
+    if (!vantkit::internal::listenForUser(*localServer, socketName)) {
         qWarning("QtSingleCoreApplication: listen on local socket failed, %s",
             localServer->errorString().toLocal8Bit().constData());
     }

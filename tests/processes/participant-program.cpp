@@ -1,0 +1,3 @@
+#include "processes/scene.h"
+
+const char* const participantProgram = PARTICIPANT;

@@ -1,0 +1,55 @@
+#include "processes/system.h"
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <io.h>
+#include <process.h>
+#include <windows.h>
+
+StartedProgram startProgram(const std::string& path)
+{
+    std::array<int, 2> input {};
+    std::array<int, 2> output {};
+    _pipe(input.data(), 4096, _O_TEXT | _O_NOINHERIT);
+    _pipe(output.data(), 4096, _O_TEXT | _O_NOINHERIT);
+    const std::array<int, 3> own { _dup(0), _dup(1), _dup(2) };
+    _dup2(input[0], 0);
+    _dup2(output[1], 1);
+    _dup2(output[1], 2);
+    const std::intptr_t id = _spawnl(_P_NOWAIT, path.c_str(), "participant", nullptr);
+    for (int file = 0; file < 3; ++file) {
+        _dup2(own[file], file);
+        _close(own[file]);
+    }
+    _close(input[0]);
+    _close(output[1]);
+    return { id, _fdopen(input[1], "w"), _fdopen(output[0], "r") };
+}
+
+void killProgram(const StartedProgram& program)
+{
+    TerminateProcess(reinterpret_cast<HANDLE>(program.id), 9);
+}
+
+void stopProgram(const StartedProgram& /*program*/, bool /*isStopped*/)
+{
+    std::abort(); // Windows has no such call
+}
+
+int exitCodeOf(const StartedProgram& program)
+{
+    int code = 0;
+    _cwait(&code, program.id, 0);
+    return code;
+}
+
+void setVariable(const char* name, const std::string& value)
+{
+    _putenv_s(name, value.c_str());
+}
+
+Verbs systemVerbs()
+{
+    return {};
+}
