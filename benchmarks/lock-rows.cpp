@@ -1,6 +1,6 @@
 #include "bench.h"
-#include "child-process.h"
 #include "families.h"
+#include "processes/scene.h"
 
 #include <vantkit-qt/qtsingleapplication/src/qtlockedfile.h>
 
@@ -9,17 +9,9 @@
 #include <QFileInfo>
 #include <QLockFile>
 #include <QStorageInfo>
-#include <QTemporaryDir>
 
 #include <algorithm>
-#include <iostream>
 #include <memory>
-#include <platform/win32.h>
-#include <string>
-
-#ifndef Q_OS_WIN
-#include <platform/mutex-directory_p.h>
-#endif
 
 namespace bench {
 
@@ -27,7 +19,6 @@ namespace {
 
 using QtLP_Private::QtLockedFile;
 
-const QString readersChild = QStringLiteral("lock-readers");
 constexpr int maximumReaders = 64;
 
 enum class Place { Disk, Memory };
@@ -73,14 +64,11 @@ QString placeOfMutexes()
 #ifdef Q_OS_WIN
     return QStringLiteral("the mutexes being the system's");
 #else
-    QFileInfo folder(QString::fromStdString(vantkit::internal::MutexDirectory::ofUser().path()));
-    // It is made with the first mutex.
-    return QStringLiteral("the mutexes' files on ")
-        + fileSystemOf(folder.exists() ? folder.filePath() : folder.path());
+    return QStringLiteral("the mutexes' files on ") + fileSystemOf(QStringLiteral("/tmp"));
 #endif
 }
 
-QTemporaryDir makeFolder(Place place)
+std::filesystem::path requireFolderOn(Place place)
 {
     const QString folder = folderOn(place);
     if (folder.isEmpty()) {
@@ -89,30 +77,7 @@ QTemporaryDir makeFolder(Place place)
                 .arg(place == Place::Disk ? QStringLiteral("on a disk") : QStringLiteral("on tmpfs"),
                     candidates(place).join(QStringLiteral(", "))));
     }
-    return QTemporaryDir(folder + QStringLiteral("/vantkit-bench-XXXXXX"));
-}
-
-// Has all reader mutexes of the file at the path open, as processes have that once read. It owns the last one
-// until it hears a line, so that it can be seen whether they are the ones that a writer has to have.
-ChildResult holdReaderMutexes(const QString& path)
-{
-    const QString name = QStringLiteral("QtLockedFile mutex ") + path.toLower();
-    std::vector<HANDLE> mutexes;
-    for (int idx = 0; idx < maximumReaders; ++idx) {
-        const QString reader = name + QString::number(idx);
-        mutexes.push_back(CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(reader.utf16())));
-    }
-    std::string line;
-    if (WaitForSingleObject(mutexes.back(), 0) != WAIT_OBJECT_0) {
-        throw Failure(QStringLiteral("the mutex of a new file is not free"));
-    }
-    std::cout << "owned" << std::endl;
-    std::getline(std::cin, line);
-    ReleaseMutex(mutexes.back());
-    std::cout << "free" << std::endl;
-    std::getline(std::cin, line);
-    std::for_each(mutexes.begin(), mutexes.end(), CloseHandle);
-    return {};
+    return folder.toStdString();
 }
 
 /** One file for the kit and one for QLockFile, in a folder that goes with them. */
@@ -120,20 +85,26 @@ class Files
 {
 public:
     Files(Place place, QtLockedFile::LockMode mode)
-        : m_folder(makeFolder(place))
+        : m_scene(requireFolderOn(place))
         , m_mode(mode)
     {
         m_kit.open(QIODevice::ReadWrite);
         requireSameWork(isExclusive());
     }
 
-    /** From now on the reader mutexes exist, held open by a process that waits for nothing. */
+    /**
+     * From now on another process has all reader mutexes open. First it owns the last one, so that it can be
+     * seen whether they are the ones that a writer has to have.
+     */
     void bringReaders()
     {
-        m_readers = std::make_unique<TalkingChild>(readersChild, m_kitPath);
-        requireSameWork(m_readers->hear() == "owned" && !m_kit.lock(QtLockedFile::WriteLock, false));
-        m_readers->say({});
-        requireSameWork(m_readers->hear() == "free" && isExclusive());
+        std::string names;
+        for (int idx = 0; idx < maximumReaders; ++idx) {
+            names += " file" + std::to_string(idx);
+        }
+        requireSameWork(m_scene.play("P create" + names + "; P take file63").empty()
+            && !m_kit.lock(QtLockedFile::WriteLock, false));
+        requireSameWork(m_scene.play("P release file63").empty() && isExclusive());
     }
 
     void lockByKit()
@@ -168,13 +139,17 @@ private:
         return keepsOut && writersPass(true);
     }
 
-    QTemporaryDir m_folder;
+    QString pathOf(const char* name) const
+    {
+        return QString::fromStdString((m_scene.folder() / name).string());
+    }
+
+    Scene m_scene;
     QtLockedFile::LockMode m_mode;
-    QString m_kitPath = m_folder.filePath(QStringLiteral("kit.lock"));
-    QString m_alternativePath = m_folder.filePath(QStringLiteral("by-hand.lock"));
+    QString m_kitPath = pathOf("file");
+    QString m_alternativePath = pathOf("by-hand.lock");
     QtLockedFile m_kit { m_kitPath };
     QLockFile m_alternative { m_alternativePath };
-    std::unique_ptr<TalkingChild> m_readers;
 };
 
 Sampler lockBoth(const std::shared_ptr<Files>& files)
@@ -194,19 +169,20 @@ Sampler lockBothAmongReaders(QtLockedFile::LockMode mode)
     return lockBoth(files);
 }
 
-void addRowsOfMode(Suite& suite, const QString& name, const QString& modeName, QtLockedFile::LockMode mode)
+void addRowsOfMode(Suite& suite, const QString& name, const QString& modeName, QtLockedFile::LockMode mode,
+    double ceiling, std::optional<double> ceilingAmongReaders)
 {
     const QString kit = QStringLiteral("lock(%1) and unlock of a QtLockedFile").arg(modeName);
     const auto addRow = [&](const char* suffix, const QString& what, Place place,
-                            std::optional<double> ceiling, const std::function<Sampler()>& prepare) {
+                            std::optional<double> ceilingOfRow, const std::function<Sampler()>& prepare) {
         suite.rows.push_back({ name + QLatin1String(suffix), QStringLiteral("one lock, taken and given up"),
             kit + what + QStringLiteral(", ") + placeOfMutexes(),
-            QStringLiteral("lock and unlock of a QLockFile on ") + fileSystemOf(place), ceiling, 301,
+            QStringLiteral("lock and unlock of a QLockFile on ") + fileSystemOf(place), ceilingOfRow, 301,
             prepare });
     };
-    addRow("", {}, Place::Disk, 1.0, [mode] { return lockBoth(Place::Disk, mode); });
+    addRow("", {}, Place::Disk, ceiling, [mode] { return lockBoth(Place::Disk, mode); });
     addRow("-tmpfs", {}, Place::Memory, std::nullopt, [mode] { return lockBoth(Place::Memory, mode); });
-    addRow("-64-readers", QStringLiteral(" with 64 reader mutexes"), Place::Disk, std::nullopt,
+    addRow("-64-readers", QStringLiteral(" with 64 reader mutexes"), Place::Disk, ceilingAmongReaders,
         [mode] { return lockBothAmongReaders(mode); });
 }
 
@@ -214,10 +190,10 @@ void addRowsOfMode(Suite& suite, const QString& name, const QString& modeName, Q
 
 void addLockRows(Suite& suite)
 {
-    suite.children[readersChild] = holdReaderMutexes;
-
-    addRowsOfMode(suite, QStringLiteral("lock.write"), QStringLiteral("WriteLock"), QtLockedFile::WriteLock);
-    addRowsOfMode(suite, QStringLiteral("lock.read"), QStringLiteral("ReadLock"), QtLockedFile::ReadLock);
+    addRowsOfMode(
+        suite, QStringLiteral("lock.write"), QStringLiteral("WriteLock"), QtLockedFile::WriteLock, 0.4, 1.5);
+    addRowsOfMode(suite, QStringLiteral("lock.read"), QStringLiteral("ReadLock"), QtLockedFile::ReadLock, 0.2,
+        std::nullopt);
 }
 
 } // namespace bench

@@ -1,14 +1,13 @@
 #include "bench.h"
 #include "child-process.h"
 #include "families.h"
+#include "processes/scene.h"
 
 #include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
 
-#include <QCoreApplication>
-#include <QLocalServer>
+#include <QFileInfo>
 #include <QLocalSocket>
-#include <QTemporaryDir>
-#include <QThread>
+#include <QUrl>
 #include <QtEndian>
 
 #include <algorithm>
@@ -20,13 +19,9 @@ namespace bench {
 
 namespace {
 
-const QString serverChild = QStringLiteral("peer-server");
 const QString clientChild = QStringLiteral("peer-client");
-const QString sendingSampler = QStringLiteral("peer-sending");
-const QString slowestSampler = QStringLiteral("peer-slowest");
-const QString crowdSampler = QStringLiteral("peer-crowd");
 
-const QString identity = QStringLiteral("vantkit-bench");
+const QString identity = QStringLiteral("scene"); // that of the server, which is a participant
 const QString message = QStringLiteral("open=/home/somebody/documents/letters/2024/december/invitation-7");
 constexpr int messageBytes = 64;
 constexpr int limitMilliseconds = 5000;
@@ -70,34 +65,6 @@ private:
     QtLocalPeer m_peer;
 };
 
-// Ends with its input. Tells the name that it listens on, and the first two messages, by which the one who
-// measures can see that they are the same; after that it does nothing with them.
-ChildResult serve(const QString& /*path*/)
-{
-    QtLocalPeer peer(nullptr, identity);
-    if (peer.isClient()) {
-        throw Failure(QStringLiteral("another process is the primary one"));
-    }
-    int toBeTold = 2;
-    QMetaObject::Connection telling;
-    telling = QObject::connect(&peer, &QtLocalPeer::messageReceived, [&](const QString& received) {
-        std::cout << received.toStdString() << std::endl;
-        if (--toBeTold == 0) {
-            QObject::disconnect(telling);
-        }
-    });
-    std::cout << peer.findChild<QLocalServer*>()->serverName().toStdString() << std::endl;
-
-    const std::unique_ptr<QThread> input(QThread::create([] {
-        for (std::string line; std::getline(std::cin, line);) { }
-        QMetaObject::invokeMethod(QCoreApplication::instance(), "quit", Qt::QueuedConnection);
-    }));
-    input->start();
-    QCoreApplication::exec();
-    input->wait();
-    return {};
-}
-
 // Sends its share of messages for each line that says by which way, and says when all are acknowledged.
 ChildResult sendShares(const QString& server)
 {
@@ -115,27 +82,35 @@ ChildResult sendShares(const QString& server)
     return {};
 }
 
-/** A server in a process of its own, and a client of it in this one. */
-struct Exchange
+/** A server in a process of its own, and a client of it in this one. Nobody else is met in their folder. */
+class Exchange
 {
-    TalkingChild server { serverChild };
-    QString serverName = QString::fromUtf8(server.hear());
-    Client client { serverName };
-
+public:
     Exchange()
     {
-        client.sendByKit();
-        client.sendByHand();
-        const QByteArray text = message.toUtf8();
-        requireSameWork(text.size() == messageBytes && server.hear() == text && server.hear() == text);
+        requireSameWork(m_scene.play("P isClient: false").empty());
+        m_client = std::make_unique<Client>(serverName());
+        m_client->sendByKit();
+        m_client->sendByHand();
+        const std::string text = QUrl::toPercentEncoding(message).toStdString();
+        requireSameWork(message.size() == messageBytes
+            && m_scene.play("P next: " + text + "; P next: " + text + "; P left: 0").empty());
     }
+
+    QString serverName() const { return QFileInfo(QString::fromStdString(m_scene.socketPath())).fileName(); }
+
+    Client& client() { return *m_client; }
+
+private:
+    Scene m_scene;
+    std::unique_ptr<Client> m_client;
 };
 
 Sampler sendBoth()
 {
     const auto exchange = std::make_shared<Exchange>();
-    return interleaved(repeated([exchange] { exchange->client.sendByKit(); }),
-        repeated([exchange] { exchange->client.sendByHand(); }));
+    return interleaved(repeated([exchange] { exchange->client().sendByKit(); }),
+        repeated([exchange] { exchange->client().sendByHand(); }));
 }
 
 double percentile99(std::vector<double> values)
@@ -150,8 +125,8 @@ Sampler slowestOfBoth()
 {
     const auto exchange = std::make_shared<Exchange>();
     const Sampler turn =
-        interleaved([exchange] { return nanosecondsOf([&] { exchange->client.sendByKit(); }); },
-            [exchange] { return nanosecondsOf([&] { exchange->client.sendByHand(); }); });
+        interleaved([exchange] { return nanosecondsOf([&] { exchange->client().sendByKit(); }); },
+            [exchange] { return nanosecondsOf([&] { exchange->client().sendByHand(); }); });
     return [turn] {
         std::vector<double> kit;
         std::vector<double> alternative;
@@ -171,7 +146,7 @@ public:
     Crowd()
     {
         for (int count = 0; count < clientCount; ++count) {
-            m_clients.push_back(std::make_unique<TalkingChild>(clientChild, m_exchange.serverName));
+            m_clients.push_back(std::make_unique<TalkingChild>(clientChild, m_exchange.serverName()));
         }
     }
 
@@ -200,39 +175,25 @@ Sampler sendInCrowd()
     return interleaved([crowd] { return crowd->send(byKit); }, [crowd] { return crowd->send(byHand); });
 }
 
-// In a process that has a temporary folder of its own, as have all that it starts: nobody else is met there,
-// and the lock file goes with it.
-Sampler inOwnFolder(const QString& sampler)
-{
-    const auto folder = std::make_shared<QTemporaryDir>();
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), folder->path());
-    const Sampler sample = samplerInChild(sampler, environment);
-    return [folder, sample] { return sample(); };
-}
-
 } // namespace
 
 void addPeerRows(Suite& suite)
 {
-    suite.children[serverChild] = serve;
     suite.children[clientChild] = sendShares;
-    suite.samplers[sendingSampler] = sendBoth;
-    suite.samplers[slowestSampler] = slowestOfBoth;
-    suite.samplers[crowdSampler] = sendInCrowd;
 
     const auto addRow = [&suite](const char* name, const char* unit, const QString& what,
-                            std::optional<double> ceiling, int samples, const QString& sampler) {
+                            std::optional<double> ceiling, int samples,
+                            const std::function<Sampler()>& prepare) {
         suite.rows.push_back({ QLatin1String(name), QLatin1String(unit),
             QStringLiteral("QtLocalPeer::sendMessage of 64 bytes") + what,
             QStringLiteral("the same bytes over a bare QLocalSocket, to the same server") + what, ceiling,
-            samples, [sampler] { return inOwnFolder(sampler); } });
+            samples, prepare });
     };
-    addRow("peer.send", "one message, from the call to its result", {}, 1.5, 501, sendingSampler);
+    addRow("peer.send", "one message, from the call to its result", {}, 1.2, 501, sendBoth);
     addRow("peer.send-p99", "the 99th percentile of 500 messages", QStringLiteral(": the 99th percentile"),
-        std::nullopt, 31, slowestSampler);
+        std::nullopt, 31, slowestOfBoth);
     addRow("peer.send-8-clients", "one message while 8 processes send at once",
-        QStringLiteral(": the whole time for each, with 8 clients at once"), std::nullopt, 51, crowdSampler);
+        QStringLiteral(": the whole time for each, with 8 clients at once"), std::nullopt, 51, sendInCrowd);
 }
 
 } // namespace bench
