@@ -60,7 +60,7 @@ void addPathRows(Suite& suite)
     suite.samplers[refreshSampler] = refreshPaths;
     suite.rows.push_back({ QStringLiteral("path.refresh"), QStringLiteral("one refresh of a shown bar"),
         QStringLiteral("VantButtonPath::refresh with a path of 100 parts"),
-        QStringLiteral("VantButtonPath::refresh with a path of 10 parts"), 30.0, 31,
+        QStringLiteral("VantButtonPath::refresh with a path of 10 parts"), 12.0, 31,
         [] { return samplerInChild(refreshSampler, offscreen()); } });
 }
 

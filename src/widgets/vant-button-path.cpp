@@ -14,9 +14,14 @@
 #include <QSignalMapper>
 #include <QToolButton>
 
+#include <limits>
+
 using vantkit::internal::designPixels;
 
 namespace {
+
+// Of whatever row comes next.
+constexpr int endOfRow = std::numeric_limits<int>::max();
 
 bool isFolder(int column)
 {
@@ -170,7 +175,7 @@ void VantButtonPath::buildRow()
     }
 }
 
-/** The caller owns the button. */
+// Its width is that of a text in the application's font, so it is measured before the button belongs to the bar.
 QPushButton* VantButtonPath::createNameButton(int column)
 {
     const QString& name = m_names.at(column / 2);
@@ -179,6 +184,7 @@ QPushButton* VantButtonPath::createNameButton(int column)
     button->setText(withDoubledAmpersands(name));
     button->setFlat(true);
     button->setAutoDefault(true); // so that Return clicks in windows that are no dialogs
+    button->setParent(viewport()); // with a sheet already set, Qt would read that once more
     button->setStyleSheet(getStyleSheet("component.button_path_name_button", false));
     button->setFixedHeight(designPixels(26));
     button->setFixedWidth(designPixels(textWidth + 16));
@@ -187,10 +193,9 @@ QPushButton* VantButtonPath::createNameButton(int column)
     return button;
 }
 
-/** The caller owns the button. */
 QPushButton* VantButtonPath::createArrow()
 {
-    auto* arrow = new QPushButton;
+    auto* arrow = new QPushButton(viewport());
     arrow->setIcon(getGlobalImage("bt_next", ImageManager::Normal));
     arrow->setFlat(true);
     arrow->setFocusPolicy(Qt::NoFocus); // there is nothing to click
@@ -281,11 +286,12 @@ int VantButtonPath::columnOf(const QWidget* widget) const
     if (!isAncestorOf(widget)) {
         return -1;
     }
-    int column = 0;
-    while (column < columnCount() && cellWidget(0, column) != widget) {
-        ++column;
+    for (int column = 0; column < columnCount(); ++column) {
+        if (cellWidget(0, column) == widget) {
+            return column;
+        }
     }
-    return column;
+    return endOfRow;
 }
 
 /** Gives the focus to the name in @p column or the last one before it, or to the menu that it is in. */

@@ -89,7 +89,7 @@ private:
     void clearMenu();
     void buildRow();
     QPushButton* createNameButton(int column);
-    static QPushButton* createArrow();
+    QPushButton* createArrow();
     int columnOf(const QWidget* widget) const;
     void focusColumn(int column);
 

@@ -333,6 +333,10 @@ void PathBarTest::pointerAndStrayKeys()
     QCoreApplication::processEvents();
     QCOMPARE(window.focusWidget(), window.button(0));
     QCOMPARE(window.scrolled(), window.bar->horizontalScrollBar()->maximum());
+
+    window.folderButton()->setFocus();
+    window.bar->refresh(QStringLiteral("a/b"));
+    QCOMPARE(window.focusWidget(), window.button(2));
 }
 
 // A field that is left shows what was typed, by which the name that is to get the focus goes.
