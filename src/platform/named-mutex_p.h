@@ -30,7 +30,8 @@ public:
     /** False with ENOENT if the mutex does not exist, unless it may be created. */
     bool open(bool mayCreate);
 
-    /** Takes the mutex out of everybody's reach. False with EAGAIN if it is busy, and the call may not wait.
+    /**
+     * Takes the mutex out of everybody's reach. False with EAGAIN if it is busy, and the call may not wait.
      */
     bool lock(bool mayWait);
     /** Undoes lock(), as if it had not been. */

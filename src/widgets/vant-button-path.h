@@ -14,17 +14,17 @@ class QToolButton;
 /**
  * A folder path as a row of buttons with arrows between them, one button for each folder.
  *
- * A click on a folder emits sigUpdatePath() and changes nothing by itself: an application that moves there
- * calls refresh() with the new path, from the slot if it likes. When the row is wider than the bar, the bar
- * scrolls to its end, and a small button at its left edge opens a menu of the folders that are then out of
- * view.
+ * A click on a folder emits sigUpdatePath() and changes nothing by itself: an application that moves
+ * there calls refresh() with the new path, from the slot if it likes. When the row is wider than the
+ * bar, the bar scrolls to its end, and a small button at its left edge opens a menu of the folders
+ * that are then out of view.
  *
  * The column of the table is also the id of a folder: the folder at place k of the path stands in column 2k,
  * the arrow behind it in column 2k + 1. The bar is 28 design pixels high.
  *
- * Tab reaches the folder button and the names that are in view, Left and Right move among these, Space and
- * Return click. When the row is rebuilt while it has the keyboard focus, the focus stays at its place in the
- * row.
+ * Tab reaches the folder button and the names that are in view, Left and Right move among these,
+ * Space and Return click. When the row is rebuilt while it has the keyboard focus, the focus
+ * stays at its place in the row.
  *
  * Style keys "component.button_path" for the bar, "component.button_path_name_button",
  * "component.button_path_arrow", "component.button_path_change_folder_btn" and, for the menu,
@@ -55,13 +55,14 @@ public:
 
     /**
      * Shows the button of hidden folders, fills its menu and scrolls to the end of the row.
-     * @param totalWidth the width of the row in pixels, larger than the bar's. refresh() calls this when it
-     * has to.
+     * @param totalWidth the width of the row in pixels, larger than the bar's. refresh()
+     * calls this when it has to.
      */
     void setChangeFolderBtn(int totalWidth);
 
-    /** Gives the arrows their width and calls setChangeFolderBtn() if the row does not fit. Part of
-     * refresh(). */
+    /**
+     * Gives the arrows their width and calls setChangeFolderBtn() if the row does not fit. Part of refresh().
+     */
     void updateColumnSize();
 
 public Q_SLOTS:

@@ -11,8 +11,10 @@
 #include <map>
 #include <memory>
 
-/** What a widget is right after its constructor: the properties of it and its parts that show in no other
- * test. */
+/**
+ * What a widget is right after its constructor: the properties of it and its parts
+ * that show in no other test.
+ */
 class ConstructionTest : public GuardedTest
 {
     Q_OBJECT

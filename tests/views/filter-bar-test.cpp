@@ -30,8 +30,9 @@ private:
 
 namespace {
 
-/** A window with the bar, which has the focus, before a field; it counts the keys that the bar lets
- * through. */
+/**
+ * A window with the bar, which has the focus, before a field; it counts the keys that the bar lets through.
+ */
 struct Window : QWidget
 {
     Window()

@@ -75,8 +75,10 @@ struct Bar
 
     QList<VantButton*> pages() { return inOrder<VantButton>(&bar); }
 
-    /** "- 1 2 3 4 | first last": the numbers as a screen reader meets them, then the jump buttons that can be
-     * pressed. */
+    /**
+     * "- 1 2 3 4 | first last": the numbers as a screen reader meets them, then the jump
+     * buttons that can be pressed.
+     */
     QString buttons()
     {
         QStringList words;

@@ -63,8 +63,10 @@ std::unique_ptr<VantTableWidget> shown(const Columns& columns, int width, int ro
     return widget;
 }
 
-/** The first column that the header does not show where the body has it, going by its sections and by the
- * colours in a picture; -1 if there is none. */
+/**
+ * The first column that the header does not show where the body has it, going by its sections and by the
+ * colours in a picture; -1 if there is none.
+ */
 int misplaced(VantTableWidget& widget)
 {
     const QHeaderView* header = widget.getHeader();
