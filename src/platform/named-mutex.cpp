@@ -58,6 +58,16 @@ bool isLockedByOthers(int file, off_t byte)
     return fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
+/**
+ * The same file under a high number, if there is room. Of what a killed process had open, the kernel closes the highest
+ * numbers first: who sees a connection to it end must find its mutexes free.
+ */
+FileDescriptor raised(FileDescriptor file)
+{
+    FileDescriptor high(fcntl(file.number(), F_DUPFD_CLOEXEC, 512));
+    return high.isOpen() ? std::move(high) : std::move(file);
+}
+
 /** False if it belongs to another user. */
 bool makePrivate(int folder)
 {
@@ -139,6 +149,9 @@ bool NamedMutex::open(bool mayCreate)
     m_file = openInPrivateFolder(m_fileName, mayCreate);
     if (!m_file.isOpen()) {
         return false;
+    }
+    if (mayCreate) {
+        m_file = raised(std::move(m_file));
     }
     if (!isLockedByOthers(m_file.number(), presenceByte)) {
         if (!mayCreate) {
