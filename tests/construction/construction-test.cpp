@@ -161,8 +161,8 @@ input-sheet                          sizePolicy=Fixed/Maximum styleSheet=@messag
 input-sheet QVBoxLayout:0            margins=10px,10px,10px,10px spacing=0
 input-sheet QLabel:0                 sizePolicy=Minimum/Maximum wordWrap=true alignment=AlignTop
 input-sheet QLineEdit:0              styleSheet=@lineedit minimumHeight=28px maximumHeight=28px
-input-sheet QPushButton:0            styleSheet=@apply_button default=true
-input-sheet QPushButton:1            styleSheet=@cancel_button
+input-sheet QPushButton:0            styleSheet=@apply_button default=true text=ok
+input-sheet QPushButton:1            styleSheet=@cancel_button text=cancel
 countdown-box                        styleSheet=@info_message_box
 countdown-box QPushButton:0          styleSheet=@apply_button
 countdown-box QPushButton:1          styleSheet=@cancel_button text=cancel

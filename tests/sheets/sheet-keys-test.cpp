@@ -14,7 +14,6 @@ private Q_SLOTS:
     void answers();
 
     void messageTabs();
-    void tabsAfterChanges();
     void nothingTakesFocus();
     void inputTabs();
 
@@ -89,7 +88,8 @@ void SheetKeysTest::answers_data()
     row("question", "text", Qt::Key_Space, ok);
     row("information", "text", Qt::Key_Escape, stays);
     row("information", "text", Qt::Key_Return, ok);
-    for (const Qt::Key key : { Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab, Qt::Key_A }) {
+    for (const Qt::Key key :
+        { Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Backtab }) {
         row("processing", "none", key, stays);
         row("processing", "text", key, stays);
     }
@@ -136,7 +136,7 @@ void SheetKeysTest::messageTabs()
     CoveredWindow window;
     QVERIFY(window.open());
     window.field->setFocus();
-    VantMessageSheet sheet(VantMessageSheet::Question, "Text", "More", &window);
+    VantMessageSheet sheet(VantMessageSheet::Question, "Text", &window);
     VantMask::createMask(&sheet, &window);
     sheet.showSheet(); // which leaves the focus where it is
     QCOMPARE(focused(window, sheet), QByteArray("below"));
@@ -144,29 +144,12 @@ void SheetKeysTest::messageTabs()
     QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 1), QByteArray("Discard"));
     clearFocus();
     QCOMPARE(walk(window, sheet, Qt::Key_Tab, 1), QByteArray("text"));
-    sheet.quit();
-
-    sheets::soon(&sheet, [&] {
-        const auto end = qScopeGuard([&] { sheet.quit(); });
-        QCOMPARE(focused(window, sheet), QByteArray("text"));
-        QCOMPARE(walk(window, sheet, Qt::Key_Tab, 5), QByteArray("more Ok Discard text more"));
-        QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 5), QByteArray("text Discard Ok more text"));
-    });
-    sheet.exec();
-}
-
-void SheetKeysTest::tabsAfterChanges()
-{
-    CoveredWindow window;
-    QVERIFY(window.open());
-    VantMessageSheet sheet(VantMessageSheet::Question, "Text", &window);
-    VantMask::createMask(&sheet, &window);
-    sheet.showSheet();
-    sheets::labels(&sheet).first()->setFocus();
 
     sheet.setInformativeText("More");
     QCoreApplication::processEvents();
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 1), QByteArray("more"));
+    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 5), QByteArray("more Ok Discard text more"));
+    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 5), QByteArray("text Discard Ok more text"));
+    sheets::labels(&sheet)[2]->setFocus();
     sheet.setInformativeText({}); // goes with the focus in it
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!window.focusWidget() || sheet.isAncestorOf(window.focusWidget()));
@@ -207,13 +190,6 @@ void SheetKeysTest::nothingTakesFocus()
             delete asked;
         }
     }
-    window.keys.clear();
-    VantMessageSheet sheet(VantMessageSheet::Processing, &window);
-    VantMask::createMask(&sheet, &window);
-    sheet.showSheet();
-    window.press(Qt::Key_Tab);
-    window.press(Qt::Key_Backtab);
-    QCOMPARE(window.keys, QList<int>());
 }
 
 void SheetKeysTest::inputTabs()
@@ -263,6 +239,7 @@ void SheetKeysTest::shortcuts()
     QTRY_COMPARE(saved.size() + window.clicks, 2);
 }
 
+/** What a screen reader finds from the window down, and can press. */
 void SheetKeysTest::messageIsRead()
 {
     CoveredWindow window;
@@ -270,7 +247,7 @@ void SheetKeysTest::messageIsRead()
     VantMessageSheet sheet(VantMessageSheet::Question, "Delete <b>3</b> files?", "Gone<br>then.", &window);
     VantMask::createMask(&sheet, &window);
     sheets::soon(&sheet, [&] {
-        const auto end = qScopeGuard([&] { sheet.quit(); });
+        auto closing = qScopeGuard([&] { sheet.quit(); });
         const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(&sheet);
         QCOMPARE(seen->role(), QAccessible::Dialog);
         QVERIFY(seen->state().modal && !seen->state().invisible);
@@ -281,11 +258,16 @@ void SheetKeysTest::messageIsRead()
         const auto* focus = QAccessible::queryAccessibleInterface(&window)->focusChild();
         QCOMPARE(focus->object(), sheets::labels(&sheet)[0]);
         QCOMPARE(focus->parent()->object(), &sheet);
+        QCOMPARE(seen->parent()->parent()->object(), &window);
         sheet.setText("2 %");
         sheet.setInformativeText({});
         QCOMPARE(textOf(&sheet) + textOf(&sheet, QAccessible::Description), QString("2 %"));
+        auto* back = QAccessible::queryAccessibleInterface(sheet.button(QMessageBox::Discard));
+        QCOMPARE(back->text(QAccessible::Name), QString("Back"));
+        closing.dismiss();
+        back->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     });
-    sheet.exec();
+    QCOMPARE(sheet.exec(), discard);
 }
 
 QTEST_MAIN(SheetKeysTest)

@@ -43,7 +43,6 @@ class SheetLayoutTest : public SheetTest
 private Q_SLOTS:
     void widths();
     void types();
-    void changedTypes();
     void movie();
     void places();
     void wholeTexts_data();
@@ -57,6 +56,8 @@ private:
 
 void SheetLayoutTest::widths()
 {
+    QCOMPARE(VantMessageSheet(Type::Question, "Text", nullptr).width(), scaled(540));
+    QCOMPARE(VantInputSheet("Text", nullptr).width(), scaled(480));
     const int rows[][3] { { 32, 0, 0 }, { 300, 260, 260 }, { 516, 476, 476 }, { 520, 480, 480 },
         { 536, 496, 480 }, { 540, 480, 480 }, { 544, 504, 480 }, { 580, 540, 480 }, { 584, 540, 480 } };
     for (const auto& [parent, message, input] : rows) {
@@ -75,48 +76,32 @@ void SheetLayoutTest::widths()
     }
 }
 
+/** That a sheet takes on one after the other. */
 void SheetLayoutTest::types()
 {
-    // By type: the icon, the buttons, the style. The last one is unknown.
+    // By type: the icon, the buttons, the style. The last two leave the icon, and the last one is unknown.
     const char* const rows[][3] { { "app_img", "|", "processing" }, { "icon_information", "Fine|", "other" },
         { "icon_warning", "Fine|", "other" }, { "icon_question", "Fine|Back", "other" },
         { "icon_information", "Get it|Back", "other" }, { "icon_warning", "Fine|Back", "other" },
-        { "", "|", "processing" }, { "", "|", "other" } };
-    for (int type = 0; type < 8; ++type) {
-        const auto& [icon, buttons, style] = rows[type];
-        CoveredWindow window;
-        VantMessageSheet sheet(Type(type < 7 ? type : 99), "Text", &window);
-        const QLabel* iconLabel = sheets::labels(&sheet)[1];
-        QCOMPARE(iconLabel->isHidden(), !*icon);
-        if (*icon) {
-            QCOMPARE(iconLabel->pixmap(Qt::ReturnByValue).toImage(), getGlobalImage(icon).toImage());
-        }
-        QCOMPARE(sheet.styleSheet(), getStyleSheet(QString("component.message_sheet_") + style));
-        QStringList texts;
-        for (const auto which : { QMessageBox::Ok, QMessageBox::Discard }) {
-            const QPushButton* button = sheets::button(&sheet, which);
-            texts += button ? button->text() : QString();
-            if (button) {
-                const bool isOk = which == QMessageBox::Ok;
-                QCOMPARE(button->isDefault(), isOk);
-                QCOMPARE(button->styleSheet(),
-                    getStyleSheet(isOk ? "component.apply_button" : "component.cancel_button"));
-                QCOMPARE(button->minimumSize(), QSize(scaled(isOk ? 120 : 80), scaled(28)));
-                QCOMPARE(button->maximumHeight(), scaled(28));
-            }
-        }
-        QCOMPARE(texts.join('|'), QString(buttons));
-    }
-}
-
-void SheetLayoutTest::changedTypes()
-{
+        { "icon_warning", "|", "processing" }, { "icon_warning", "|", "other" } };
     CoveredWindow window;
     VantMessageSheet sheet(Type::Question, {}, "More", &window);
-    sheet.setMessageType(Type::Warning);
+    for (int type = 0; type < 8; ++type) {
+        const auto& [icon, buttons, style] = rows[type];
+        sheet.setMessageType(Type(type < 7 ? type : 99));
+        const QPixmap shown = sheets::labels(&sheet)[1]->pixmap(Qt::ReturnByValue);
+        QCOMPARE(shown.toImage(), getGlobalImage(icon).toImage());
+        QCOMPARE(sheet.styleSheet(), getStyleSheet(QString("component.message_sheet_") + style));
+        const QPushButton* ok = sheets::button(&sheet, QMessageBox::Ok);
+        const QPushButton* discard = sheets::button(&sheet, QMessageBox::Discard);
+        QCOMPARE((ok ? ok->text() : "") + '|' + (discard ? discard->text() : ""), QString(buttons));
+    }
     QCOMPARE(
         sheets::labels(&sheet)[2]->styleSheet(), getStyleSheet("component.message_sheet_informative_text"));
-    QVERIFY(!sheet.button(QMessageBox::Discard));
+    for (const Type type : { Type(99), Type::ProcessingMovie }) {
+        VantMessageSheet fresh(type, "Text", &window);
+        QVERIFY(sheets::labels(&fresh)[1]->isHidden());
+    }
     sheet.setMessageType(Type::Question);
     QSignalSpy finished(&sheet, SIGNAL(finished(int)));
     sheet.button(QMessageBox::Discard)->click();
@@ -131,20 +116,22 @@ void SheetLayoutTest::movie()
     for (const QString& file : { folder + "/processing.gif", folder + "/../images.json" }) {
         VantMessageSheet sheet("Text", file, &window);
         VantMask::createMask(&sheet, &window);
-        const QPointer<QMovie> movie = sheets::labels(&sheet)[1]->movie();
+        const QLabel* icon = sheets::labels(&sheet)[1];
+        const QPointer<QMovie> movie = icon->movie();
         QVERIFY(movie);
         QCOMPARE(movie->scaledSize(), QSize(scaled(32), scaled(32)));
         QCOMPARE(movie->state(), QMovie::NotRunning);
         sheets::soon(&sheet, [&] {
             const auto end = qScopeGuard([&] { sheet.done(0); });
             QCOMPARE(movie->state() == QMovie::Running, file.endsWith(".gif"));
-            QVERIFY(sheets::labels(&sheet)[1]->isVisible());
+            QVERIFY(icon->isVisible());
         });
         sheet.exec();
+        QCOMPARE(movie->state(), QMovie::NotRunning);
         for (const QPixmap& pixmap : { QPixmap(20, 30), QPixmap() }) {
             sheet.setIcon(pixmap);
             QVERIFY(!movie);
-            QCOMPARE(sheets::labels(&sheet)[1]->isHidden(), pixmap.isNull());
+            QCOMPARE(icon->isHidden(), pixmap.isNull());
         }
     }
 }
@@ -156,8 +143,11 @@ void SheetLayoutTest::places()
     window.show();
     const int shadow = scaled(22);
     VantMessageSheet message(Type::Question, "Text", "More", &window);
-    VantMask::createMask(&message, &window);
-    message.showSheet();
+    VantInputSheet input("Text", &window);
+    for (VantSheet* sheet : std::initializer_list<VantSheet*> { &message, &input }) {
+        VantMask::createMask(sheet, &window);
+        sheet->showSheet();
+    }
     QCoreApplication::processEvents();
     const QRect text = sheets::labels(&message)[0]->geometry();
     const QRect icon = sheets::labels(&message)[1]->geometry();
@@ -168,31 +158,21 @@ void SheetLayoutTest::places()
     QCOMPARE(buttonsOf(message).top() - more.bottom(), scaled(20) + 1);
     QCOMPARE(message.rect().bottomRight() - buttonsOf(message).bottomRight(),
         QPoint(shadow + scaled(20), shadow + scaled(10)));
-
-    message.setMessageType(Type::Processing);
-    message.setInformativeText({});
-    QCoreApplication::processEvents();
-    QCOMPARE(message.height(),
-        2 * shadow + scaled(30)
-            + qMax(sheets::labels(&message)[0]->height(), sheets::labels(&message)[1]->height()));
-    message.quit();
-
-    VantInputSheet input(&window);
-    input.getLineEdit()->setStyleSheet("");
-    input.setText("Text"); // which gives the field its look again
-    QCOMPARE(input.getLineEdit()->styleSheet(), getStyleSheet("component.lineedit"));
-    QCOMPARE(input.button(QMessageBox::Discard)->text(), QString("Back"));
-    VantMask::createMask(&input, &window);
-    input.showSheet();
-    QCoreApplication::processEvents();
     const QRect prompt = sheets::labels(&input)[0]->geometry();
     const QRect field = input.getLineEdit()->geometry();
     QCOMPARE(prompt.topLeft(), QPoint(shadow + scaled(10), shadow + scaled(10)));
     QCOMPARE(field.top() - prompt.bottom(), scaled(8) + 1);
-    QCOMPARE(field.height(), scaled(28));
     QCOMPARE(buttonsOf(input).top() - field.bottom(), scaled(24) + 1);
     QCOMPARE(input.rect().bottomRight() - buttonsOf(input).bottomRight(),
         QPoint(shadow + scaled(10), shadow + scaled(10)));
+
+    const int height = message.height();
+    message.setText("Several words in a line");
+    QCOMPARE(message.height(), height); // at once
+    message.setMessageType(Type::Processing); // without buttons, and a space above them
+    message.setInformativeText({});
+    QCoreApplication::processEvents();
+    QCOMPARE(message.height(), 2 * shadow + scaled(30) + qMax(text.height(), icon.height()));
 }
 
 void SheetLayoutTest::wholeTexts_data()
