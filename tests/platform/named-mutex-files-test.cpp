@@ -103,6 +103,7 @@ TEST_CASE("A file that is removed under an owner does not make two of them")
         "Q try a: busy; R kill; Q take a: abandoned";
     CHECK(Scene().play(beginning + "P1 release a; " + ending) == allFine);
     CHECK(Scene().play(beginning + "P kill; " + ending) == allFine);
+    CHECK(Scene().play("P create a; P take a; P remove-files; P close a; Q create a; Q take a") == allFine);
 }
 
 TEST_CASE("A folder that is removed under an owner does not make two of them" * doctest::skip(geteuid() != 0))

@@ -3,11 +3,12 @@
 #include "processes/queue.h"
 #include "processes/system.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <regex>
 #include <thread>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -27,6 +28,30 @@ fs::path makeFolder(const fs::path& parent)
     fs::permissions(folder, fs::perms::all); // a participant may become another user
     return folder;
 }
+
+struct Step
+{
+    std::string text;
+    std::size_t colon = std::min(text.find(": "), text.size());
+    std::size_t becomes = text.substr(0, colon).find(" becomes ");
+    bool isRepeated = becomes < colon;
+    std::string name = text.substr(0, 1);
+    std::string line = text.substr(1, std::min(becomes, colon) - 1);
+    std::string expected = isRepeated ? text.substr(becomes + 9)
+        : colon < text.size()         ? text.substr(colon + 2)
+                                      : "true";
+
+    explicit Step(std::string step)
+        : text(std::move(step))
+    {
+        line.erase(0, line.find_first_not_of(' '));
+    }
+
+    bool expects(const std::string& answer) const
+    {
+        return answer == expected || (expected == "*" && answer != noAnswer);
+    }
+};
 
 void setTemporaryFolder(const fs::path& folder)
 {
@@ -85,25 +110,18 @@ Scene::~Scene()
 
 std::string Scene::play(const std::string& steps)
 {
-    static const std::regex separator("; ");
-    static const std::regex form("(\\w) ?(.*?)(?:(: | becomes )(.*))?");
-    for (std::sregex_token_iterator step(steps.begin(), steps.end(), separator, -1), end; step != end;
-         ++step) {
-        const std::string text = *step;
-        std::smatch parts;
-        std::regex_match(text, parts, form);
-        const std::string expected = parts[3].matched ? parts[4].str() : "true";
-        const auto isRight = [&](const std::string& answer) {
-            return answer == expected || (expected == "*" && answer != noAnswer);
-        };
+    for (std::size_t begin = 0; begin < steps.size();) {
+        const std::size_t end = std::min(steps.find("; ", begin), steps.size());
+        const Step step(steps.substr(begin, end - begin));
+        begin = end + 2;
         const auto deadline = Clock::now() + patience;
-        std::string answered = perform(parts[1], parts[2]);
-        while (!isRight(answered) && parts[3] == " becomes " && Clock::now() < deadline) {
-            answered = perform(parts[1], parts[2]);
+        std::string answer = perform(step.name, step.line);
+        while (!step.expects(answer) && step.isRepeated && Clock::now() < deadline) {
+            answer = perform(step.name, step.line);
         }
-        m_isFine = m_isFine && isRight(answered);
+        m_isFine = m_isFine && step.expects(answer);
         if (!m_isFine) {
-            return "\"" + text + "\" gave \"" + answered + "\"";
+            return "\"" + step.text + "\" gave \"" + answer + "\"";
         }
     }
     return {};
