@@ -59,8 +59,8 @@ bool isLockedByOthers(int file, off_t byte)
 }
 
 /**
- * The same file under a high number, if there is room. Of what a killed process had open, the kernel closes the highest
- * numbers first: who sees a connection to it end must find its mutexes free.
+ * The same file under a high number, if there is room. Of what a killed process had open, the kernel closes
+ * the highest numbers first: who sees a connection to it end must find its mutexes free.
  */
 FileDescriptor raised(FileDescriptor file)
 {

@@ -175,7 +175,8 @@ void VantButtonPath::buildRow()
     }
 }
 
-// Its width is that of a text in the application's font, so it is measured before the button belongs to the bar.
+// Its width is that of a text in the application's font, so it is measured before the button is the
+// bar's.
 QPushButton* VantButtonPath::createNameButton(int column)
 {
     const QString& name = m_names.at(column / 2);
