@@ -42,7 +42,7 @@ template <typename PathIn>
 QString firstFileIn(const QStringList& folders, PathIn pathIn)
 {
     for (const QString& folder : folders) {
-        const QString path = pathIn(folder);
+        QString path = pathIn(folder);
         if (QFileInfo(path).isFile()) {
             return path;
         }
