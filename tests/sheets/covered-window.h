@@ -11,7 +11,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 
-/** A window with a field and a button, to be covered by sheets. It notes what reaches it. */
+/** An open window with a field and a button, to be covered by sheets. It notes what reaches it. */
 class CoveredWindow : public QWidget
 {
     Q_OBJECT

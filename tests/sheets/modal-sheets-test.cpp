@@ -6,33 +6,6 @@
 
 using sheets::soon;
 
-/** How sheets open, wait and close, whatever happens to them meanwhile. */
-class ModalSheetsTest : public SheetTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void deleted_data();
-    void deleted();
-    void maskDeletedUnderMessageFunction();
-    void focusGoesToNothingDying();
-    void endings_data();
-    void endings();
-    void twoSheets_data();
-    void twoSheets();
-    void windowWithTwoSheetsDies();
-
-    void openedAgain_data() { sheets::addBothSheets(); }
-
-    void openedAgain();
-    void windowChanges_data();
-    void windowChanges();
-
-    void closing_data() { sheets::addBothSheets(); }
-
-    void closing();
-};
-
 namespace {
 
 const int ok = QMessageBox::Ok;
@@ -51,12 +24,48 @@ void addRows(const char* column, std::initializer_list<const char*> words)
 
 } // namespace
 
-void ModalSheetsTest::deleted_data()
+/** How sheets open, wait and close, whatever happens to them meanwhile. */
+class ModalSheetsTest : public SheetTest
 {
-    addRows("victim",
-        { "sheet", "mask", "parent", "window", "sheet, by its answer", "sheet, shown", "mask, shown",
-            "window, shown" });
-}
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void deleted_data()
+    {
+        addRows("victim",
+            { "sheet", "mask", "parent", "window", "sheet, by its answer", "sheet, shown", "mask, shown",
+                "window, shown" });
+    }
+
+    void deleted();
+    void maskDeletedUnderMessageFunction();
+    void focusGoesToNothingDying();
+
+    void endings_data()
+    {
+        addRows("way", { "hidden first", "before there is a loop", "Discard", "application" });
+    }
+
+    void endings();
+
+    void twoSheets_data() { addRows("first", { "lower", "upper", "mask" }); }
+
+    void twoSheets();
+    void windowWithTwoSheetsDies();
+
+    void openedAgain_data() { sheets::addBothSheets(); }
+
+    void openedAgain();
+
+    void windowChanges_data() { addRows("moved", { "sheet", "window" }); }
+
+    void windowChanges();
+
+    void closing_data() { sheets::addBothSheets(); }
+
+    void closing();
+};
 
 /** While it is waited for, or only shown. */
 void ModalSheetsTest::deleted()
@@ -64,7 +73,6 @@ void ModalSheetsTest::deleted()
     QFETCH(bool, input);
     QFETCH(QByteArray, victim);
     const QPointer<CoveredWindow> window = new CoveredWindow;
-    QVERIFY(window->open());
     auto* parent = new QWidget(window);
     parent->resize(400, 300);
     const QPointer<VantSheet> sheet = sheets::make(input, parent);
@@ -109,7 +117,6 @@ void ModalSheetsTest::maskDeletedUnderMessageFunction()
 {
     for (const bool answered : { false, true }) {
         CoveredWindow window;
-        QVERIFY(window.open());
         soon(qApp, [&] {
             const std::unique_ptr<QWidget> mask(window.shownMask());
             if (answered) {
@@ -124,7 +131,6 @@ void ModalSheetsTest::maskDeletedUnderMessageFunction()
 void ModalSheetsTest::focusGoesToNothingDying()
 {
     CoveredWindow window;
-    QVERIFY(window.open());
     auto* page = new QWidget(&window);
     page->setFocusPolicy(Qt::StrongFocus);
     page->show();
@@ -137,17 +143,11 @@ void ModalSheetsTest::focusGoesToNothingDying()
     window.press(Qt::Key_A); // to nobody who is gone
 }
 
-void ModalSheetsTest::endings_data()
-{
-    addRows("way", { "hidden first", "before there is a loop", "Discard", "application" });
-}
-
 void ModalSheetsTest::endings()
 {
     QFETCH(bool, input);
     QFETCH(QByteArray, way);
     CoveredWindow window;
-    QVERIFY(window.open());
     window.button->setFocus(); // where the focus does not come by itself
     VantSheet* sheet = sheets::make(input, &window);
     QSignalSpy finished(sheet, SIGNAL(finished(int)));
@@ -185,39 +185,35 @@ void ModalSheetsTest::endings()
     QCOMPARE(window.remains(), QString());
 }
 
-void ModalSheetsTest::twoSheets_data()
-{
-    addRows("first", { "lower", "upper" });
-}
-
 void ModalSheetsTest::twoSheets()
 {
     QFETCH(bool, input);
     QFETCH(QByteArray, first);
-    const bool lowerFirst = first == "lower";
     CoveredWindow window;
-    QVERIFY(window.open());
-    VantSheet* upper = sheets::make(!input, &window); // under the other one's mask, until it opens
-    VantSheet* lower = sheets::make(input, &window);
+    const std::unique_ptr<VantSheet> upper(sheets::make(!input, &window)); // below the other, until it opens
+    const std::unique_ptr<VantSheet> lower(sheets::make(input, &window));
     int upperResult = -1;
     soon(qApp, [&] {
         soon(qApp, [&] {
             const auto end = qScopeGuard([&] { window.press(Qt::Key_Escape); });
-            window.click(sheets::button(lower, QMessageBox::Ok)); // out of reach
-            if (lowerFirst) {
-                sheets::done(lower, 5);
+            window.click(sheets::button(lower.get(), QMessageBox::Ok)); // out of reach
+            if (first == "lower") {
+                sheets::done(lower.get(), 5);
             }
             QVERIFY(!window.close() && !window.hasCloseButton());
+            if (first == "mask") { // of the lower one, which has no answer then
+                delete lower->parentWidget();
+            }
         });
-        upperResult = sheets::exec(upper);
-        if (!lowerFirst) {
+        upperResult = sheets::exec(upper.get());
+        if (first == "upper") {
             soon(qApp, [&] { window.press(Qt::Key_Return); });
             QVERIFY(lower->isVisible());
             QVERIFY(lower->isAncestorOf(QApplication::focusWidget()));
             QVERIFY(!window.close() && !window.hasCloseButton());
         }
     });
-    QCOMPARE(sheets::exec(lower), lowerFirst ? 5 : ok);
+    QCOMPARE(sheets::exec(lower.get()), first == "lower" ? 5 : first == "upper" ? ok : 0);
     QCOMPARE(upperResult, discard);
     QVERIFY(upper->isHidden() && lower->isHidden());
     QCOMPARE(window.remains(), QString());
@@ -227,7 +223,6 @@ void ModalSheetsTest::windowWithTwoSheetsDies()
 {
     for (const int answer : { 0, 5 }) { // of the lower one
         auto window = std::make_unique<CoveredWindow>();
-        QVERIFY(window->open());
         VantInputSheet lower(window.get());
         VantMask::createMask(&lower, window.get());
         int upperResult = -1;
@@ -249,7 +244,6 @@ void ModalSheetsTest::openedAgain()
 {
     QFETCH(bool, input);
     CoveredWindow window;
-    QVERIFY(window.open());
     VantSheet* sheet = sheets::make(input, &window);
 
     // While it is open already, and while it is waited for.
@@ -276,20 +270,13 @@ void ModalSheetsTest::openedAgain()
     QCOMPARE(window.remains(), QString());
 }
 
-void ModalSheetsTest::windowChanges_data()
-{
-    addRows("moved", { "sheet", "window" });
-}
-
 /** What was moved into another window, while it was open, is at home there. */
 void ModalSheetsTest::windowChanges()
 {
     QFETCH(bool, input);
     QFETCH(QByteArray, moved);
     CoveredWindow other({ 900, 500 });
-    QVERIFY(other.open());
     CoveredWindow window;
-    QVERIFY(window.open());
     VantSheet* sheet = sheets::make(input, &window);
     soon(qApp, [&] {
         if (moved == "sheet") {
@@ -323,14 +310,11 @@ void ModalSheetsTest::closing()
 {
     QFETCH(bool, input);
     CoveredWindow window;
-    QVERIFY(window.open());
     VantSheet* sheet = sheets::make(input, &window);
     for (const bool blocks : { true, false }) {
-        if (input) {
-            static_cast<VantInputSheet*>(sheet)->setBlockWindowButton(blocks);
-        } else {
-            static_cast<VantMessageSheet*>(sheet)->setBlockWindowButton(blocks);
-        }
+        auto* message = qobject_cast<VantMessageSheet*>(sheet);
+        message ? message->setBlockWindowButton(blocks)
+                : static_cast<VantInputSheet*>(sheet)->setBlockWindowButton(blocks);
         const auto check = [&](bool hasCloseButton) {
             const auto end = qScopeGuard([&] { sheets::done(sheet, 0); });
             QCOMPARE(window.hasCloseButton(), hasCloseButton);

@@ -103,6 +103,9 @@ void SheetLayoutTest::types()
         QVERIFY(sheets::labels(&fresh)[1]->isHidden());
     }
     sheet.setMessageType(Type::Question);
+    sheet.setDefaultButton(nullptr);
+    sheet.setDefaultButton(sheets::button(&sheet, QMessageBox::Discard));
+    QVERIFY(sheets::button(&sheet, QMessageBox::Discard)->isDefault());
     QSignalSpy finished(&sheet, SIGNAL(finished(int)));
     sheet.button(QMessageBox::Discard)->click();
     QCOMPARE(finished, QList<QList<QVariant>> { { int(QMessageBox::Discard) } }); // once
@@ -111,7 +114,6 @@ void SheetLayoutTest::types()
 void SheetLayoutTest::movie()
 {
     CoveredWindow window;
-    QVERIFY(window.open());
     const QString folder = ImageManager::getInstance().getImageFolder();
     for (const QString& file : { folder + "/processing.gif", folder + "/../images.json" }) {
         VantMessageSheet sheet("Text", file, &window);
@@ -140,7 +142,6 @@ void SheetLayoutTest::movie()
 void SheetLayoutTest::places()
 {
     CoveredWindow window({ scaled(800), scaled(600) });
-    window.show();
     const int shadow = scaled(22);
     VantMessageSheet message(Type::Question, "Text", "More", &window);
     VantInputSheet input("Text", &window);
@@ -195,7 +196,6 @@ void SheetLayoutTest::wholeTexts()
     QFETCH(QString, text);
     QFETCH(QSize, window);
     CoveredWindow covered(QSize(scaled(window.width()), scaled(window.height())));
-    QVERIFY(covered.open());
     VantMessageSheet message(Type::WarningQuestion, text, text, &covered);
     VantInputSheet input(text, &covered);
     const auto check = [&](VantSheet& sheet) {
@@ -238,7 +238,6 @@ void SheetLayoutTest::wholeTexts()
 void SheetLayoutTest::idle()
 {
     CoveredWindow window;
-    QVERIFY(window.open());
     VantMessageSheet sheet(Type::Question, "Text", QString("Word").repeated(60), &window);
     VantMask::createMask(&sheet, &window);
     sheet.showSheetWithBlock();
