@@ -60,20 +60,15 @@ bool isDead(const QByteArray& path)
     return false;
 }
 
-void freeDeadName(const QString& name)
+} // namespace
+
+bool listenForUser(QLocalServer& server, const QString& name)
 {
     // Where QLocalServer puts it.
     const QByteArray path = QFile::encodeName(QDir::cleanPath(QDir::tempPath()) + QLatin1Char('/') + name);
     if (isOwnSocket(path) && isDead(path)) {
         unlink(path.constData());
     }
-}
-
-} // namespace
-
-bool listenForUser(QLocalServer& server, const QString& name)
-{
-    freeDeadName(name);
     // With socket options of its own, the server would take the name away from one that lives.
     const mode_t former = umask(S_IRWXG | S_IRWXO);
     const bool listens = server.listen(name);

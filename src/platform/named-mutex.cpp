@@ -34,9 +34,8 @@ std::uint64_t hashOf(const std::u16string& name)
 
 struct flock lockOn(off_t byte, short type)
 {
-    struct flock lock = {};
+    struct flock lock = {}; // from the file's start on
     lock.l_type = type;
-    lock.l_whence = SEEK_SET;
     lock.l_start = byte;
     lock.l_len = 1;
     return lock;
@@ -45,11 +44,12 @@ struct flock lockOn(off_t byte, short type)
 bool setLock(int file, off_t byte, short type, bool mayWait = false)
 {
     struct flock lock = lockOn(byte, type);
-    int result = 0;
-    do {
-        result = fcntl(file, mayWait ? F_OFD_SETLKW : F_OFD_SETLK, &lock);
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
+    while (fcntl(file, mayWait ? F_OFD_SETLKW : F_OFD_SETLK, &lock) != 0) {
+        if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool isLockedByOthers(int file, off_t byte)
@@ -68,25 +68,20 @@ FileDescriptor raised(FileDescriptor file)
     return high.isOpen() ? std::move(high) : std::move(file);
 }
 
-/** False if it belongs to another user. */
-bool makePrivate(int folder)
-{
-    struct stat status = {};
-    if (fstat(folder, &status) != 0) {
-        return false;
-    }
-    errno = EACCES;
-    return status.st_uid == geteuid() && fchmod(folder, S_IRWXU) == 0;
-}
-
 FileDescriptor openPrivateFolder()
 {
     const std::string path = std::string(temporaryFolder) + "/vantkit-" + std::to_string(geteuid());
     mkdir(path.c_str(), S_IRWXU);
     FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!folder.isOpen() || !makePrivate(folder.number())) {
+    if (!folder.isOpen()) {
+        return folder;
+    }
+    struct stat status = {};
+    if (fstat(folder.number(), &status) != 0 || status.st_uid != geteuid()) {
+        errno = EACCES;
         return FileDescriptor();
     }
+    fchmod(folder.number(), S_IRWXU);
     // Programs that clean up temporary files leave a folder alone that somebody holds.
     flock(folder.number(), LOCK_SH | LOCK_NB);
     return folder;
@@ -102,8 +97,8 @@ FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
         return FileDescriptor(openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
     };
     FileDescriptor file = attempt();
-    const bool hasNoFolder = errno == EBADF || (errno == ENOENT && mayCreate);
-    if (!file.isOpen() && hasNoFolder) { // not opened yet, or removed since
+    // The folder has not been opened yet, or was removed since.
+    if (!file.isOpen() && (errno == EBADF || (errno == ENOENT && mayCreate))) {
         folder = openPrivateFolder();
         file = folder.isOpen() ? attempt() : FileDescriptor();
     }
@@ -115,7 +110,7 @@ int openTemporaryFolder()
     return ::open(temporaryFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
-/** The folder on which this process has a lock for each mutex that it owns. */
+/** On it this process has a lock for each mutex that it owns. */
 int markedFolder()
 {
     static const int folder = openTemporaryFolder();
@@ -136,8 +131,7 @@ NamedMutex::~NamedMutex()
     if (m_isOwned) {
         setLock(markedFolder(), m_byteOfName, F_UNLCK);
     }
-    // Closing alone would not do while a program is being started, which has the file open until it really
-    // begins.
+    // Closing alone would not do: a program that is being started has the file open for a moment.
     if (m_file.isOpen()) {
         setLock(m_file.number(), ownershipByte, F_UNLCK);
         setLock(m_file.number(), presenceByte, F_UNLCK);
@@ -168,16 +162,16 @@ bool NamedMutex::open(bool mayCreate)
 bool NamedMutex::lock(bool mayWait)
 {
     while (setLock(m_file.number(), ownershipByte, F_WRLCK, mayWait)) {
-        if (isRemoved()) {
-            if (!open(true)) {
-                return false;
+        if (!isRemoved()) {
+            if (note() != noNote || !isOwnedUnderAnotherFile()) {
+                return true;
             }
-        } else if (note() == noNote && isOwnedUnderAnotherFile()) {
             unlock();
-            errno = mayWait ? ESTALE : EAGAIN; // the owner has another file, which nobody can wait for
+            errno = mayWait ? ESTALE : EAGAIN; // nobody can wait for the owner, who has another file
             return false;
-        } else {
-            return true;
+        }
+        if (!open(true)) {
+            return false;
         }
     }
     return false;

@@ -10,9 +10,8 @@ namespace vantkit::internal {
 /**
  * A handle on a named mutex. The mutex is a small file in a private folder of the user, /tmp/vantkit-<uid>,
  * whatever the environment says, since two processes that see different ones have to meet. The file stays.
- * Whether the mutex exists and who owns it is told by locks on two bytes, which the kernel drops with the
- * handle or its process: the owner has one to itself, and everybody who has the mutex open shares the other.
- * A mutex that nobody has open does not exist.
+ * Two bytes of it are locked, at most until the handle or its process ends: one by the owner alone, the other
+ * by everybody who has the mutex open. A mutex that nobody has open does not exist.
  *
  * The file holds a note of one byte that says whether the mutex is owned. An owner that ended without a
  * release leaves it behind. A note that cannot be written costs just that knowledge.

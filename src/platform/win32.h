@@ -1,9 +1,8 @@
 #pragma once
 
 // The calls of Windows that the kit makes. On Windows they are the real ones; elsewhere this declares just
-// these, with the same names, types and results, and the folder holds what stands in for them. What the kit
-// never does with them is not stood in for: a mutex is not taken twice through one handle, the end of a
-// thread frees nothing, and handles are null or real.
+// these, and the folder holds what stands in for them. What the kit never does is not stood in for: a mutex
+// is not taken twice through one handle, the end of a thread frees nothing, handles are null or real.
 
 #ifdef _WIN32
 
@@ -78,7 +77,6 @@ DWORD GetLastError();
 
 DWORD GetCurrentProcessId();
 
-/** Suspends the calling thread. */
 void Sleep(DWORD milliseconds);
 
 // The system menu of a window, which has its close function.
@@ -91,10 +89,7 @@ constexpr UINT MF_DISABLED = 2;
 /** The system menu of a window of this process, null for anything else. @p revert must be FALSE. */
 HMENU GetSystemMenu(HWND window, BOOL revert);
 
-/**
- * Makes the close function of a window available or not: @p item must be SC_CLOSE. The result is the former
- * state, or -1 if there is no such item.
- */
+/** Makes @p item, SC_CLOSE, available or not. The former state, or -1 if there is no such item. */
 BOOL EnableMenuItem(HMENU menu, UINT item, UINT flags);
 
 #endif
