@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* temporaryFolder = "/tmp";
 
+constexpr int highNumber = 512; // of an open file
 constexpr off_t ownershipByte = 0;
 constexpr off_t presenceByte = 1;
 
@@ -62,9 +63,9 @@ bool isLockedByOthers(int file, off_t byte)
  * The same file under a high number, if there is room. Of what a killed process had open, the kernel closes
  * the highest numbers first: who sees a connection to it end must find its mutexes free.
  */
-FileDescriptor raised(FileDescriptor file)
+FileDescriptor raised(FileDescriptor file, int least)
 {
-    FileDescriptor high(fcntl(file.number(), F_DUPFD_CLOEXEC, 512));
+    FileDescriptor high(fcntl(file.number(), F_DUPFD_CLOEXEC, least));
     return high.isOpen() ? std::move(high) : std::move(file);
 }
 
@@ -105,16 +106,16 @@ FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
     return file;
 }
 
-int openTemporaryFolder()
+FileDescriptor openTemporaryFolder()
 {
-    return ::open(temporaryFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return FileDescriptor(::open(temporaryFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
-/** On it this process has a lock for each mutex that it owns. */
+/** On it this process has a lock for each mutex that it owns, which goes before the mutex's own. */
 int markedFolder()
 {
-    static const int folder = openTemporaryFolder();
-    return folder;
+    static const FileDescriptor folder = raised(openTemporaryFolder(), highNumber + 256);
+    return folder.number();
 }
 
 } // namespace
@@ -145,7 +146,7 @@ bool NamedMutex::open(bool mayCreate)
         return false;
     }
     if (mayCreate) {
-        m_file = raised(std::move(m_file));
+        m_file = raised(std::move(m_file), highNumber);
     }
     if (!isLockedByOthers(m_file.number(), presenceByte)) {
         if (!mayCreate) {
@@ -213,7 +214,7 @@ bool NamedMutex::isRemoved() const
 bool NamedMutex::isOwnedUnderAnotherFile() const
 {
     // Opened anew, it shows the locks of this process as well.
-    const FileDescriptor folder(openTemporaryFolder());
+    const FileDescriptor folder = openTemporaryFolder();
     return isLockedByOthers(folder.number(), m_byteOfName);
 }
 
