@@ -1,8 +1,10 @@
 #include "platform/named-mutex_p.h"
 
 #include <fcntl.h>
-#include <limits>
+#include <fstream>
 #include <mutex>
+#include <set>
+#include <sstream>
 #include <sys/file.h>
 #include <sys/stat.h>
 
@@ -11,24 +13,19 @@ namespace vantkit::internal {
 namespace {
 
 constexpr const char* temporaryFolder = "/tmp";
-
-constexpr int highNumber = 512; // of an open file
-constexpr off_t ownershipByte = 0;
-constexpr off_t presenceByte = 1;
+constexpr off_t presenceByte = 0;
 
 constexpr char noNote = 0;
 constexpr char freeNote = 'f';
 constexpr char ownedNote = 'o';
 
-/** FNV-1a of a name and of who uses it. */
+/** In the manner of FNV-1a, of a name and its user. */
 std::uint64_t hashOf(const std::u16string& name)
 {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    const auto add = [&hash](std::uint64_t byte) { hash = (hash ^ byte) * 0x100000001B3; };
-    add(geteuid());
+    static const uid_t user = geteuid();
+    std::uint64_t hash = (0xCBF29CE484222325 ^ user) * 0x100000001B3;
     for (const char16_t unit : name) {
-        add(unit & 0xFFU);
-        add(unit >> 8U);
+        hash = (hash ^ unit) * 0x100000001B3;
     }
     return hash;
 }
@@ -63,9 +60,9 @@ bool isLockedByOthers(int file, off_t byte)
  * The same file under a high number, if there is room. Of what a killed process had open, the kernel closes
  * the highest numbers first: who sees a connection to it end must find its mutexes free.
  */
-FileDescriptor raised(FileDescriptor file, int least)
+FileDescriptor raised(FileDescriptor file)
 {
-    FileDescriptor high(fcntl(file.number(), F_DUPFD_CLOEXEC, least));
+    FileDescriptor high(fcntl(file.number(), F_DUPFD_CLOEXEC, 512));
     return high.isOpen() ? std::move(high) : std::move(file);
 }
 
@@ -106,36 +103,19 @@ FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
     return file;
 }
 
-FileDescriptor openTemporaryFolder()
-{
-    return FileDescriptor(::open(temporaryFolder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-}
-
-/** On it this process has a lock for each mutex that it owns, which goes before the mutex's own. */
-int markedFolder()
-{
-    static const FileDescriptor folder = raised(openTemporaryFolder(), highNumber + 256);
-    return folder.number();
-}
-
 } // namespace
 
 NamedMutex::NamedMutex(const std::u16string& name)
 {
     const std::uint64_t hash = hashOf(name);
     m_fileName = std::to_string(hash) + ".mutex";
-    m_byteOfName = static_cast<off_t>(hash % std::numeric_limits<off_t>::max());
+    m_ownershipByte = presenceByte + 1 + static_cast<off_t>(hash >> 2U);
 }
 
 NamedMutex::~NamedMutex()
 {
     if (m_isOwned) {
-        setLock(markedFolder(), m_byteOfName, F_UNLCK);
-    }
-    // Closing alone would not do: a program that is being started has the file open for a moment.
-    if (m_file.isOpen()) {
-        setLock(m_file.number(), ownershipByte, F_UNLCK);
-        setLock(m_file.number(), presenceByte, F_UNLCK);
+        unlock(); // closing alone would not do: a program that is being started has the file open too
     }
 }
 
@@ -146,7 +126,7 @@ bool NamedMutex::open(bool mayCreate)
         return false;
     }
     if (mayCreate) {
-        m_file = raised(std::move(m_file), highNumber);
+        m_file = raised(std::move(m_file));
     }
     if (!isLockedByOthers(m_file.number(), presenceByte)) {
         if (!mayCreate) {
@@ -162,9 +142,10 @@ bool NamedMutex::open(bool mayCreate)
 
 bool NamedMutex::lock(bool mayWait)
 {
-    while (setLock(m_file.number(), ownershipByte, F_WRLCK, mayWait)) {
+    while (setLock(m_file.number(), m_ownershipByte, F_WRLCK, mayWait)) {
         if (!isRemoved()) {
-            if (note() != noNote || !isOwnedUnderAnotherFile()) {
+            m_lastNote = note();
+            if (m_lastNote != noNote || !isOwnedUnderAnotherFile()) {
                 return true;
             }
             unlock();
@@ -180,16 +161,14 @@ bool NamedMutex::lock(bool mayWait)
 
 void NamedMutex::unlock()
 {
-    setLock(m_file.number(), ownershipByte, F_UNLCK);
+    setLock(m_file.number(), m_ownershipByte, F_UNLCK);
 }
 
 bool NamedMutex::own()
 {
-    const bool isAbandoned = note() == ownedNote;
     writeNote(ownedNote);
-    setLock(markedFolder(), m_byteOfName, F_RDLCK);
     m_isOwned = true;
-    return isAbandoned;
+    return m_lastNote == ownedNote;
 }
 
 bool NamedMutex::release()
@@ -200,7 +179,6 @@ bool NamedMutex::release()
     }
     m_isOwned = false;
     writeNote(freeNote);
-    setLock(markedFolder(), m_byteOfName, F_UNLCK);
     unlock();
     return true;
 }
@@ -213,9 +191,18 @@ bool NamedMutex::isRemoved() const
 
 bool NamedMutex::isOwnedUnderAnotherFile() const
 {
-    // Opened anew, it shows the locks of this process as well.
-    const FileDescriptor folder = openTemporaryFolder();
-    return isLockedByOthers(folder.number(), m_byteOfName);
+    std::set<std::string> files;
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+        std::istringstream words(line);
+        std::string number, kind, mode, access, process, file;
+        off_t byte = 0;
+        words >> number >> kind >> mode >> access >> process >> file >> byte;
+        if (kind == "OFDLCK" && access == "WRITE" && byte == m_ownershipByte) {
+            files.insert(file);
+        }
+    }
+    return files.size() > 1; // one is this handle's own
 }
 
 char NamedMutex::note() const

@@ -17,8 +17,8 @@ namespace vantkit::internal {
  * release leaves it behind. A note that cannot be written costs just that knowledge.
  *
  * Whoever removes the file or the folder by hand separates an owner from those who come later. They find a
- * file without a note, and ask whether the mutex is owned all the same: each owner also has a lock on
- * /tmp itself, on a byte that follows from the name. What fails leaves its reason in errno.
+ * file without a note, and ask the kernel whether the mutex is owned under another file: it lists all locks,
+ * and the owner's byte follows from the name. What fails leaves its reason in errno.
  */
 class NamedMutex
 {
@@ -48,8 +48,9 @@ private:
     void writeNote(char note) const;
 
     std::string m_fileName;
-    off_t m_byteOfName;
+    off_t m_ownershipByte;
     FileDescriptor m_file;
+    char m_lastNote = 0; ///< as lock() found it
     bool m_isOwned = false;
 };
 
