@@ -123,9 +123,9 @@ QPixmap PageImages::read(const QString& image, QTextDocument* document) const
 QPixmap PageImages::picture(const QString& image, QTextDocument* document)
 {
     if (!m_pictures.contains(image)) {
-        m_pictures[image] = read(image, document);
+        m_pictures.insert(image, read(image, document));
     }
-    return m_pictures[image];
+    return m_pictures.value(image);
 }
 
 QSizeF PageImages::intrinsicSize(QTextDocument* document, int /*position*/, const QTextFormat& format)

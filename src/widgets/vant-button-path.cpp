@@ -35,7 +35,7 @@ QString withDoubledAmpersands(QString name)
 
 void deleteAllLater(QObjectList* objects)
 {
-    for (QObject* object : *objects) {
+    for (QObject* object : qAsConst(*objects)) {
         object->deleteLater();
     }
     delete objects;
