@@ -60,7 +60,7 @@ bool isOpen(const Row& row, const std::vector<double>& ratios)
 {
     const double reach = 1 / std::sqrt(static_cast<double>(ratios.size()));
     return row.ceiling && *row.ceiling >= quantile(ratios, 0.5 - reach)
-        && *row.ceiling <= quantile(ratios, 0.5 + reach);
+        && *row.ceiling < quantile(ratios, 0.5 + reach);
 }
 
 } // namespace

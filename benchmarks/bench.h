@@ -12,8 +12,8 @@
 /** The kit beside what one would write without it: rows, how they are measured, and what comes out. */
 namespace bench {
 
-/** What rows measure: nanoseconds, or bytes. */
-enum class Quantity { Time, Memory };
+/** What rows measure: nanoseconds, bytes, or how often something happens. */
+enum class Quantity { Time, Memory, Count };
 
 /** What one unit of work takes of a row's quantity, measured one right after the other. */
 struct Amounts

@@ -80,7 +80,7 @@ void addPagingRows(Suite& suite)
     suite.samplers[setPageSampler] = setPages;
     suite.rows.push_back({ QStringLiteral("paging.set-page"), QStringLiteral("one page of a shown bar"),
         QStringLiteral("VantPagingBar::setPage at 2,000,000,000 items"),
-        QStringLiteral("VantPagingBar::setPage at 10 items"), 1.2, 101,
+        QStringLiteral("VantPagingBar::setPage at 10 items"), 1.15, 101,
         [] { return samplerInChild(setPageSampler, offscreen()); } });
 }
 

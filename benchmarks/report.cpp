@@ -26,7 +26,15 @@ QString memory(double bytes)
 
 QString amount(const Row& row, double value)
 {
-    return row.quantity == Quantity::Memory ? memory(value) : time(value);
+    switch (row.quantity) {
+    case Quantity::Memory:
+        return memory(value);
+    case Quantity::Count:
+        return QString::number(value);
+    case Quantity::Time:
+        break;
+    }
+    return time(value);
 }
 
 // Ratios are near one or far below it; both keep two digits that mean something.
@@ -67,8 +75,10 @@ QString tableLine(const QStringList& cells)
 
 QJsonObject jsonSide(Quantity quantity, const QString& what, double median)
 {
-    const QString name =
-        quantity == Quantity::Memory ? QStringLiteral("median_bytes") : QStringLiteral("median_ns");
+    static const std::map<Quantity, QString> names { { Quantity::Time, QStringLiteral("median_ns") },
+        { Quantity::Memory, QStringLiteral("median_bytes") },
+        { Quantity::Count, QStringLiteral("median_count") } };
+    const QString name = names.at(quantity);
     return { { QStringLiteral("what"), what }, { name, median } };
 }
 

@@ -101,7 +101,7 @@ void addStyleRows(Suite& suite)
 
     suite.rows.push_back({ QStringLiteral("styles.scale"), QStringLiteral("one section of 2 KB"),
         QStringLiteral("getStyleSheet(key, false)"), QStringLiteral("a bare QRegExp loop over the same text"),
-        1.2, 501, scaleSection });
+        0.2, 501, scaleSection });
     suite.rows.push_back({ QStringLiteral("styles.scale-share"), QStringLiteral("one section of 2 KB"),
         QStringLiteral("getStyleSheet(key, false)"),
         QStringLiteral("the setStyleSheet of a shown button that follows"), std::nullopt, 501,

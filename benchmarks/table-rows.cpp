@@ -194,11 +194,11 @@ void addTableRows(Suite& suite)
     suite.rows.push_back(
         { QStringLiteral("table.resize"), QStringLiteral("one of 1,000 resizes with 20 columns, painted"),
             QStringLiteral("VantTableWidget with 20 share columns"),
-            QStringLiteral("QTableWidget with the same sheets and a header that stretches 20 sections"), 1.3,
+            QStringLiteral("QTableWidget with the same sheets and a header that stretches 20 sections"), 0.9,
             5, [] { return samplerInChild(resizeSampler, offscreen()); } });
     suite.rows.push_back({ QStringLiteral("table.fill"), QStringLiteral("10,000 rows by 10"),
         QStringLiteral("filling the body of a shown VantTableWidget"),
-        QStringLiteral("filling a shown QTableWidget with the same sheets"), 1.1, 21,
+        QStringLiteral("filling a shown QTableWidget with the same sheets"), 1.05, 21,
         [] { return samplerInChild(fillSampler, offscreen()); } });
 }
 

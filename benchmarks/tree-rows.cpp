@@ -172,13 +172,13 @@ void addTreeRows(Suite& suite)
         suite.rows.push_back(
             { QString::fromLatin1(name), QString::fromLatin1(unit), kit, plain, ceiling, samples, prepare });
     };
-    row("trees.repaint", "a screen of rows out of 100,000", 1.25, 101,
+    row("trees.repaint", "a screen of rows out of 100,000", 1.0, 101,
         [] { return samplerInChild(flatPaintSampler, offscreen()); });
-    row("trees.repaint-deep", "the same, 20 levels deep", 1.25, 101,
+    row("trees.repaint-deep", "the same, 20 levels deep", 1.0, 101,
         [] { return samplerInChild(deepPaintSampler, offscreen()); });
-    row("trees.repaint-display", "the first on Xvfb with openbox", std::nullopt, 101,
+    row("trees.repaint-display", "the first on Xvfb with openbox", 1.2, 101,
         [] { return onDisplay(flatPaintSampler); });
-    row("trees.repaint-deep-display", "the second on Xvfb with openbox", std::nullopt, 101,
+    row("trees.repaint-deep-display", "the second on Xvfb with openbox", 1.2, 101,
         [] { return onDisplay(deepPaintSampler); });
     row("trees.build", "100,000 rows, laid out", 1.1, 11,
         [] { return samplerInChild(flatBuildSampler, offscreen()); });
