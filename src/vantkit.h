@@ -17,6 +17,7 @@
 #include "sheets/vant-message-sheet.h"
 #include "sheets/vant-sheet.h"
 #include "style-manager/style-manager.h"
+#include "theme/vant-theme.h"
 #include "utils/accessible-filter.h"
 #include "utils/component-strings.h"
 #include "utils/debug-message.h"

@@ -10,6 +10,7 @@ set(below_style-manager image-manager utils platform)
 set(below_widgets style-manager image-manager utils platform)
 set(below_sheets widgets style-manager image-manager utils platform)
 set(below_views ${below_sheets})
+set(below_theme style-manager image-manager utils platform)
 set(below_help ${below_sheets})
 set(below_qtsingleapplication platform)
 
