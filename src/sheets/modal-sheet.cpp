@@ -200,9 +200,7 @@ void ModalSheet::letGoOf(QObject* dyingParent)
     if (!innermost || sheet->parent() != dyingParent) {
         return;
     }
-    leaveWindow();
-    giveCloseButtonBack();
-    sheet->setParent(nullptr);
+    sheet->setParent(nullptr); // which gives back what the window had to do without
     innermost->loop.exit();
 }
 

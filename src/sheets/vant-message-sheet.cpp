@@ -389,8 +389,6 @@ void VantMessageSheet::showEvent(QShowEvent* event)
             button->setFocusPolicy(Qt::StrongFocus);
         }
     }
-    markFirstFocusWidget();
-    markLastFocusWidget();
     VantSheet::showEvent(event);
 }
 

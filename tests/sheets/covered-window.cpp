@@ -58,8 +58,9 @@ void CoveredWindow::click(const QWidget* widget)
 
 void CoveredWindow::press(int key)
 {
-    QTest::keyClick(
-        windowHandle(), Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+    const int modifiers = key & int(Qt::KeyboardModifierMask);
+    QTest::keyClick(windowHandle(), Qt::Key(key - modifiers),
+        Qt::KeyboardModifiers(key == Qt::Key_Backtab ? int(Qt::ShiftModifier) : modifiers));
 }
 
 bool CoveredWindow::hasCloseButton() const
@@ -78,18 +79,14 @@ VantMask* CoveredWindow::shownMask() const
 
 namespace sheets {
 
-void startKit(const QString& userFolder)
-{
-    defaulttheme::load(userFolder);
-    ComponentStrings::getInstance().installStrings(
-        { { "ok", "Fine" }, { "cancel", "Back" }, { "wizard_client_upgrade", "Get it" } });
-}
-
-void addBothSheets()
+void addRows(std::initializer_list<const char*> words)
 {
     QTest::addColumn<bool>("input");
-    QTest::newRow("message sheet") << false;
-    QTest::newRow("input sheet") << true;
+    QTest::addColumn<QByteArray>("way");
+    for (const char* word : words) {
+        QTest::addRow("%s, message sheet", word) << false << QByteArray(word);
+        QTest::addRow("%s, input sheet", word) << true << QByteArray(word);
+    }
 }
 
 QPointer<VantSheet> make(bool input, QWidget* window)
@@ -106,18 +103,19 @@ QPointer<VantSheet> make(bool input, QWidget* window)
 
 int exec(VantSheet* sheet)
 {
-    auto* message = qobject_cast<VantMessageSheet*>(sheet);
-    return message ? message->exec() : qobject_cast<VantInputSheet*>(sheet)->exec();
+    return asItIs(sheet, [](auto* one) { return one->exec(); });
 }
 
 void done(VantSheet* sheet, int result)
 {
-    QMetaObject::invokeMethod(sheet, "done", Q_ARG(int, result));
+    asItIs(sheet, [&](auto* one) { one->done(result); });
 }
 
-QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which)
+QPushButton* button(VantSheet* sheet, int which)
 {
-    return sheet->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::StandardButton(which));
+    return asItIs(sheet, [&](auto* one) {
+        return qobject_cast<QPushButton*>(one->button(QMessageBox::StandardButton(which)));
+    });
 }
 
 QList<QLabel*> labels(const QWidget* sheet)
@@ -129,6 +127,8 @@ QList<QLabel*> labels(const QWidget* sheet)
 
 void SheetTest::initTestCase()
 {
-    sheets::startKit(userFolder.path());
+    defaulttheme::load(userFolder.path());
+    ComponentStrings::getInstance().installStrings(
+        { { "ok", "Fine" }, { "cancel", "Back" }, { "wizard_client_upgrade", "Get it" } });
     QApplication::setQuitOnLastWindowClosed(false);
 }

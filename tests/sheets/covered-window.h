@@ -27,7 +27,7 @@ public:
 
     /** What the user does, by way of the platform: Qt finds out whom it concerns. */
     void click(const QWidget* widget);
-    void press(int key);
+    void press(int key); // or a key sequence of one key
 
     VantMask* shownMask() const;
     bool hasCloseButton() const;
@@ -46,19 +46,26 @@ protected:
 
 namespace sheets {
 
-/** Starts the kit on the default theme, with the strings "Fine", "Back" and "Get it". */
-void startKit(const QString& userFolder);
+const int ok = QMessageBox::Ok;
+const int discard = QMessageBox::Discard;
 
-/** Rows for both modal sheets, in the column `input`. */
-void addBothSheets();
+/** Rows for both modal sheets, in the column `input`, with each of the words in the column `way`. */
+void addRows(std::initializer_list<const char*> words = { "each" });
 
 /** A question, or an input sheet, with the text "Text" and a mask over @p window. */
 QPointer<VantSheet> make(bool input, QWidget* window);
 
-// What both have, and their base does not.
+/** Calls @p call with the sheet as what it is, for what both have and their base does not. */
+template <typename Call>
+auto asItIs(VantSheet* sheet, Call call)
+{
+    auto* message = qobject_cast<VantMessageSheet*>(sheet);
+    return message ? call(message) : call(static_cast<VantInputSheet*>(sheet));
+}
+
 int exec(VantSheet* sheet);
 void done(VantSheet* sheet, int result);
-QPushButton* button(const QWidget* sheet, QMessageBox::StandardButton which);
+QPushButton* button(VantSheet* sheet, int which);
 
 /** The labels of the text and, on a message sheet, of the icon and the informative text. */
 QList<QLabel*> labels(const QWidget* sheet);
@@ -72,7 +79,7 @@ void soon(QObject* context, Step step)
 
 } // namespace sheets
 
-/** A test whose kit is started. */
+/** A test whose kit is started on the default theme, with the strings "Fine", "Back" and "Get it". */
 class SheetTest : public GuardedTest
 {
     Q_OBJECT

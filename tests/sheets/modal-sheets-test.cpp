@@ -2,27 +2,11 @@
 
 #include <QtTest>
 
+#include <functional>
 #include <memory>
+#include <random>
 
-using sheets::soon;
-
-namespace {
-
-const int ok = QMessageBox::Ok;
-const int discard = QMessageBox::Discard;
-
-/** Rows for both sheets with each of the words, in the columns `input` and @p column. */
-void addRows(const char* column, std::initializer_list<const char*> words)
-{
-    QTest::addColumn<bool>("input");
-    QTest::addColumn<QByteArray>(column);
-    for (const char* word : words) {
-        QTest::addRow("%s, message sheet", word) << false << QByteArray(word);
-        QTest::addRow("%s, input sheet", word) << true << QByteArray(word);
-    }
-}
-
-} // namespace
+using namespace sheets;
 
 /** How sheets open, wait and close, whatever happens to them meanwhile. */
 class ModalSheetsTest : public SheetTest
@@ -33,302 +17,291 @@ private Q_SLOTS:
 
     void deleted_data()
     {
-        addRows("victim",
-            { "sheet", "mask", "parent", "window", "sheet, by its answer", "sheet, shown", "mask, shown",
-                "window, shown" });
+        addRows({ "sheet", "mask", "parent", "window", "mask, answered", "window, answered",
+            "sheet, by its answer", "sheet, shown", "mask, shown", "page, shown", "window, shown" });
     }
 
-    void deleted();
-    void maskDeletedUnderMessageFunction();
-    void focusGoesToNothingDying();
-
-    void endings_data()
+    /** While it is waited for, or only shown. */
+    void deleted()
     {
-        addRows("way", { "hidden first", "before there is a loop", "Discard", "application" });
-    }
-
-    void endings();
-
-    void twoSheets_data() { addRows("first", { "lower", "upper", "mask" }); }
-
-    void twoSheets();
-    void windowWithTwoSheetsDies();
-
-    void openedAgain_data() { sheets::addBothSheets(); }
-
-    void openedAgain();
-
-    void windowChanges_data() { addRows("moved", { "sheet", "window" }); }
-
-    void windowChanges();
-
-    void closing_data() { sheets::addBothSheets(); }
-
-    void closing();
-};
-
-/** While it is waited for, or only shown. */
-void ModalSheetsTest::deleted()
-{
-    QFETCH(bool, input);
-    QFETCH(QByteArray, victim);
-    const QPointer<CoveredWindow> window = new CoveredWindow;
-    auto* parent = new QWidget(window);
-    parent->resize(400, 300);
-    const QPointer<VantSheet> sheet = sheets::make(input, parent);
-    const auto kill = [&] {
-        const QHash<QByteArray, QObject*> victims { { "sheet", sheet }, { "mask", window->shownMask() },
-            { "parent", parent }, { "window", window } };
-        delete victims[victim.split(',').first()];
-    };
-    int expected = 0;
-    if (victim == "parent") { // which is none any more, and so the sheet waits on
-        soon(qApp, [&] { soon(qApp, [&] { window->press(Qt::Key_Escape); }); });
-        expected = discard;
-    }
-    if (victim.endsWith("shown")) {
-        sheet->showSheet();
-        QVERIFY(!window->close());
-        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, { 3, 3 }); // nobody's
-        QCOMPARE(window->mousePresses, 0);
-        sheets::button(sheet, QMessageBox::Discard)->setFocus(); // which it loses only now
-        kill();
-        QVERIFY(!sheet); // a child like any other
-    } else if (victim.endsWith("answer")) {
-        connect(sheet.data(), &VantSheet::finished, kill);
-        soon(qApp, [&] { window->click(sheets::button(sheet, QMessageBox::Ok)); });
-        expected = ok;
-    } else {
-        soon(qApp, kill);
-    }
-    if (sheet) {
-        QCOMPARE(sheets::exec(sheet), expected);
-        QCOMPARE(sheet.isNull(), victim.startsWith("sheet"));
-    }
-    QCOMPARE(window.isNull(), victim.startsWith("window"));
-    QVERIFY(!window || window->remains().isEmpty());
-    QVERIFY(!sheet || sheet->isHidden());
-    delete sheet;
-    delete window;
-}
-
-/** Of a function whose sheet lies on the stack, and which may not have learnt of its answer. */
-void ModalSheetsTest::maskDeletedUnderMessageFunction()
-{
-    for (const bool answered : { false, true }) {
-        CoveredWindow window;
-        soon(qApp, [&] {
-            const std::unique_ptr<QWidget> mask(window.shownMask());
-            if (answered) {
-                window.press(Qt::Key_Return);
+        QFETCH(bool, input);
+        QFETCH(QByteArray, way);
+        const QPointer<CoveredWindow> window = new CoveredWindow;
+        auto* parent = new QWidget(window);
+        parent->resize(400, 300);
+        const QPointer<VantSheet> sheet = make(input, parent);
+        const auto kill = [&] {
+            if (way.endsWith("answered")) {
+                window->press(Qt::Key_Return); // of which exec() has not learnt yet
             }
+            const QHash<QByteArray, QObject*> victims { { "sheet", sheet }, { "mask", sheet->parent() },
+                { "parent", parent }, { "page", parent }, { "window", window } };
+            delete victims[way.split(',').first()];
+        };
+        if (way == "parent") { // which is none any more, and so the sheet waits on
+            soon(qApp, [&] { soon(qApp, [&] { window->press(Qt::Key_Escape); }); });
+        }
+        if (way.endsWith("shown")) {
+            if (way.startsWith("page")) { // that it lies in, and that had the focus
+                parent->show();
+                parent->setFocus();
+                VantMask::createMask(sheet, parent);
+            }
+            sheet->showSheet();
+            QVERIFY(!window->close());
+            QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, { 3, 3 }); // nobody's
+            QCOMPARE(window->mousePresses, 0);
+            button(sheet, discard)->setFocus(); // which it loses only now
+            kill();
+            QVERIFY(!sheet); // a child like any other
+        } else if (way.endsWith("by its answer")) {
+            connect(sheet.data(), &VantSheet::finished, kill);
+            soon(qApp, [&] { window->click(button(sheet, ok)); });
+        } else {
+            soon(qApp, kill);
+        }
+        if (sheet) {
+            QCOMPARE(exec(sheet), way == "parent" ? discard : way.contains("answer") ? ok : 0);
+            QCOMPARE(sheet.isNull(), way.startsWith("sheet"));
+        }
+        QCOMPARE(window.isNull(), way.startsWith("window"));
+        QCOMPARE(window ? window->remains() : QString(), QString());
+        QVERIFY(!sheet || sheet->isHidden());
+        delete sheet;
+        delete window;
+    }
+
+    /** Some hundreds of sheets, masks and windows, under sheets that wait for each other. */
+    void deletedAtRandom()
+    {
+        for (unsigned seed = 1; seed <= 40; ++seed) {
+            std::minstd_rand random(seed);
+            const QPointer<CoveredWindow> window = new CoveredWindow;
+            QObject context; // of the steps
+            QList<QPointer<VantSheet>> made;
+            int left = 30;
+            const std::function<void()> step = [&] {
+                const auto chance = random() % 40;
+                const QPointer<VantSheet> sheet = made.value(static_cast<int>(random() % (made.size() + 1U)));
+                if (--left < 0 || !window) {
+                    for (VantSheet* one : qAsConst(made)) {
+                        one ? done(one, 0) : void();
+                    }
+                    return;
+                }
+                soon(&context, step);
+                if (chance < 16) {
+                    made += make(chance < 8, window);
+                    exec(made.last());
+                } else if (chance < 26) {
+                    delete sheet;
+                } else if (chance < 34) {
+                    delete (sheet ? sheet->parentWidget() : nullptr);
+                } else if (chance < 39) {
+                    sheet ? done(sheet, 5) : void();
+                } else {
+                    delete window;
+                }
+            };
+            while (left >= 0 && window) {
+                step();
+            }
+            QVERIFY2(!window || window->remains().isEmpty(), qPrintable(QString::number(seed)));
+            for (VantSheet* one : qAsConst(made)) {
+                delete one;
+            }
+            delete window;
+        }
+    }
+
+    void endings_data() { addRows({ "hidden first", "before there is a loop", "application" }); }
+
+    void endings()
+    {
+        QFETCH(bool, input);
+        QFETCH(QByteArray, way);
+        CoveredWindow window;
+        window.button->setFocus(); // where the focus does not come by itself
+        VantSheet* sheet = make(input, &window);
+        QSignalSpy finished(sheet, SIGNAL(finished(int)));
+        QMetaObject::Connection early;
+        int returned = -1;
+        soon(qApp, [&] {
+            if (way == "before there is a loop") {
+                early = connect(qApp, &QApplication::focusChanged, sheet, [&](auto*, const QWidget* now) {
+                    disconnect(early);
+                    QCOMPARE(now, input ? static_cast<QWidget*>(sheet) : labels(sheet).first());
+                    done(sheet, 7);
+                });
+            } else if (way == "hidden first") {
+                soon(sheet, [&] {
+                    sheet->hide();
+                    window.press(Qt::Key_F1);
+                });
+                soon(sheet, [&] { done(sheet, 7); });
+            } else {
+                soon(sheet, [] { QCoreApplication::quit(); });
+            }
+            returned = exec(sheet);
+            QCoreApplication::exit();
         });
-        QCOMPARE(showConfirmMsg({}, "Text", &window), answered ? ok : 0);
+        QCoreApplication::exec();
+        QCOMPARE(returned, way == "application" ? 0 : 7);
+        QVERIFY(sheet->isHidden());
+        QCOMPARE(window.keys.size(), way == "hidden first" && !input ? 1 : 0);
+        QCOMPARE(finished, QList<QList<QVariant>> { { returned } });
+        if (way != "hidden first") { // when the focus had found another place by itself
+            QCOMPARE(QApplication::focusWidget(), window.button);
+        }
         QCOMPARE(window.remains(), QString());
     }
-}
 
-void ModalSheetsTest::focusGoesToNothingDying()
-{
-    CoveredWindow window;
-    auto* page = new QWidget(&window);
-    page->setFocusPolicy(Qt::StrongFocus);
-    page->show();
-    page->setFocus();
-    auto* sheet = new VantInputSheet(page);
-    VantMask::createMask(sheet, nullptr);
-    sheet->showSheet();
-    delete page;
-    QVERIFY(!QApplication::focusWidget() || window.isAncestorOf(QApplication::focusWidget()));
-    window.press(Qt::Key_A); // to nobody who is gone
-}
+    void twoSheets_data() { addRows({ "lower", "upper", "mask" }); }
 
-void ModalSheetsTest::endings()
-{
-    QFETCH(bool, input);
-    QFETCH(QByteArray, way);
-    CoveredWindow window;
-    window.button->setFocus(); // where the focus does not come by itself
-    VantSheet* sheet = sheets::make(input, &window);
-    QSignalSpy finished(sheet, SIGNAL(finished(int)));
-    const auto done = [&] { sheets::done(sheet, 7); };
-    QMetaObject::Connection early;
-    int returned = -1;
-    soon(qApp, [&] {
-        if (way == "before there is a loop") {
-            early = connect(qApp, &QApplication::focusChanged, sheet, [&] {
-                disconnect(early);
-                done();
-            });
-        } else if (way == "hidden first") {
-            soon(sheet, [&] {
-                sheet->hide();
-                window.press(Qt::Key_F1);
-            });
-            soon(sheet, done);
-        } else if (way == "Discard") {
-            soon(sheet, [&] { window.click(sheets::button(sheet, QMessageBox::Discard)); });
-        } else {
-            soon(sheet, [] { QCoreApplication::quit(); });
-        }
-        returned = sheets::exec(sheet);
-        QCoreApplication::exit();
-    });
-    QCoreApplication::exec();
-    QCOMPARE(returned, way == "Discard" ? discard : way == "application" ? 0 : 7);
-    QVERIFY(sheet->isHidden());
-    QCOMPARE(window.keys.size(), way == "hidden first" && !input ? 1 : 0);
-    QCOMPARE(finished, QList<QList<QVariant>> { { returned } });
-    if (way != "hidden first") { // when the focus had found another place by itself
-        QCOMPARE(QApplication::focusWidget(), window.button);
-    }
-    QCOMPARE(window.remains(), QString());
-}
-
-void ModalSheetsTest::twoSheets()
-{
-    QFETCH(bool, input);
-    QFETCH(QByteArray, first);
-    CoveredWindow window;
-    const std::unique_ptr<VantSheet> upper(sheets::make(!input, &window)); // below the other, until it opens
-    const std::unique_ptr<VantSheet> lower(sheets::make(input, &window));
-    int upperResult = -1;
-    soon(qApp, [&] {
-        soon(qApp, [&] {
-            const auto end = qScopeGuard([&] { window.press(Qt::Key_Escape); });
-            window.click(sheets::button(lower.get(), QMessageBox::Ok)); // out of reach
-            if (first == "lower") {
-                sheets::done(lower.get(), 5);
-            }
-            QVERIFY(!window.close() && !window.hasCloseButton());
-            if (first == "mask") { // of the lower one, which has no answer then
-                delete lower->parentWidget();
-            }
-        });
-        upperResult = sheets::exec(upper.get());
-        if (first == "upper") {
-            soon(qApp, [&] { window.press(Qt::Key_Return); });
-            QVERIFY(lower->isVisible());
-            QVERIFY(lower->isAncestorOf(QApplication::focusWidget()));
-            QVERIFY(!window.close() && !window.hasCloseButton());
-        }
-    });
-    QCOMPARE(sheets::exec(lower.get()), first == "lower" ? 5 : first == "upper" ? ok : 0);
-    QCOMPARE(upperResult, discard);
-    QVERIFY(upper->isHidden() && lower->isHidden());
-    QCOMPARE(window.remains(), QString());
-}
-
-void ModalSheetsTest::windowWithTwoSheetsDies()
-{
-    for (const int answer : { 0, 5 }) { // of the lower one
-        auto window = std::make_unique<CoveredWindow>();
-        VantInputSheet lower(window.get());
-        VantMask::createMask(&lower, window.get());
+    void twoSheets()
+    {
+        QFETCH(bool, input);
+        QFETCH(QByteArray, way);
+        CoveredWindow window;
+        const std::unique_ptr<VantSheet> upper(make(!input, &window)); // below the other, until it opens
+        const std::unique_ptr<VantSheet> lower(make(input, &window));
         int upperResult = -1;
         soon(qApp, [&] {
             soon(qApp, [&] {
-                if (answer != 0) {
-                    lower.done(answer);
+                const auto end = qScopeGuard([&] { window.press(Qt::Key_Escape); });
+                window.click(button(lower.get(), ok)); // out of reach
+                if (way == "lower") {
+                    done(lower.get(), 5);
                 }
-                window.reset();
-            });
-            upperResult = showConfirmMsg({}, "Text", window.get());
-        });
-        QCOMPARE(lower.exec(), answer);
-        QCOMPARE(upperResult, 0);
-    }
-}
-
-void ModalSheetsTest::openedAgain()
-{
-    QFETCH(bool, input);
-    CoveredWindow window;
-    VantSheet* sheet = sheets::make(input, &window);
-
-    // While it is open already, and while it is waited for.
-    sheet->showSheet();
-    soon(qApp, [&] {
-        const auto end = qScopeGuard([&] { sheets::done(sheet, 1); });
-        QCOMPARE(sheets::exec(sheet), 0);
-        QVERIFY(sheet->isVisible());
-    });
-    QCOMPARE(sheets::exec(sheet), 1);
-
-    // Because of its answer: the first answer waits for the second.
-    int inner = -1;
-    connect(sheet, &VantSheet::finished, [&] {
-        if (inner == -1) {
-            inner = 0;
-            soon(sheet, [&] { window.press(Qt::Key_Return); });
-            inner = sheets::exec(sheet);
-        }
-    });
-    soon(qApp, [&] { window.press(Qt::Key_Escape); });
-    QCOMPARE(sheets::exec(sheet), discard);
-    QCOMPARE(inner, ok);
-    QCOMPARE(window.remains(), QString());
-}
-
-/** What was moved into another window, while it was open, is at home there. */
-void ModalSheetsTest::windowChanges()
-{
-    QFETCH(bool, input);
-    QFETCH(QByteArray, moved);
-    CoveredWindow other({ 900, 500 });
-    CoveredWindow window;
-    VantSheet* sheet = sheets::make(input, &window);
-    soon(qApp, [&] {
-        if (moved == "sheet") {
-            VantMask::createMask(sheet, &other)->show();
-        } else {
-            window.setParent(&other);
-            window.show();
-        }
-        soon(sheet, [&] {
-            const auto end = qScopeGuard([&] {
-                if (sheet->isVisible()) {
-                    sheets::done(sheet, 0);
+                QVERIFY(!window.close() && !window.hasCloseButton());
+                if (way == "mask") { // of the lower one, which has no answer then
+                    delete lower->parentWidget();
                 }
             });
-            QVERIFY(other.open());
-            QCOMPARE(sheet->parentWidget()->size(), other.size());
-            QVERIFY(!other.close());
-            QVERIFY(sheet->isVisible());
-            if (QWidget* focus = other.focusWidget()) {
-                focus->clearFocus();
+            upperResult = exec(upper.get());
+            if (way == "upper") {
+                soon(qApp, [&] { window.press(Qt::Key_Return); });
+                QVERIFY(lower->isVisible());
+                QVERIFY(lower->isAncestorOf(QApplication::focusWidget()));
+                QVERIFY(!window.close() && !window.hasCloseButton());
             }
-            other.press(Qt::Key_Return);
         });
-    });
-    QCOMPARE(sheets::exec(sheet), ok);
-    QCOMPARE(other.remains(), QString());
-    QVERIFY(!window.isWindow() || window.remains().isEmpty());
-}
-
-void ModalSheetsTest::closing()
-{
-    QFETCH(bool, input);
-    CoveredWindow window;
-    VantSheet* sheet = sheets::make(input, &window);
-    for (const bool blocks : { true, false }) {
-        auto* message = qobject_cast<VantMessageSheet*>(sheet);
-        message ? message->setBlockWindowButton(blocks)
-                : static_cast<VantInputSheet*>(sheet)->setBlockWindowButton(blocks);
-        const auto check = [&](bool hasCloseButton) {
-            const auto end = qScopeGuard([&] { sheets::done(sheet, 0); });
-            QCOMPARE(window.hasCloseButton(), hasCloseButton);
-            QCOMPARE(window.close(), !blocks);
-        };
-        soon(sheet, [&] { check(!blocks); });
-        sheets::exec(sheet);
-        QVERIFY(window.open());
+        QCOMPARE(exec(lower.get()), way == "lower" ? 5 : way == "upper" ? ok : 0);
+        QCOMPARE(upperResult, discard);
+        QVERIFY(upper->isHidden() && lower->isHidden());
         QCOMPARE(window.remains(), QString());
-        sheet->showSheet(); // which leaves the close button alone
-        check(true);
-        QVERIFY(window.open());
     }
-}
+
+    void openedAgain_data() { addRows(); }
+
+    void openedAgain()
+    {
+        QFETCH(bool, input);
+        CoveredWindow window;
+        VantSheet* sheet = make(input, &window);
+
+        // While it is open already, and while it is waited for.
+        sheet->showSheet();
+        soon(qApp, [&] {
+            const auto end = qScopeGuard([&] { done(sheet, 1); });
+            QCOMPARE(exec(sheet), 0);
+            QVERIFY(sheet->isVisible());
+        });
+        QCOMPARE(exec(sheet), 1);
+
+        // Because of its answer: the first answer waits for the second. The focus comes from elsewhere now.
+        window.button->setFocus();
+        int inner = -1;
+        connect(sheet, &VantSheet::finished, [&] {
+            if (inner == -1) {
+                inner = 0;
+                soon(sheet, [&] { window.press(Qt::Key_Return); });
+                inner = exec(sheet);
+            }
+        });
+        soon(qApp, [&] { window.press(Qt::Key_Escape); });
+        QCOMPARE(exec(sheet), discard);
+        QCOMPARE(inner, ok);
+        QCOMPARE(QApplication::focusWidget(), window.button);
+        QCOMPARE(window.remains(), QString());
+    }
+
+    void windowChanges_data() { addRows({ "sheet", "window" }); }
+
+    /** What was moved into another window, while it was open, is at home there. */
+    void windowChanges()
+    {
+        QFETCH(bool, input);
+        QFETCH(QByteArray, way);
+        CoveredWindow other({ 900, 500 });
+        CoveredWindow window;
+        VantSheet* sheet = make(input, &window);
+        soon(qApp, [&] {
+            if (way == "sheet") {
+                VantMask::createMask(sheet, &other)->show();
+            } else {
+                window.setParent(&other);
+                window.show();
+            }
+            soon(sheet, [&] {
+                const auto end = qScopeGuard([&] { sheet->isVisible() ? done(sheet, 0) : void(); });
+                QVERIFY(other.open());
+                QCOMPARE(sheet->parentWidget()->size(), other.size());
+                QVERIFY(!other.close() && !other.hasCloseButton());
+                QVERIFY(sheet->isVisible());
+                if (QWidget* focus = other.focusWidget()) {
+                    focus->clearFocus();
+                }
+                other.press(Qt::Key_Return);
+            });
+        });
+        QCOMPARE(exec(sheet), ok);
+        CoveredWindow third;
+        VantMask::createMask(sheet, &third); // closed, and nothing to it
+        for (CoveredWindow* left : { &third, &other, &window }) {
+            QCOMPARE(left->isWindow() ? left->remains() : QString(), QString());
+        }
+    }
+
+    void closing_data() { addRows(); }
+
+    void closing()
+    {
+        QFETCH(bool, input);
+        CoveredWindow window;
+        VantSheet* sheet = make(input, &window);
+        const auto block = [](VantSheet* which, bool blocks) {
+            asItIs(which, [=](auto* one) { one->setBlockWindowButton(blocks); });
+        };
+        for (const bool blocks : { true, false }) {
+            block(sheet, blocks);
+            const auto check = [&](bool hasCloseButton) {
+                const auto end = qScopeGuard([&] { done(sheet, 0); });
+                QCOMPARE(window.hasCloseButton(), hasCloseButton);
+                QCOMPARE(window.close(), !blocks);
+            };
+            soon(sheet, [&] { check(!blocks); });
+            exec(sheet);
+            QVERIFY(window.open());
+            QCOMPARE(window.remains(), QString());
+            sheet->showSheet(); // which leaves the close button alone
+            check(true);
+            QVERIFY(window.open());
+        }
+        // What is wanted is asked once more when it closes; the next sheet puts right what is left.
+        block(sheet, true);
+        soon(sheet, [&] {
+            block(sheet, false);
+            done(sheet, 0);
+        });
+        exec(sheet);
+        QVERIFY(!window.hasCloseButton());
+        VantSheet* next = make(input, &window);
+        soon(next, [&] { done(next, 0); });
+        exec(next);
+        QCOMPARE(window.remains(), QString());
+    }
+};
 
 QTEST_MAIN(ModalSheetsTest)
 

@@ -4,29 +4,10 @@
 #include <QShortcut>
 #include <QtTest>
 
-/** Which keys answer a sheet, where the focus goes, and what a screen reader hears. */
-class SheetKeysTest : public SheetTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void answers_data();
-    void answers();
-
-    void messageTabs();
-    void nothingTakesFocus();
-    void inputTabs();
-
-    void shortcuts_data() { sheets::addBothSheets(); }
-
-    void shortcuts();
-    void messageIsRead();
-};
+using namespace sheets;
 
 namespace {
 
-const int ok = QMessageBox::Ok;
-const int discard = QMessageBox::Discard;
 const int stays = -1;
 
 void clearFocus()
@@ -36,23 +17,26 @@ void clearFocus()
     }
 }
 
-QByteArray focused(const CoveredWindow& window, const QWidget& sheet)
+int keyOf(const QString& name)
 {
-    const auto labels = sheets::labels(&sheet);
-    const QHash<const QWidget*, QByteArray> names { { window.field, "below" }, { window.button, "lowest" },
-        { labels.first(), "text" }, { labels.value(2), "more" },
-        { sheets::button(&sheet, QMessageBox::Ok), "Ok" },
-        { sheets::button(&sheet, QMessageBox::Discard), "Discard" },
-        { sheet.findChild<QLineEdit*>(), "field" }, { nullptr, "none" } };
+    return QKeySequence(name)[0];
+}
+
+QString focused(const CoveredWindow& window, VantSheet& sheet)
+{
+    const QHash<const QWidget*, const char*> names { { window.field, "below" },
+        { labels(&sheet).first(), "text" }, { labels(&sheet).value(2), "more" }, { button(&sheet, ok), "Ok" },
+        { button(&sheet, discard), "Discard" }, { sheet.findChild<QLineEdit*>(), "field" },
+        { nullptr, "none" } };
     return names.value(QApplication::focusWidget(), "stranger");
 }
 
-/** Where a key leads, step by step. */
-QByteArray walk(CoveredWindow& window, const QWidget& sheet, int key, int steps)
+/** Where keys lead, step by step. */
+QString walk(CoveredWindow& window, VantSheet& sheet, const char* keys)
 {
-    QByteArrayList places;
-    for (int i = 0; i < steps; ++i) {
-        window.press(key);
+    QStringList places;
+    for (const QString& key : QString(keys).split(' ')) {
+        window.press(keyOf(key));
         places += focused(window, sheet);
     }
     return places.join(' ');
@@ -65,205 +49,219 @@ QString textOf(QObject* object, QAccessible::Text which = QAccessible::Name)
 
 } // namespace
 
-void SheetKeysTest::answers_data()
+/** Which keys answer a sheet, where the focus goes, and what a screen reader hears. */
+class SheetKeysTest : public SheetTest
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QByteArray>("focus");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("answer");
-    const auto row = [](const char* kind, const char* focus, int key, int answer) {
-        QTest::addRow("%s, %s, %s", kind, focus, qPrintable(QKeySequence(key).toString()))
-            << QByteArray(kind) << QByteArray(focus) << key << answer;
-    };
-    for (const char* kind : { "question", "input" }) {
-        for (const char* focus : { "none", "Discard" }) {
-            row(kind, focus, Qt::Key_Escape, discard);
-            for (const Qt::Key key : { Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space }) {
-                row(kind, focus, key, qstrcmp(focus, "Discard") == 0 ? discard : ok);
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void answers_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("focus");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("answer");
+        const auto row = [](const char* kind, const char* focus, const char* keys, int answer) {
+            for (const QString& key : QString(keys).split(' ')) {
+                QTest::addRow("%s, %s, %s", kind, focus, qPrintable(key)) << kind << focus << key << answer;
             }
-            row(kind, focus, Qt::Key_A, stays);
-            row(kind, focus, Qt::Key_F1, stays);
+        };
+        for (const char* kind : { "question", "input" }) {
+            row(kind, "none", "Return Enter Space", ok);
+            row(kind, "none", "Esc", discard);
+            row(kind, "none", "A F1", stays);
+            row(kind, "Discard", "Esc Return Enter Space", discard);
+        }
+        row("question", "text", "Space", ok);
+        row("information", "text", "Return", ok);
+        row("information", "text", "Esc", stays);
+        row("processing", "none", "Esc Return Space Tab Backtab", stays);
+        row("input", "field", "Return", ok);
+        row("input", "field", "Esc", discard);
+        row("input", "field", "F1 Space", stays);
+    }
+
+    void answers()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, focus);
+        QFETCH(QString, key);
+        QFETCH(int, answer);
+        CoveredWindow window;
+        VantSheet* sheet = make(kind == "input", &window);
+        if (kind == "information" || kind == "processing") {
+            static_cast<VantMessageSheet*>(sheet)->setMessageType(
+                kind == "information" ? VantMessageSheet::Information : VantMessageSheet::Processing);
+        }
+        sheet->showSheet();
+        clearFocus();
+        for (auto* widget : sheet->findChildren<QWidget*>()) {
+            if (focus != "none" && focused(window, *sheet) != focus) {
+                widget->setFocus();
+            }
+        }
+        QCOMPARE(focused(window, *sheet), focus);
+
+        QSignalSpy finished(sheet, SIGNAL(finished(int)));
+        window.press(keyOf(key));
+        QCOMPARE(finished.isEmpty() ? stays : finished.takeFirst().first().toInt(), answer);
+        QVERIFY(finished.isEmpty());
+        QVERIFY(answer != stays || key.endsWith("ab") || focused(window, *sheet) == focus);
+        QCOMPARE(window.keys, QList<int>());
+        QCOMPARE(window.field->text(), QString());
+        if (auto* input = qobject_cast<VantInputSheet*>(sheet)) {
+            QCOMPARE(input->getContent(), QString(focus == "field" && key == "Space" ? " " : ""));
         }
     }
-    row("question", "text", Qt::Key_Space, ok);
-    row("information", "text", Qt::Key_Escape, stays);
-    row("information", "text", Qt::Key_Return, ok);
-    for (const Qt::Key key :
-        { Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Backtab }) {
-        row("processing", "none", key, stays);
-        row("processing", "text", key, stays);
+
+    void messageTabs()
+    {
+        CoveredWindow window;
+        window.field->setFocus();
+        VantMessageSheet sheet(VantMessageSheet::Question, "Text", &window);
+        VantMask::createMask(&sheet, &window);
+        sheet.findChild<QDialogButtonBox*>()->setFocusPolicy(Qt::StrongFocus); // which it loses when it shows
+        sheet.button(QMessageBox::Ok)->setFocusPolicy(Qt::NoFocus); // the other way round
+        sheet.showSheet(); // which leaves the focus where it is
+        QCOMPARE(focused(window, sheet), QString("below"));
+        clearFocus();
+        QCOMPARE(walk(window, sheet, "Backtab"), QString("Discard"));
+        clearFocus();
+        QCOMPARE(walk(window, sheet, "Tab"), QString("text"));
+
+        sheet.setInformativeText("More");
+        QCoreApplication::processEvents();
+        QCOMPARE(walk(window, sheet, "Tab Tab Tab Tab Tab"), QString("more Ok Discard text more"));
+        QCOMPARE(walk(window, sheet, "Backtab Backtab Backtab Backtab"), QString("text Discard Ok more"));
+        sheet.setInformativeText({}); // goes with the focus in it
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!window.focusWidget() || sheet.isAncestorOf(window.focusWidget()));
+        labels(&sheet).first()->setFocus();
+        sheet.button(QMessageBox::Ok)->setDisabled(true);
+        QCOMPARE(walk(window, sheet, "Tab Tab"), QString("Discard text"));
+
+        button(&sheet, discard)->setFocus();
+        sheet.setMessageType(VantMessageSheet::Processing); // whose buttons are gone
+        QCOMPARE(walk(window, sheet, "Tab Tab"), QString("text text"));
+        sheet.setMessageType(VantMessageSheet::Warning);
+        QCOMPARE(walk(window, sheet, "Backtab Backtab"), QString("Ok text"));
+        window.press(Qt::Key_Return);
+        QCOMPARE(window.remains(), QString());
     }
-    row("input", "field", Qt::Key_Escape, discard);
-    row("input", "field", Qt::Key_Return, ok);
-    row("input", "field", Qt::Key_F1, stays);
-    row("input", "field", Qt::Key_Space, stays);
-}
 
-void SheetKeysTest::answers()
-{
-    QFETCH(QByteArray, kind);
-    QFETCH(QByteArray, focus);
-    QFETCH(int, key);
-    CoveredWindow window;
-    VantSheet* sheet = sheets::make(kind == "input", &window);
-    if (kind == "information" || kind == "processing") {
-        static_cast<VantMessageSheet*>(sheet)->setMessageType(
-            kind == "information" ? VantMessageSheet::Information : VantMessageSheet::Processing);
+    void inputTabs()
+    {
+        CoveredWindow window;
+        window.field->setFocus();
+        VantInputSheet sheet("Text", &window);
+        VantMask::createMask(&sheet, &window);
+        sheet.showSheet();
+        QCOMPARE(focused(window, sheet), QString("field"));
+        QCOMPARE(textOf(&sheet) + textOf(sheet.getLineEdit()), QString("TextText"));
+        QCOMPARE(walk(window, sheet, "Tab Tab Tab Backtab"), QString("Ok Discard field Discard"));
+        clearFocus();
+        QCOMPARE(walk(window, sheet, "Tab"), QString("none"));
+        sheet.getLineEdit()->setFocus();
+        sheet.quit();
+        QCOMPARE(focused(window, sheet), QString("below"));
     }
-    sheet->showSheet();
-    clearFocus();
-    for (auto* widget : sheet->findChildren<QWidget*>()) {
-        if (focus != "none" && focused(window, *sheet) != focus) {
-            widget->setFocus();
-        }
+
+    void nothingTakesFocus_data() { addRows({ "Space", "Return", "Esc", "click" }); }
+
+    /** In the window, to which the focus could go when a sheet closes, nor in the sheet. */
+    void nothingTakesFocus()
+    {
+        QFETCH(bool, input);
+        QFETCH(QByteArray, way);
+        CoveredWindow window;
+        window.field->setFocusPolicy(Qt::NoFocus);
+        window.button->setFocusPolicy(Qt::NoFocus);
+        clearFocus();
+        VantMessageSheet bare(VantMessageSheet::Processing, &window); // where there is nowhere to go either
+        bare.showSheet();
+        QCOMPARE(walk(window, bare, "Tab"), QString("none"));
+        bare.quit();
+        VantSheet* sheet = make(input, &window);
+        QSignalSpy finished(sheet, SIGNAL(finished(int)));
+        soon(sheet, [&] {
+            QCOMPARE(walk(window, *sheet, "Tab Tab"), QString("Ok Discard"));
+            way == "click" ? window.click(button(sheet, discard)) : window.press(keyOf(way));
+            window.press(Qt::Key_Space); // to nobody who is closed
+        });
+        QCOMPARE(exec(sheet), discard);
+        QCOMPARE(finished.size(), 1);
+        QVERIFY(!QApplication::focusWidget());
     }
-    QCOMPARE(focused(window, *sheet), focus);
 
-    QSignalSpy finished(sheet, SIGNAL(finished(int)));
-    window.press(key);
-    QTEST(finished.isEmpty() ? stays : finished.takeFirst().first().toInt(), "answer");
-    QVERIFY(finished.isEmpty());
-    QCOMPARE(window.keys, QList<int>());
-    QCOMPARE(window.field->text(), QString());
-    if (auto* field = sheet->findChild<QLineEdit*>()) {
-        QCOMPARE(field->text(), QString(focus == "field" && key == Qt::Key_Space ? " " : ""));
+    void shortcuts_data() { addRows(); }
+
+    void shortcuts()
+    {
+        QFETCH(bool, input);
+        CoveredWindow other;
+        CoveredWindow window;
+        QShortcut save(QKeySequence("Ctrl+S"), &window);
+        QSignalSpy saved(&save, SIGNAL(activated()));
+        window.button->setText("&Below");
+        const auto pressBoth = [&window] {
+            window.press(keyOf("Ctrl+S"));
+            window.press(keyOf("Alt+B"));
+        };
+        VantSheet* sheet = make(input, &window);
+        button(sheet, ok)->setText("&Own");
+        button(sheet, discard)->setDisabled(true);
+        button(sheet, discard)->setText("&Back");
+        QSignalSpy finished(sheet, SIGNAL(finished(int)));
+        sheet->showSheet();
+        pressBoth();
+        QCOMPARE(saved.size() + window.clicks, 0);
+        QVERIFY(other.open());
+        other.button->setText("&Other"); // what the sheet has as well is that window's own there
+        other.press(keyOf("Alt+O"));
+        QTRY_COMPARE(other.clicks, 1);
+        other.button->setText("N&ext");
+        other.press(keyOf("Alt+E"));
+        QTRY_COMPARE(other.clicks, 2);
+        QVERIFY(window.open() && finished.isEmpty());
+        window.button->setText("Bel&ow"); // which is the sheet's own as well
+        window.press(keyOf("Alt+O"));
+        QTRY_COMPARE(finished, QList<QList<QVariant>> { { ok } });
+        window.button->setText("&Below");
+        pressBoth();
+        QTRY_COMPARE(saved.size() + window.clicks, 2);
     }
-}
 
-void SheetKeysTest::messageTabs()
-{
-    CoveredWindow window;
-    window.field->setFocus();
-    VantMessageSheet sheet(VantMessageSheet::Question, "Text", &window);
-    VantMask::createMask(&sheet, &window);
-    sheet.showSheet(); // which leaves the focus where it is
-    QCOMPARE(focused(window, sheet), QByteArray("below"));
-    clearFocus();
-    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 1), QByteArray("Discard"));
-    clearFocus();
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 1), QByteArray("text"));
-
-    sheet.setInformativeText("More");
-    QCoreApplication::processEvents();
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 5), QByteArray("more Ok Discard text more"));
-    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 5), QByteArray("text Discard Ok more text"));
-    sheets::labels(&sheet)[2]->setFocus();
-    sheet.setInformativeText({}); // goes with the focus in it
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!window.focusWidget() || sheet.isAncestorOf(window.focusWidget()));
-    sheets::labels(&sheet).first()->setFocus();
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 3), QByteArray("Ok Discard text"));
-
-    sheet.button(QMessageBox::Discard)->setFocus();
-    sheet.setMessageType(VantMessageSheet::Processing); // whose buttons are gone
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 2), QByteArray("text text"));
-    sheet.setMessageType(VantMessageSheet::Upgrading);
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 3), QByteArray("Ok Discard text"));
-    sheet.setMessageType(VantMessageSheet::Warning);
-    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 2), QByteArray("Ok text"));
-    window.press(Qt::Key_Return);
-    QCOMPARE(window.remains(), QString());
-}
-
-/** In the window, to which the focus could go when a sheet closes, nor in the sheet. */
-void SheetKeysTest::nothingTakesFocus()
-{
-    CoveredWindow window;
-    window.field->setFocusPolicy(Qt::NoFocus);
-    window.button->setFocusPolicy(Qt::NoFocus);
-    clearFocus();
-    for (const bool input : { false, true }) {
-        for (const int key :
-            std::initializer_list<int> { Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, 0 }) { // or by mouse
-            const QPointer<VantSheet> asked = sheets::make(input, &window);
-            QSignalSpy finished(asked, SIGNAL(finished(int)));
-            sheets::soon(asked, [&] {
-                QCOMPARE(walk(window, *asked, Qt::Key_Tab, 2), QByteArray("Ok Discard"));
-                key ? window.press(key) : window.click(sheets::button(asked, QMessageBox::Discard));
-                window.press(Qt::Key_Space); // to nobody who is closed
-            });
-            QCOMPARE(sheets::exec(asked), discard);
-            QCOMPARE(finished.size(), 1);
-            QVERIFY(!QApplication::focusWidget());
-            delete asked;
-        }
+    /** What a screen reader finds from the window down, and can press. */
+    void messageIsRead()
+    {
+        CoveredWindow window;
+        VantMessageSheet sheet(
+            VantMessageSheet::Question, "Delete <b>3</b> files?", "Gone<br>then.", &window);
+        VantMask::createMask(&sheet, &window);
+        soon(&sheet, [&] {
+            auto closing = qScopeGuard([&] { sheet.quit(); });
+            const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(&sheet);
+            QCOMPARE(seen->role(), QAccessible::Dialog);
+            QVERIFY(seen->state().modal && !seen->state().invisible);
+            QCOMPARE(textOf(&sheet), QString("Delete 3 files?"));
+            QCOMPARE(textOf(&sheet, QAccessible::Description), QString("Gone\nthen."));
+            QCOMPARE(textOf(labels(&sheet)[2]), QString("Gone\nthen."));
+            // What the reader comes to from the window down.
+            const auto* focus = QAccessible::queryAccessibleInterface(&window)->focusChild();
+            QCOMPARE(focus->object(), labels(&sheet)[0]);
+            QCOMPARE(focus->parent()->object(), &sheet);
+            QCOMPARE(seen->parent()->parent()->object(), &window);
+            sheet.setText("2 %");
+            sheet.setInformativeText({});
+            QCOMPARE(textOf(&sheet) + textOf(&sheet, QAccessible::Description), QString("2 %"));
+            auto* back = QAccessible::queryAccessibleInterface(button(&sheet, discard));
+            closing.dismiss();
+            back->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        });
+        QCOMPARE(sheet.exec(), discard);
     }
-}
-
-void SheetKeysTest::inputTabs()
-{
-    CoveredWindow window;
-    window.field->setFocus();
-    VantInputSheet sheet("Text", &window);
-    VantMask::createMask(&sheet, &window);
-    sheet.showSheet();
-    QCOMPARE(focused(window, sheet), QByteArray("field"));
-    QCOMPARE(textOf(&sheet) + textOf(sheet.getLineEdit()), QString("TextText"));
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 4), QByteArray("Ok Discard field Ok"));
-    QCOMPARE(walk(window, sheet, Qt::Key_Backtab, 3), QByteArray("field Discard Ok"));
-    clearFocus();
-    QCOMPARE(walk(window, sheet, Qt::Key_Tab, 1), QByteArray("none"));
-    sheet.getLineEdit()->setFocus();
-    sheet.quit();
-    QCOMPARE(focused(window, sheet), QByteArray("below"));
-}
-
-void SheetKeysTest::shortcuts()
-{
-    QFETCH(bool, input);
-    CoveredWindow window;
-    window.button->setText("&Below");
-    QShortcut save(QKeySequence(Qt::CTRL | Qt::Key_S), &window);
-    QSignalSpy saved(&save, SIGNAL(activated()));
-    const auto pressBoth = [&window] {
-        QTest::keyClick(window.windowHandle(), Qt::Key_S, Qt::ControlModifier);
-        QTest::keyClick(window.windowHandle(), Qt::Key_B, Qt::AltModifier);
-    };
-    VantSheet* sheet = sheets::make(input, &window);
-    sheets::button(sheet, QMessageBox::Ok)->setText("&Own");
-    sheets::button(sheet, QMessageBox::Discard)->setDisabled(true);
-    sheets::button(sheet, QMessageBox::Discard)->setText("&Back");
-    QSignalSpy finished(sheet, SIGNAL(finished(int)));
-    sheet->showSheet();
-    pressBoth();
-    QCOMPARE(saved.size() + window.clicks, 0);
-    window.button->setText("Bel&ow"); // which is the sheet's own as well
-    QTest::keyClick(window.windowHandle(), Qt::Key_O, Qt::AltModifier);
-    QTRY_COMPARE(finished, QList<QList<QVariant>> { { ok } });
-    window.button->setText("&Below");
-    pressBoth();
-    QTRY_COMPARE(saved.size() + window.clicks, 2);
-}
-
-/** What a screen reader finds from the window down, and can press. */
-void SheetKeysTest::messageIsRead()
-{
-    CoveredWindow window;
-    VantMessageSheet sheet(VantMessageSheet::Question, "Delete <b>3</b> files?", "Gone<br>then.", &window);
-    VantMask::createMask(&sheet, &window);
-    sheets::soon(&sheet, [&] {
-        auto closing = qScopeGuard([&] { sheet.quit(); });
-        const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(&sheet);
-        QCOMPARE(seen->role(), QAccessible::Dialog);
-        QVERIFY(seen->state().modal && !seen->state().invisible);
-        QCOMPARE(textOf(&sheet), QString("Delete 3 files?"));
-        QCOMPARE(textOf(&sheet, QAccessible::Description), QString("Gone\nthen."));
-        QCOMPARE(textOf(sheets::labels(&sheet)[2]), QString("Gone\nthen."));
-        // What the reader comes to from the window down.
-        const auto* focus = QAccessible::queryAccessibleInterface(&window)->focusChild();
-        QCOMPARE(focus->object(), sheets::labels(&sheet)[0]);
-        QCOMPARE(focus->parent()->object(), &sheet);
-        QCOMPARE(seen->parent()->parent()->object(), &window);
-        sheet.setText("2 %");
-        sheet.setInformativeText({});
-        QCOMPARE(textOf(&sheet) + textOf(&sheet, QAccessible::Description), QString("2 %"));
-        auto* back = QAccessible::queryAccessibleInterface(sheet.button(QMessageBox::Discard));
-        QCOMPARE(back->text(QAccessible::Name), QString("Back"));
-        closing.dismiss();
-        back->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    });
-    QCOMPARE(sheet.exec(), discard);
-}
+};
 
 QTEST_MAIN(SheetKeysTest)
 
