@@ -24,5 +24,6 @@ class VANTKIT_EXPORT VantButton : public QPushButton
     Q_OBJECT
 
 public:
+    /** A button that reads @p text, where "&" marks the key that presses it, with the look of @p kind. */
     VantButton(const QString& text, int kind);
 };
