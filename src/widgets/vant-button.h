@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 /**
- * A flat push button of fixed size with one of the kit's looks, chosen at construction:
+ * A flat push button of fixed size with one of the kit's looks, which is chosen when it is made.
  *
  * | kind | style key |
  * |---|---|
