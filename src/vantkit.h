@@ -1,8 +1,6 @@
 #pragma once
 
-/** @file
- * Every public header of the kit.
- */
+// Every public header of the kit.
 
 #include "help/browser-window.h"
 #include "help/help-window.h"

@@ -7,10 +7,6 @@
 
 #include <map>
 
-/** @file
- * The image catalogue, and what widgets call to have an image of it.
- */
-
 /**
  * The image catalogue: gives the pixmap of a name such as "icon_warning", in the right size for the display.
  *
@@ -31,12 +27,7 @@ class VANTKIT_EXPORT ImageManager
 {
 public:
     /** The state of a widget that an image is drawn for. */
-    enum ImageType {
-        Normal = 0, ///< at rest
-        Hover = 1, ///< under the pointer
-        Click = 2, ///< pressed
-        Disable = 3 ///< disabled
-    };
+    enum ImageType { Normal = 0, Hover = 1, Click = 2, Disable = 3 };
 
     /** When files are loaded. */
     enum InitializeType {
@@ -48,7 +39,7 @@ public:
     struct ImageFile
     {
         QString m_file_name[4]; ///< without folder and extension; empty if the state has no image
-        QPixmap m_pixmap[4]; ///< scaled for the display; null if it was not loaded
+        QPixmap m_pixmap[4];
         bool m_loaded = false; ///< whether at least one state was loaded
     };
 

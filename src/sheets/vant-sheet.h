@@ -17,7 +17,6 @@ class VANTKIT_EXPORT VantSheet : public QFrame
     Q_OBJECT
 
 public:
-    /** An empty sheet, hidden until it is shown, like any child. @p parent owns it. */
     explicit VantSheet(QWidget* parent);
 
     /**

@@ -2,10 +2,6 @@
 
 #include "vantkit-export.h"
 
-/** @file
- * The close button of a window.
- */
-
 class QWidget;
 
 /**

@@ -5,10 +5,6 @@
 #include <QItemDelegate>
 #include <QRect>
 
-/** @file
- * The delegate of trees of folders.
- */
-
 class QKeyEvent;
 
 /**
@@ -28,7 +24,6 @@ class VANTKIT_EXPORT ItemDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
-    /** A delegate without a parent. */
     ItemDelegate();
 
     /**

@@ -15,7 +15,6 @@
 class VANTKIT_EXPORT VantTableColumnsInfo
 {
 public:
-    /** One column, as addColumn() takes it. */
     struct ColumnInfo
     {
         /** The header's text. */
@@ -28,7 +27,6 @@ public:
         double ratio;
     };
 
-    /** No columns yet. */
     VantTableColumnsInfo();
 
     /**

@@ -26,7 +26,6 @@ class VANTKIT_EXPORT VantTreeWidget : public QTreeWidget
     Q_OBJECT
 
 public:
-    /** An empty tree of one column. */
     explicit VantTreeWidget(QWidget* parent = nullptr);
 
     /**

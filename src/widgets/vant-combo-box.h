@@ -18,7 +18,6 @@ class VANTKIT_EXPORT VantComboBox : public QComboBox
     Q_OBJECT
 
 public:
-    /** A box without entries. */
     explicit VantComboBox(QWidget* parent = nullptr);
     ~VantComboBox() override;
 

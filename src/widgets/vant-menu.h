@@ -14,7 +14,6 @@ class VANTKIT_EXPORT VantMenu : public QMenu
     Q_OBJECT
 
 public:
-    /** A menu without entries, opened by QMenu::popup(), QMenu::exec() or a button. */
     explicit VantMenu(QWidget* parent = nullptr);
 
 protected:
