@@ -246,6 +246,7 @@ Sampler paintsWhileOpen()
     auto* const sheet = new VantMessageSheet(VantMessageSheet::Question, question, window.get());
     VantMask::createMask(sheet, window.get(), QColor(0, 0, 0, 20));
     sheet->showSheet();
+    sheet->button(QMessageBox::Ok)->setFocus(); // not a field, whose cursor blinks
     window->settle();
     requireSameWork(sheet->isVisible());
     return [window] {
