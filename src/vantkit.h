@@ -1,6 +1,8 @@
 #pragma once
 
-// Every public header of the kit.
+/** @file
+ * Every public header of the kit.
+ */
 
 #include "help/browser-window.h"
 #include "help/help-window.h"

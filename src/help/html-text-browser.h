@@ -44,6 +44,7 @@ class VANTKIT_EXPORT HtmlTextBrowser : public QTextBrowser
     Q_OBJECT
 
 public:
+    /** An empty browser, which fetches nothing until setText(). */
     explicit HtmlTextBrowser(QWidget* parent = nullptr);
 
     /** Downloads that still run end with the browser. */

@@ -7,6 +7,10 @@
 
 #include <map>
 
+/** @file
+ * The image catalogue, and what widgets call to have an image of it.
+ */
+
 /**
  * The image catalogue: gives the pixmap of a name such as "icon_warning", in the right size for the display.
  *
@@ -27,7 +31,12 @@ class VANTKIT_EXPORT ImageManager
 {
 public:
     /** The state of a widget that an image is drawn for. */
-    enum ImageType { Normal = 0, Hover = 1, Click = 2, Disable = 3 };
+    enum ImageType {
+        Normal = 0, ///< at rest
+        Hover = 1, ///< under the pointer
+        Click = 2, ///< pressed
+        Disable = 3 ///< disabled
+    };
 
     /** When files are loaded. */
     enum InitializeType {
@@ -39,7 +48,7 @@ public:
     struct ImageFile
     {
         QString m_file_name[4]; ///< without folder and extension; empty if the state has no image
-        QPixmap m_pixmap[4];
+        QPixmap m_pixmap[4]; ///< scaled for the display; null if it was not loaded
         bool m_loaded = false; ///< whether at least one state was loaded
     };
 

@@ -7,16 +7,18 @@
 
 class QWidget;
 
-// Messages with one call. Each waits until the user has answered, while the application goes on running.
-//
-// With a parent, the message is a VantMessageSheet in the parent's window. Without one it is a QMessageBox
-// with the string keys "ok" and "cancel", the style keys "component.apply_button" and
-// "component.cancel_button" on its buttons and the style key told at each function. @p title is shown by the
-// QMessageBox only.
-//
-// Texts are HTML: escape what is not meant as such, and write <br> for a new line. On a sheet every number
-// before "px" is scaled with the display, in words too. A QMessageBox takes a text without any tag for plain.
-// Titles and the texts of buttons are plain.
+/** @file
+ * Messages with one call. Each waits until the user has answered, while the application goes on running.
+ *
+ * With a parent, the message is a VantMessageSheet in the parent's window. Without one it is a QMessageBox
+ * with the string keys "ok" and "cancel", the style keys "component.apply_button" and
+ * "component.cancel_button" on its buttons and the style key told at each function. The title is shown by the
+ * QMessageBox only.
+ *
+ * Texts are HTML: escape what is not meant as such, and write `<br>` for a new line. On a sheet every number
+ * before "px" is scaled with the display, in words too. A QMessageBox takes a text without any tag for plain.
+ * Titles and the texts of buttons are plain.
+ */
 
 /** Tells something in the HTML @p text. Style key "component.info_message_box". */
 VANTKIT_EXPORT void showInfoMsg(const QString& title, const QString& text, QWidget* parent = nullptr);

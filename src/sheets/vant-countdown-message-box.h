@@ -17,6 +17,7 @@ class VANTKIT_EXPORT VantCountdownMessageBox : public QMessageBox
     Q_OBJECT
 
 public:
+    /** A box that counts @p seconds down. With less than 1, the button is pressed as the box shows. */
     explicit VantCountdownMessageBox(int seconds, QWidget* parent = nullptr);
 
     /** Writes the seconds that are left on the Ok button. */

@@ -29,7 +29,9 @@ class VANTKIT_EXPORT VantInputSheet : public VantSheet
     Q_OBJECT
 
 public:
+    /** A sheet without a prompt. @p parent owns it until VantMask::createMask() hands it to the mask. */
     explicit VantInputSheet(QWidget* parent);
+    /** The same with the prompt @p text, which is HTML. */
     VantInputSheet(const QString& text, QWidget* parent);
     ~VantInputSheet() override;
 
@@ -50,6 +52,7 @@ public:
     /** The text in the field, also after the sheet was closed, however it was. */
     QString getContent();
 
+    /** Shows the sheet without waiting; finished() tells how it was closed. */
     void showSheet() override;
 
     /**
@@ -68,6 +71,7 @@ public Q_SLOTS:
     void done(int ret);
     /** done(0). */
     void quit();
+    /** done() with the QMessageBox::StandardButton that @p which is; 0 if it is none of the sheet's. */
     void buttonClick(QAbstractButton* which);
 
 protected:

@@ -13,8 +13,8 @@ class VantMessageSheetPrivate;
 /** The texts of the two buttons of a message. An empty text stands for the default one. */
 struct MsgBoxCustomBtnText
 {
-    QString okText;
-    QString cancelText;
+    QString okText; ///< of QMessageBox::Ok, plain; by default the string "ok"
+    QString cancelText; ///< of QMessageBox::Discard, plain; by default the string "cancel"
 };
 
 /**
@@ -58,24 +58,32 @@ class VANTKIT_EXPORT VantMessageSheet : public VantSheet
     Q_OBJECT
 
 public:
+    /** What a sheet tells or asks, which decides its icon and its buttons: see the table above. */
     enum MessageType : int {
-        Processing = 0,
-        Information = 1,
-        Warning = 2,
-        Question = 3,
-        Upgrading = 4,
-        WarningQuestion = 5,
-        ProcessingMovie = 6
+        Processing = 0, ///< work that goes on, with the icon of the application
+        Information = 1, ///< something to know
+        Warning = 2, ///< something that went wrong
+        Question = 3, ///< something to decide
+        Upgrading = 4, ///< a new version to be had
+        WarningQuestion = 5, ///< something to decide that may do harm
+        ProcessingMovie = 6 ///< work that goes on, with a movie
     };
 
+    /**
+     * A sheet without a text. @p parent owns it until VantMask::createMask() hands it to the mask, and is the
+     * widget that it is no wider than.
+     */
     VantMessageSheet(MessageType type, QWidget* parent);
+    /** The same with @p text, which is HTML. */
     VantMessageSheet(MessageType type, const QString& text, QWidget* parent);
+    /** The same with a second text below it, HTML too; an empty one is none. */
     VantMessageSheet(MessageType type, const QString& text, const QString& informativeText, QWidget* parent);
+    /** The same with texts of one's own on the buttons that the type has. */
     VantMessageSheet(
         MessageType type, const QString& text, const MsgBoxCustomBtnText& customBtnText, QWidget* parent);
     /**
      * A sheet of the type ProcessingMovie with the movie in the file @p movieFile,
-     * 32 design pixels in square.
+     * 32 design pixels in square. Without such a file there is no picture.
      */
     VantMessageSheet(const QString& text, const QString& movieFile, QWidget* parent);
     ~VantMessageSheet() override;
@@ -86,6 +94,7 @@ public:
     void setText(const QString& text);
     /** Sets the second text, which is HTML; an empty one removes it. */
     void setInformativeText(const QString& text);
+    /** Shows @p pixmap in place of the icon or the movie of the type; a null one leaves the place empty. */
     void setIcon(const QPixmap& pixmap);
 
     /** The button @p which, null if the sheet does not have it. The sheet keeps it. */
@@ -97,6 +106,7 @@ public:
      */
     void setBlockWindowButton(bool block = true);
 
+    /** Shows the sheet without waiting, and without touching focus and close button. */
     void showSheet() override;
     /** Like showSheet(), with the window's close button unavailable. */
     void showSheetWithBlock();
@@ -112,7 +122,9 @@ public:
 
     /** Focuses a widget of the sheet when Tab or Backtab reached @p watched, the window. */
     void restrictedFocus(QObject* watched, QKeyEvent* event);
+    /** Notes where the focus goes on when Tab leaves the last widget of the sheet. Part of showing it. */
     void markFirstFocusWidget();
+    /** The same for Backtab and the first widget. */
     void markLastFocusWidget();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -122,6 +134,7 @@ public Q_SLOTS:
     void done(int ret);
     /** done(0). */
     void quit();
+    /** done() with the QMessageBox::StandardButton that @p which is; 0 if it is none of the sheet's. */
     void buttonClick(QAbstractButton* which);
 
 protected:

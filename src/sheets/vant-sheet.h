@@ -17,6 +17,7 @@ class VANTKIT_EXPORT VantSheet : public QFrame
     Q_OBJECT
 
 public:
+    /** An empty sheet, hidden until it is shown, like any child. @p parent owns it. */
     explicit VantSheet(QWidget* parent);
 
     /**

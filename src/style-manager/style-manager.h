@@ -7,6 +7,10 @@
 #include <map>
 #include <vector>
 
+/** @file
+ * The style sheets, and what widgets call to have one.
+ */
+
 /**
  * The style sheets of the kit, by key.
  *

@@ -47,8 +47,8 @@ public:
     QStringList languages() const;
 
     /**
-     * The kit's words by key, for ComponentStrings: those of the language @p code, and in English (`enu`) what
-     * it lacks. Empty if the theme has neither.
+     * The kit's words by key, for ComponentStrings: those of the language @p code, and in English (`enu`)
+     * what it lacks. Empty if the theme has neither.
      */
     QMap<QString, QString> strings(const QString& code) const;
 
@@ -62,8 +62,8 @@ public:
     QPalette palette() const;
 
     /**
-     * The icon for files with an extension, scaled for the display; 20 design pixels wide in the default theme.
-     * Null if the theme has none.
+     * The icon for files with an extension, scaled for the display; 20 design pixels wide in the default
+     * theme. Null if the theme has none.
      *
      * @param extension as FileTypeMap::getFiletypeMapping takes it: "docx".
      * @param removed true for the icon of a file that no longer exists.
@@ -75,21 +75,21 @@ public:
 
     /**
      * Starts the kit on the theme: registers the folders, then does what load() does, asks Qt for pixmaps as
-     * sharp as the display, and gives the application the style Fusion, which draws by the palette alone, with
-     * the theme's palette(). Needs the QApplication, and comes before the first widget.
+     * sharp as the display, and gives the application the style Fusion, which draws by the palette alone,
+     * with the theme's palette(). Needs the QApplication, and comes before the first widget.
      *
      * @param userFolder a folder of the user's that may be written to, such as
      * QStandardPaths::AppDataLocation, for the images that style sheets show. It is made if it is missing.
      * @param code the language of the kit's words: "enu".
-     * @return false if the theme has no `images.json`, no template or no words, neither in the language nor in
-     * English. One warning tells what is missing and where, and nothing was started.
+     * @return false if the theme has no `images.json`, no template or no words, neither in the language nor
+     * in English. One warning tells what is missing and where, and nothing was started.
      */
     bool start(const QString& userFolder, const QString& code) const;
 
     /**
-     * The part of start() that reads the theme's words, list of images and templates, for a program that reads
-     * them again while it runs. Widgets keep what they have, so it has to make them anew. The folders have to
-     * be registered. The result, and what is done without one of the three, are those of start().
+     * The part of start() that reads the theme's words, list of images and templates, for a program that
+     * reads them again while it runs. Widgets keep what they have, so it has to make them anew. The folders
+     * have to be registered. The result, and what is done without one of the three, are those of start().
      */
     bool load(const QString& code) const;
 

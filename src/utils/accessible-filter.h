@@ -5,6 +5,10 @@
 #include <QList>
 #include <QtCore/Qt>
 
+/** @file
+ * Which widgets of a window the keyboard can reach.
+ */
+
 class QWidget;
 
 /** What accessibleList() leaves out. */
@@ -14,14 +18,17 @@ public:
     /** Leaves out nothing: no widgets, and the level Qt::NoFocus. */
     AccessibleFilter() = default;
 
+    /** Leaves out @p filterWidgets, and what has a lower focus policy than @p focusLevel. */
     AccessibleFilter(const QList<QWidget*>& filterWidgets, Qt::FocusPolicy focusLevel);
 
     /** The widgets that are not listed; their children still are. */
     QList<QWidget*>& filterWidgets();
+    /** Replaces the widgets that are not listed. The filter never deletes one. */
     void setFilterWidgets(const QList<QWidget*>& filterWidgets);
 
     /** The lowest focus policy, compared as a number, that a widget must have to be listed. */
     Qt::FocusPolicy focusLevel();
+    /** Replaces the lowest focus policy: Qt::NoFocus lists every widget. */
     void setFocusLevel(Qt::FocusPolicy focusLevel);
 
 private:

@@ -4,6 +4,10 @@
 
 #include <QLoggingCategory>
 
+/** @file
+ * The category of all that the kit logs.
+ */
+
 /**
  * The kit's logging category, named "debug.message".
  *

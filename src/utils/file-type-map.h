@@ -9,6 +9,7 @@
 /** Orders strings without regard to case. */
 struct VANTKIT_EXPORT CaseLessCompare
 {
+    /** Whether @p a comes before @p b; strings that differ in case alone are equal. */
     bool operator()(const QString& a, const QString& b) const;
 };
 

@@ -5,6 +5,10 @@
 #include <QList>
 #include <QString>
 
+/** @file
+ * Small helpers for the keyboard focus and for tool tips.
+ */
+
 class QWidget;
 
 /** Gives every widget of @p widgets the focus policy @p policy. None of them may be null. */

@@ -2,6 +2,10 @@
 
 #include "vantkit-export.h"
 
+/** @file
+ * The close button of a window.
+ */
+
 class QWidget;
 
 /**

@@ -18,6 +18,7 @@
 class VANTKIT_EXPORT FileSystemTreeWidgetItem : public QTreeWidgetItem
 {
 public:
+    /** An item without a text and without a parent; the tree or the item that it is added to owns it. */
     FileSystemTreeWidgetItem();
 
     /**
@@ -50,5 +51,6 @@ public:
 protected:
     /** For clone() of a derived class. */
     FileSystemTreeWidgetItem(const FileSystemTreeWidgetItem& other) = default;
+    /** For derived classes: copies what the item shows, and the fields, but no children. */
     FileSystemTreeWidgetItem& operator=(const FileSystemTreeWidgetItem& other) = default;
 };

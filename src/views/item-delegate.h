@@ -5,6 +5,10 @@
 #include <QItemDelegate>
 #include <QRect>
 
+/** @file
+ * The delegate of trees of folders.
+ */
+
 class QKeyEvent;
 
 /**
@@ -24,6 +28,7 @@ class VANTKIT_EXPORT ItemDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
+    /** A delegate without a parent. */
     ItemDelegate();
 
     /**

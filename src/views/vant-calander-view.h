@@ -31,6 +31,7 @@ class VANTKIT_EXPORT VantCalanderView : public QAbstractItemView
     Q_OBJECT
 
 public:
+    /** A calendar on the present month, with no day chosen and without limits. */
     explicit VantCalanderView(QWidget* parent = nullptr);
 
     /** Shows @p month (1 to 12) of @p year. Selects nothing. See QCalendarWidget::setCurrentPage. */

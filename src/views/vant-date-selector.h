@@ -14,6 +14,8 @@ class VantCalanderView;
  * It holds one item at all times: its data is the chosen QDate, and a null QDate while none is chosen. Its
  * text is the date as "yyyy-MM-dd", or the text for no date. A choice shows in the signals of QComboBox and
  * in VantCalanderView::sigDateSelect of getCalendarView().
+ *
+ * The field is 32 design pixels high, and the popup 280 wide and 260 high.
  */
 class VANTKIT_EXPORT VantDateSelector : public QComboBox
 {

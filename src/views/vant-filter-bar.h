@@ -21,6 +21,7 @@ class VANTKIT_EXPORT VantFilterBar : public QLineEdit
     Q_OBJECT
 
 public:
+    /** An empty field. Its button opens nothing until setMenu(). */
     explicit VantFilterBar(QWidget* parent = nullptr);
 
     /** Has the button open @p menu, which stays the caller's; null takes the menu away. */

@@ -17,7 +17,7 @@ class VantPagingModel;
 /** One of the texts at the right end of a paging bar. */
 struct PagingFooterInfo
 {
-    QString text;
+    QString text; /**< plain or rich, as QLabel takes it */
     int width = 0; /**< in design pixels; 0 for a width that is not fixed */
 };
 
@@ -46,6 +46,7 @@ public:
      * A bar on @p model, which it sets to page 1 of an empty list; the row limit stays.
      *
      * @param model must not be null, stays the caller's and has to live as long as the bar.
+     * @param parent owns the bar.
      */
     explicit VantPagingBar(VantPagingModel* model, QWidget* parent = nullptr);
 

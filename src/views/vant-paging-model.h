@@ -18,16 +18,19 @@ public:
     /** An empty list at page 1, with @p rowLimit items on a page, which has to be positive. */
     explicit VantPagingModel(int rowLimit, QObject* parent = nullptr);
 
-    /** The items on one page. To set it moves no page. */
+    /** The items on one page. */
     int rowLimit() const;
+    /** Sets the items on one page. The current page stays the one of this number. */
     void setRowLimit(int rowLimit);
 
-    /** The items in the whole list. To set it moves no page. */
+    /** The items in the whole list. */
     int itemCount() const;
+    /** Sets the items in the whole list. The current page stays, even if the list ends before it. */
     void setItemCount(int itemCount);
 
     /** The current page, counted from 1. */
     int nowPage() const;
+    /** Makes @p nowPage the current page, whether there is one or not. */
     void setNowPage(int nowPage);
 
     /** The pages that all items fill; 1 for an empty list and for a row limit that is not positive. */

@@ -15,6 +15,7 @@
 class VANTKIT_EXPORT VantTableColumnsInfo
 {
 public:
+    /** One column, as addColumn() takes it. */
     struct ColumnInfo
     {
         /** The header's text. */
@@ -27,6 +28,7 @@ public:
         double ratio;
     };
 
+    /** No columns yet. */
     VantTableColumnsInfo();
 
     /**

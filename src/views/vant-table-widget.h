@@ -22,6 +22,7 @@ class VANTKIT_EXPORT ResizeSignalTableWidget : public QTableWidget
     Q_OBJECT
 
 public:
+    /** A table of empty cells without a parent: the caller gives it one. */
     ResizeSignalTableWidget(int rows, int columns);
 
 Q_SIGNALS:

@@ -26,6 +26,7 @@ class VANTKIT_EXPORT VantTreeWidget : public QTreeWidget
     Q_OBJECT
 
 public:
+    /** An empty tree of one column. */
     explicit VantTreeWidget(QWidget* parent = nullptr);
 
     /**

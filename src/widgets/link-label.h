@@ -16,10 +16,13 @@ class VANTKIT_EXPORT LinkLabel : public QLabel
     Q_OBJECT
 
 public:
+    /** A label that reads @p text and has no link yet. */
     explicit LinkLabel(const QString& text, QLabel* parent = nullptr);
     ~LinkLabel() override;
 
+    /** Keeps @p link, which may be any text, for getHyperLink(). The label looks the same. */
     void setHyperLink(const QString& link);
+    /** The link as it was set; empty until then. */
     QString getHyperLink();
 
 Q_SIGNALS:

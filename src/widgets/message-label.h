@@ -13,11 +13,13 @@
 class VANTKIT_EXPORT MessageLabel : public QLabel
 {
 public:
+    /** A label without a text, and so without a height. */
     explicit MessageLabel(QWidget* parent = nullptr);
 
     /** Takes the height that the text needs now. Every resize does; a new text at the same width does not. */
     void fitHeight();
 
+    /** The height in pixels that the text needs at @p width pixels; -1 without a text. */
     int heightForWidth(int width) const override;
 
 protected:

@@ -4,6 +4,10 @@
 
 #include <QObject>
 
+/** @file
+ * Filters for QObject::installEventFilter(), which does not take them over: give each a parent.
+ */
+
 /** An event filter that swallows presses, releases and double clicks of mouse buttons. */
 class VANTKIT_EXPORT MouseButtonFilter : public QObject
 {

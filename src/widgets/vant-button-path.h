@@ -35,6 +35,7 @@ class VANTKIT_EXPORT VantButtonPath : public QTableWidget
     Q_OBJECT
 
 public:
+    /** An empty bar. It has a width only once a layout or the caller gives it one. */
     explicit VantButtonPath(QWidget* parent = nullptr);
     ~VantButtonPath() override;
 

@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 /**
- * A flat push button of fixed size with one of the kit's looks, chosen at construction:
+ * A flat push button of fixed size with one of the kit's looks, which is chosen when it is made.
  *
  * | kind | style key |
  * |---|---|
@@ -24,5 +24,6 @@ class VANTKIT_EXPORT VantButton : public QPushButton
     Q_OBJECT
 
 public:
+    /** A button that reads @p text, where "&" marks the key that presses it, with the look of @p kind. */
     VantButton(const QString& text, int kind);
 };

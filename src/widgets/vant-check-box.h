@@ -10,5 +10,6 @@ class VANTKIT_EXPORT VantCheckBox : public QCheckBox
     Q_OBJECT
 
 public:
+    /** A box that is not checked, and reads @p text, where "&" marks the key that toggles it. */
     explicit VantCheckBox(const QString& text, QWidget* parent = nullptr);
 };

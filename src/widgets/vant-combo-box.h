@@ -18,6 +18,7 @@ class VANTKIT_EXPORT VantComboBox : public QComboBox
     Q_OBJECT
 
 public:
+    /** A box without entries. */
     explicit VantComboBox(QWidget* parent = nullptr);
     ~VantComboBox() override;
 

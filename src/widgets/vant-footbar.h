@@ -16,6 +16,7 @@ class QHBoxLayout;
 class VANTKIT_EXPORT VantFootbar : public QWidget
 {
 public:
+    /** An empty bar. */
     explicit VantFootbar(QWidget* parent = nullptr);
 
     /** Puts @p widget behind those pushed to the left so far. The bar owns it from init() on. */

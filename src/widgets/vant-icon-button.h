@@ -40,6 +40,7 @@ public:
 
     /**
      * Takes all four images from the catalogue, by the name @p imageName, and shows the normal one at once.
+     * A state without a file shows the normal image, and an unknown name none; both are warnings.
      */
     void setAllIcon(const QString& imageName);
 

@@ -15,7 +15,9 @@ class VANTKIT_EXPORT VantLabel : public QLabel
     Q_OBJECT
 
 public:
+    /** A label without a text; @p flags are those of QWidget. */
     explicit VantLabel(QWidget* parent = nullptr, Qt::WindowFlags flags = {});
+    /** A label that shows @p text, plain or rich as QLabel takes it. */
     explicit VantLabel(const QString& text, QWidget* parent = nullptr, Qt::WindowFlags flags = {});
 
 protected:

@@ -24,6 +24,7 @@ class VANTKIT_EXPORT VantLineEdit : public QWidget
     Q_OBJECT
 
 public:
+    /** An empty field between empty labels, which take no room. */
     explicit VantLineEdit(QWidget* parent = nullptr);
 
     /** The margins in design pixels; all 0 at the start. */
@@ -41,11 +42,16 @@ public:
     /** Shows or removes the error look. It stays until the next call: typing does not remove it. */
     void setError(bool error);
 
-    /** The inner widgets; this widget keeps them. */
+    /** The label before the field. This widget keeps it. */
     QLabel* getPreLabel();
+
+    /** The label behind the field. This widget keeps it. */
     QLabel* getPostLabel();
+
+    /** The field. This widget keeps it. */
     QLineEdit* getLineEdit();
 
+    /** The text in the field. */
     QString getEditText() const;
 
 private:

@@ -14,6 +14,7 @@ class VANTKIT_EXPORT VantMenu : public QMenu
     Q_OBJECT
 
 public:
+    /** A menu without entries, opened by QMenu::popup(), QMenu::exec() or a button. */
     explicit VantMenu(QWidget* parent = nullptr);
 
 protected:

@@ -10,5 +10,6 @@ class VANTKIT_EXPORT VantRadioButton : public QRadioButton
     Q_OBJECT
 
 public:
+    /** A button that is not chosen, and reads @p text, where "&" marks the key that chooses it. */
     explicit VantRadioButton(const QString& text, QWidget* parent = nullptr);
 };

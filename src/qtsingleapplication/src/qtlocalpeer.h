@@ -64,6 +64,7 @@ public:
      */
     bool unlock();
 
+    /** Which application it is: the constructor's id, or the path of the program in lower case. */
     QString applicationId() const;
 
     /** What the primary process answers: "ack". */

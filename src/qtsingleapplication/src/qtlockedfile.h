@@ -21,12 +21,14 @@ namespace QtLP_Private {
 class VANTKIT_EXPORT QtLockedFile : public QFile
 {
 public:
+    /** Who else may have the lock meanwhile. */
     enum LockMode {
-        NoLock = 0,
+        NoLock = 0, ///< everybody
         ReadLock = 1, ///< shared
         WriteLock = 2 ///< exclusive
     };
 
+    /** A file that needs a name, by setFileName(). */
     QtLockedFile();
     /**
      * Neither opens the file nor takes a lock. The name has to be there before the first lock(), and to stay.
@@ -52,7 +54,9 @@ public:
      */
     bool unlock();
 
+    /** Whether this object has the lock, in either mode. */
     bool isLocked() const;
+    /** The lock that this object has. */
     LockMode lockMode() const;
 
 private:

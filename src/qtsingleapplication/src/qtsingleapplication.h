@@ -57,6 +57,7 @@ public:
      * no longer activate it.
      */
     void setActivationWindow(QWidget* widget, bool activateOnMessage = true);
+    /** The window that activateWindow() acts on; null if there is none, or none any more. */
     QWidget* activationWindow() const;
 
 public Q_SLOTS:
