@@ -1,5 +1,5 @@
-// snippets [FOLDER]: runs every snippet under the default theme and, with a folder, writes a picture of what each
-// shows there. The exit code is 0 only if there was no warning and everything asked that should.
+// snippets [FOLDER]: runs every snippet under the default theme and, with a folder, writes a picture of what
+// each shows there. The exit code is 0 only if there was no warning and everything asked that should.
 
 #include "guide/task-window.h"
 #include "snippets.h"
@@ -110,7 +110,7 @@ void runMenu()
     save(picture, QStringLiteral("inputs.menu"));
 }
 
-/** Takes a picture of what asks in @p window or before it, and presses the button or closes it without one. */
+/** Takes a picture of what asks in @p window or before it, and answers it with @p button. */
 void answer(QWidget* window, const QString& name, QMessageBox::StandardButton button = QMessageBox::NoButton)
 {
     QCoreApplication::sendPostedEvents();

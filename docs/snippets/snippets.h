@@ -9,8 +9,8 @@ class QtSingleApplication;
 class VantCalanderView;
 class VantTreeWidget;
 
-// What the documents show, to be called by what runs it. A file is called after the page of the gallery that has the
-// same widgets, and a snippet after its section.
+// What the documents show, to be called by what runs it. A file is called after the page of the gallery that
+// has the same widgets, and a snippet after its section.
 
 QWidget* createPushButtons();
 QWidget* createIconButton();
