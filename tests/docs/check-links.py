@@ -35,12 +35,9 @@ class Markdown:
             text = re.sub(r"^ *```.*?^ *```", "", file.read(), flags=re.M | re.S)
         self.parts, self.links = set(), re.findall(r"\]\(([^)\s]+)\)", text)
         for heading in re.findall(r"^#+ (.*)", text, re.M):
-            slug = name = re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
-            count = 0
-            while name in self.parts:
-                count += 1
-                name = f"{slug}-{count}"
-            self.parts.add(name)
+            slug = re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+            again = sum(re.fullmatch(re.escape(slug) + r"(-\d+)?", part) is not None for part in self.parts)
+            self.parts.add(f"{slug}-{again}" if again else slug)
 
 
 def dead_links(pages):
