@@ -11,8 +11,9 @@ QWidget* createPagedList()
     VantTableColumnsInfo columns;
     columns.addColumn("Entry", 160, true, 1.0);
     auto* list = new VantTableWidget(columns);
-    auto* model = new VantPagingModel(5, area); // five rows on a page
+    auto* model = new VantPagingModel(5); // five rows on a page
     auto* bar = new VantPagingBar(model);
+    model->setParent(bar); // which needs it to its end
 
     // The bar fetches nothing: it tells when to.
     const auto fill = [list, model] {
