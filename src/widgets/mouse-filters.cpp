@@ -2,19 +2,13 @@
 
 #include <QEvent>
 
-bool MouseButtonFilter::eventFilter(QObject* watched, QEvent* event)
+bool MouseButtonFilter::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-        return true;
-    default:
-        return QObject::eventFilter(watched, event);
-    }
+    return event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease
+        || event->type() == QEvent::MouseButtonDblClick;
 }
 
-bool MouseReleaseFilter::eventFilter(QObject* watched, QEvent* event)
+bool MouseReleaseFilter::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    return event->type() == QEvent::MouseButtonRelease || QObject::eventFilter(watched, event);
+    return event->type() == QEvent::MouseButtonRelease;
 }

@@ -60,8 +60,6 @@ VantButtonPath::VantButtonPath(QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setFocusPolicy(Qt::NoFocus);
-    // The table would keep the Tab key for moving among its cells, and never let go of it.
-    setTabKeyNavigation(false);
     // It would also scroll to the cell of the button that gets the focus.
     setAutoScroll(false);
     setFixedHeight(designPixels(28));

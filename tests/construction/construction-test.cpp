@@ -48,9 +48,18 @@ QWidget* footBar(QWidget* window)
     return bar;
 }
 
+QWidget* pathRow(QWidget* window)
+{
+    auto* bar = new VantButtonPath(window);
+    bar->refresh("name/last");
+    return bar;
+}
+
 const std::map<QString, Maker> makers {
-    { "button", [](QWidget* /*window*/) { return new VantButton("text", 1); } },
-    { "button-of-no-kind", [](QWidget* /*window*/) { return new VantButton("text", 6); } },
+    { "button-0", [](QWidget* /*window*/) { return new VantButton("text", 0); } },
+    { "button-4", [](QWidget* /*window*/) { return new VantButton("text", 4); } },
+    { "button-5", [](QWidget* /*window*/) { return new VantButton("text", 5); } },
+    { "button-6", [](QWidget* /*window*/) { return new VantButton("text", 6); } },
     { "icon-button-of-a-picture", [](QWidget* /*window*/) { return new VantIconButton(QPixmap(9, 9)); } },
     { "icon-button", [](QWidget* /*window*/) { return new VantIconButton(QString("bt_pagebar_next")); } },
     { "check-box", [](QWidget* window) { return new VantCheckBox("text", window); } },
@@ -59,6 +68,7 @@ const std::map<QString, Maker> makers {
     { "foot-bar", footBar },
     { "line-edit", [](QWidget* window) { return new VantLineEdit(window); } },
     { "path-bar", [](QWidget* window) { return new VantButtonPath(window); } },
+    { "path-row", pathRow },
     { "paging-bar",
         [](QWidget* window) { return new VantPagingBar(new VantPagingModel(10, window), window); } },
     { "table", [](QWidget* window) { return new VantTableWidget(columns(), window); } },
@@ -81,8 +91,10 @@ const std::map<QString, Maker> makers {
  * among those of that class; px are design pixels, and @ stands before style keys.
  */
 const char* const expectations = R"(
-button                               flat=true sizePolicy=Fixed/Fixed styleSheet=@cancel_button
-button-of-no-kind                    flat=true sizePolicy=Fixed/Fixed styleSheet=
+button-0                             text=text styleSheet=@apply_button
+button-4                             styleSheet=@default_button
+button-5                             styleSheet=@red_button
+button-6                             flat=true sizePolicy=Fixed/Fixed styleSheet=
 icon-button-of-a-picture             sizePolicy=Fixed/Fixed styleSheet=@icon_button popupMode=InstantPopup
 icon-button                          sizePolicy=Fixed/Fixed styleSheet=@icon_button
 icon-button                          popupMode=InstantPopup toolButtonStyle=ToolButtonIconOnly
@@ -101,7 +113,11 @@ path-bar                             horizontalScrollMode=ScrollPerPixel
 path-bar QHeaderView:0               hidden=true
 path-bar QHeaderView:1               hidden=true
 path-bar QToolButton:0               styleSheet=@button_path_change_folder_btn popupMode=InstantPopup
-path-bar QToolButton:0               iconSize=20x20 hidden=true geometry=1px,1px,26px,26px
+path-bar QToolButton:0               iconSize=20x20 hidden=true geometry=1px,1px,26px,26px image=folder
+path-row QPushButton:0               styleSheet=@button_path_name_button flat=true
+path-row QPushButton:0               minimumHeight=26px maximumHeight=26px
+path-row QPushButton:1               styleSheet=@button_path_arrow flat=true focusPolicy=NoFocus
+path-row QPushButton:1               image=bt_next minimumSize=6pxx28px maximumSize=6pxx28px
 paging-bar #PAGINGBARBORDER          styleSheet=@paging_bar_border minimumHeight=29px maximumHeight=29px
 paging-bar VantIconButton:0          toolTip=first_page image=bt_pagebar_backend
 paging-bar VantIconButton:1          toolTip=prev_5_pages image=bt_pagebar_back
@@ -209,7 +225,7 @@ QString textOf(QObject* part, const QByteArray& name)
                                   : numbers({ static_cast<int>(layout->itemAt(0)->alignment()) });
     }
     if (name == "image") {
-        return hashOf(static_cast<VantIconButton*>(part)->icon());
+        return hashOf(static_cast<QAbstractButton*>(part)->icon());
     }
     if (name.startsWith("mode")) {
         return numbers({ static_cast<QHeaderView*>(part)->sectionResizeMode(name.mid(4).toInt()) });

@@ -17,6 +17,12 @@ inline int ratio()
     return qEnvironmentVariableIntValue("QT_SCALE_FACTOR");
 }
 
+/** The size on the display of @p designPixels. */
+inline int px(int designPixels)
+{
+    return designPixels * dpi() / 96;
+}
+
 /** The one of the values that belongs to the display's DPI. */
 template <typename T>
 T pick(T at96, T at120, T at144, T at192)
