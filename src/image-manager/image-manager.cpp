@@ -82,7 +82,6 @@ void ImageManager::readJson()
     QString text;
     if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         text = vantkit::internal::textUpToNul(file.readAll());
-        file.close();
     }
     const QJsonObject list = QJsonDocument::fromJson(text.toUtf8()).object();
     const QJsonArray images = list.value(QLatin1String("images")).toArray();
@@ -113,10 +112,7 @@ void ImageManager::prepareImages()
 
 void ImageManager::lazyLoad(const QString& name)
 {
-    ImageFile& image = m_images[name];
-    if (!image.m_loaded) {
-        loadStates(image);
-    }
+    loadStates(m_images[name]);
 }
 
 void ImageManager::loadStates(ImageFile& image)
@@ -146,9 +142,7 @@ void ImageManager::prepareTempImage(const QString& name)
     if (!file.open(QIODevice::ReadWrite)) {
         return;
     }
-    if (!scaled.isNull()) {
-        scaled.save(&file, "PNG");
-    }
+    scaled.save(&file, "PNG");
     file.resize(file.pos());
 }
 

@@ -10,16 +10,6 @@ class StyleManagerTest : public GuardedTest
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase();
-    void sections_data();
-    void sections();
-    void scaledAtRequest();
-    void filesAreOneText();
-    void secondInitialize();
-    void unclosedComments();
-
-private:
     /** The section "a" after @p text was read. */
     QString sectionIn(const QByteArray& text)
     {
@@ -28,89 +18,88 @@ private:
     }
 
     ThemeFolder theme;
+
+private Q_SLOTS:
+
+    void initTestCase() { theme.initializeImages(ImageManager::LazyLoad); }
+
+    void sections_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("text"); // of the section "a"
+        const auto row = [](const char* name, const QByteArray& file, const char* text) {
+            QTest::newRow(name) << file << QString(text);
+        };
+        row("no lines", "==a==", "");
+        row("an empty line", "==a==\n\n==b==", "\n");
+        row("blanks and marks in the header", "== =a= = ==\nx", "\nx");
+        row("no headers", "==a==\n ==b==\n==b== \n==b=\n=b==\nx", "\n ==b==\n==b== \n==b=\n=b==\nx");
+        row("last text wins", "==a==\nx\n==b==\ny\n==a==\nz", "\nz");
+        row("text before the first header", "x\ny\n==a==\nz", "\nx\ny\nz");
+        row("lines of an empty key go on", "==b==\nw\n==\nx\n== ==\ny\n===\n==a==\nz", "\nx\ny\nz");
+        row("tokens", "==a==\nxTMPIMG_LOCyIMG_LOC img_loc", "\nxTMPyIMAGES img_loc");
+        row("block comments", "==a==\n1/*2*/3/*4\n==b==\n5*/6/**/7*/", "\n1367*/");
+        row("marks that overlap", "==a==\n1/*/2*/3//*4*/5\n6//*7*//8\n9", "\n13/5\n69");
+        row("comment in a header", "==a/*b*/==\nx", "\nx");
+        row("line comment behind a header", "==a==\nx\n==b== // c\ny", "\nx\n==b== y");
+        row("line comments", "==a==\nx // c\n==b==\ny // d", "\nx ==b==\ny ");
+        row("block comment inside a line comment", "==a==\nx // c /* d\n==b==\n*/ e\ny", "\nx y");
+        row("DOS line ends", "==a==\r\nx\r\ny\r\n", "\nx\ny\n");
+        row("byte order mark and UTF-8", "\xef\xbb\xbf==a==\nGr\xc3\xb6\xc3\x9f", "\nGröß");
+        row("NUL", QByteArray("==a==\nx\0y\n==a==\nz", 18), "\nx");
+    }
+
+    void sections()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, text);
+        sectionIn("==a==\nof the row before");
+        text.replace("IMAGES", theme.path("images"));
+        QCOMPARE(sectionIn(file), text.replace("TMP", theme.userFolder() + "/tmp_images"));
+    }
+
+    void scaledAtRequest()
+    {
+        const QString raw = "\nx: 10px 3px 12px;";
+        QCOMPARE(sectionIn("==a==\nx: 10px 3px 12px;"), raw);
+        const QString scaled = displayscale::pick(
+            "\nx: 10px 3px 12px;", "\nx: 12px 3px 15px;", "\nx: 15px 4px 18px;", "\nx: 20px 6px 24px;");
+        QCOMPARE(getStyleSheet("a"), scaled);
+        QCOMPARE(getStyleSheet(QString("a")), scaled);
+        QCOMPARE(getStyleSheet(QString("a"), true), raw);
+    }
+
+    void filesAreOneText()
+    {
+        const QString first = theme.write("1.style", "==one==\nx\n==two==\ny /* c");
+        const QString second = theme.write("2.style", "d */ z\n==one==\nlast");
+        const QString last = theme.write("3.style", "==three==\n\xff");
+        const QString missing = theme.path("no.style");
+        log.expect("file \"" + missing + "\" not exist");
+        const QString directory = theme.path("images");
+        const QString empty = theme.write("empty.style", {});
+        StyleManager::getInstance().initialize({ first, missing, second, directory, empty, last });
+        QCOMPARE(getStyleSheet("one", true), QString("\nlast\n\n"));
+        QCOMPARE(getStyleSheet("two", true), QString("\ny  z"));
+        QCOMPARE(getStyleSheet("three", true), QString("\n\xef\xbf\xbd"));
+    }
+
+    void secondInitialize()
+    {
+        sectionIn("==a==\nx\n==kept==\ny");
+        QCOMPARE(sectionIn("==a==\nz"), QString("\nz"));
+        QCOMPARE(getStyleSheet("kept", true), QString("\ny"));
+        log.expect("Cannot find stylesheet \"Kept\"", 2);
+        QCOMPARE(getStyleSheet("Kept") + getStyleSheet(QString("Kept"), true), QString());
+    }
+
+    /** Takes minutes, and the test its limit, if every mark is sought to the end. */
+    void unclosedComments()
+    {
+        QCOMPARE(sectionIn("==a==\nx" + QByteArray("/* unclosed ").repeated(100'000)).size(), 1'200'002);
+        QCOMPARE(sectionIn("==a==\nx" + QByteArray("//* unclosed").repeated(100'000)), QString("\nx"));
+    }
 };
-
-void StyleManagerTest::initTestCase()
-{
-    theme.initializeImages(ImageManager::LazyLoad);
-}
-
-void StyleManagerTest::sections_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("text"); // of the section "a"
-    const auto row = [](const char* name, const QByteArray& file, const char* text) {
-        QTest::newRow(name) << file << QString(text);
-    };
-    row("no lines", "==a==", "");
-    row("an empty line", "==a==\n\n==b==", "\n");
-    row("blanks and marks in the header", "== =a= = ==\nx", "\nx");
-    row("no headers", "==a==\n ==b==\n==b== \n==b=\n=b==\nx", "\n ==b==\n==b== \n==b=\n=b==\nx");
-    row("last text wins", "==a==\nx\n==b==\ny\n==a==\nz", "\nz");
-    row("text before the first header", "x\ny\n==a==\nz", "\nx\ny\nz");
-    row("lines of an empty key go on", "==b==\nw\n==\nx\n== ==\ny\n===\n==a==\nz", "\nx\ny\nz");
-    row("tokens", "==a==\nxTMPIMG_LOCyIMG_LOC img_loc", "\nxTMPyIMAGES img_loc");
-    row("block comments", "==a==\n1/*2*/3/*4\n==b==\n5*/6/**/7*/", "\n1367*/");
-    row("marks that overlap", "==a==\n1/*/2*/3//*4*/5\n6//*7*//8\n9", "\n13/5\n69");
-    row("comment in a header", "==a/*b*/==\nx", "\nx");
-    row("line comment behind a header", "==a==\nx\n==b== // c\ny", "\nx\n==b== y");
-    row("line comments", "==a==\nx // c\n==b==\ny // d", "\nx ==b==\ny ");
-    row("block comment inside a line comment", "==a==\nx // c /* d\n==b==\n*/ e\ny", "\nx y");
-    row("DOS line ends", "==a==\r\nx\r\ny\r\n", "\nx\ny\n");
-    row("byte order mark and UTF-8", "\xef\xbb\xbf==a==\nGr\xc3\xb6\xc3\x9f", "\nGröß");
-    row("NUL", QByteArray("==a==\nx\0y\n==a==\nz", 18), "\nx");
-}
-
-void StyleManagerTest::sections()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, text);
-    sectionIn("==a==\nof the row before");
-    text.replace("IMAGES", theme.path("images"));
-    QCOMPARE(sectionIn(file), text.replace("TMP", theme.userFolder() + "/tmp_images"));
-}
-
-void StyleManagerTest::scaledAtRequest()
-{
-    const QString raw = "\nx: 10px 3px 12px;";
-    QCOMPARE(sectionIn("==a==\nx: 10px 3px 12px;"), raw);
-    const QString scaled = displayscale::pick(
-        "\nx: 10px 3px 12px;", "\nx: 12px 3px 15px;", "\nx: 15px 4px 18px;", "\nx: 20px 6px 24px;");
-    QCOMPARE(getStyleSheet("a"), scaled);
-    QCOMPARE(getStyleSheet(QString("a")), scaled);
-    QCOMPARE(getStyleSheet(QString("a"), true), raw);
-}
-
-void StyleManagerTest::filesAreOneText()
-{
-    const QString first = theme.write("1.style", "==one==\nx\n==two==\ny /* c");
-    const QString second = theme.write("2.style", "d */ z\n==one==\nlast");
-    const QString last = theme.write("3.style", "==three==\n\xff");
-    const QString missing = theme.path("no.style");
-    log.expect("file \"" + missing + "\" not exist");
-    const QString directory = theme.path("images");
-    const QString empty = theme.write("empty.style", {});
-    StyleManager::getInstance().initialize({ first, missing, second, directory, empty, last });
-    QCOMPARE(getStyleSheet("one", true), QString("\nlast\n\n"));
-    QCOMPARE(getStyleSheet("two", true), QString("\ny  z"));
-    QCOMPARE(getStyleSheet("three", true), QString("\n\xef\xbf\xbd"));
-}
-
-void StyleManagerTest::secondInitialize()
-{
-    sectionIn("==a==\nx\n==kept==\ny");
-    QCOMPARE(sectionIn("==a==\nz"), QString("\nz"));
-    QCOMPARE(getStyleSheet("kept", true), QString("\ny"));
-    log.expect("Cannot find stylesheet \"Kept\"", 2);
-    QCOMPARE(getStyleSheet("Kept") + getStyleSheet(QString("Kept"), true), QString());
-}
-
-/** Takes minutes, and the test its limit, if every mark is sought to the end. */
-void StyleManagerTest::unclosedComments()
-{
-    QCOMPARE(sectionIn("==a==\nx" + QByteArray("/* unclosed ").repeated(100'000)).size(), 1'200'002);
-    QCOMPARE(sectionIn("==a==\nx" + QByteArray("//* unclosed").repeated(100'000)), QString("\nx"));
-}
 
 QTEST_MAIN(StyleManagerTest)
 

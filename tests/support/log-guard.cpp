@@ -17,11 +17,6 @@ bool mustBeExpected(QtMsgType type, const QString& category, const QString& text
 
 } // namespace
 
-LogGuard::~LogGuard()
-{
-    stop();
-}
-
 void LogGuard::start()
 {
     Q_ASSERT(!watching);
@@ -31,46 +26,24 @@ void LogGuard::start()
     previous = qInstallMessageHandler(handle);
 }
 
-void LogGuard::stop()
-{
-    if (watching == this) {
-        qInstallMessageHandler(previous);
-        watching = nullptr;
-    }
-}
-
 void LogGuard::finish()
 {
-    stop();
-    for (const QString& complaint : complaints()) {
-        QTest::qFail(qUtf8Printable(complaint), __FILE__, __LINE__);
+    qInstallMessageHandler(previous);
+    watching = nullptr;
+    for (const QString& line : qAsConst(unexpected)) {
+        QTest::qFail(qUtf8Printable("Unexpected log line: " + line), __FILE__, __LINE__);
+    }
+    for (const QString& line : qAsConst(expected)) {
+        QTest::qFail(qUtf8Printable("Missing log line: " + line), __FILE__, __LINE__);
     }
 }
 
 void LogGuard::expect(const QString& text, int count)
 {
-    expectFrom(kitCategory, text, count);
-}
-
-void LogGuard::expectFrom(const QString& category, const QString& text, int count)
-{
     const QMutexLocker locker(&mutex);
     for (int i = 0; i < count; ++i) {
-        expected += category + ": " + text;
+        expected += kitCategory + ": " + text;
     }
-}
-
-QStringList LogGuard::complaints()
-{
-    const QMutexLocker locker(&mutex);
-    QStringList found;
-    for (const QString& line : qAsConst(unexpected)) {
-        found += "Unexpected log line: " + line;
-    }
-    for (const QString& line : qAsConst(expected)) {
-        found += "Missing log line: " + line;
-    }
-    return found;
 }
 
 void LogGuard::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)

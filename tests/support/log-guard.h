@@ -13,24 +13,15 @@
 class LogGuard
 {
 public:
-    ~LogGuard();
-
     void start();
     void finish();
 
     /** Expects @p count warnings of the kit with exactly this text. */
     void expect(const QString& text, int count = 1);
 
-    /** Expects @p count warnings of @p category, "default" for those without one. */
-    void expectFrom(const QString& category, const QString& text, int count = 1);
-
-    /** What went wrong since start(), one entry a line; finish() reports it. */
-    QStringList complaints();
-
 private:
     static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text);
     void take(QtMsgType type, const QString& category, const QString& text);
-    void stop();
 
     QMutex mutex;
     QStringList expected;

@@ -6,15 +6,6 @@
 #include <QWindow>
 #include <QtTest>
 
-/** What a window manager is told about the close button. */
-class CloseButtonOnXTest : public GuardedTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void steps();
-};
-
 namespace {
 
 /** Whether the hints of a window name closing among its functions. */
@@ -30,34 +21,42 @@ bool mayBeClosed(const QWidget& window)
 
 } // namespace
 
-/** The application changes the flags of its window in between, as it may. */
-void CloseButtonOnXTest::steps()
+/** What a window manager is told about the close button. */
+class CloseButtonOnXTest : public GuardedTest
 {
-    SHAPISetCloseButtonOfWindowEnable(nullptr, false, nullptr);
-    // Each step, and after it whether the window may be closed.
-    for (const QByteArray row : { "grey 0 grey 0 give 1 give 1", "grey 0 other-flag 1 grey 0 give 1",
-             "grey 0 take 0 give 0", "take 0 grey 0 give 0 grey 0 return 1" }) {
-        QWidget window;
-        SHAPISetCloseButtonOfWindowEnable(&window, false, nullptr);
-        QVERIFY(!window.windowHandle());
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QVERIFY(mayBeClosed(window));
-        const QList<QByteArray> steps = row.split(' ');
-        for (int i = 0; i < steps.size(); i += 2) {
-            const QByteArray& step = steps.at(i);
-            if (step == "grey" || step == "give") {
-                SHAPISetCloseButtonOfWindowEnable(&window, step == "give", nullptr);
-            } else {
-                window.setWindowFlag(
-                    step == "other-flag" ? Qt::WindowStaysOnTopHint : Qt::WindowCloseButtonHint,
-                    step != "take");
-                window.show();
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    /** The application changes the flags of its window in between, as it may. */
+    void steps()
+    {
+        SHAPISetCloseButtonOfWindowEnable(nullptr, false, nullptr);
+        // Each step, and after it whether the window may be closed.
+        for (const QByteArray row : { "grey 0 grey 0 give 1 give 1", "grey 0 other-flag 1 grey 0 give 1",
+                 "grey 0 take 0 give 0", "take 0 grey 0 give 0 grey 0 return 1" }) {
+            QWidget window;
+            SHAPISetCloseButtonOfWindowEnable(&window, false, nullptr);
+            QVERIFY(!window.windowHandle());
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            QVERIFY(mayBeClosed(window));
+            const QList<QByteArray> steps = row.split(' ');
+            for (int i = 0; i < steps.size(); i += 2) {
+                const QByteArray& step = steps.at(i);
+                if (step == "grey" || step == "give") {
+                    SHAPISetCloseButtonOfWindowEnable(&window, step == "give", nullptr);
+                } else {
+                    window.setWindowFlag(
+                        step == "other-flag" ? Qt::WindowStaysOnTopHint : Qt::WindowCloseButtonHint,
+                        step != "take");
+                    window.show();
+                }
+                QTRY_VERIFY2(mayBeClosed(window) == (steps.at(i + 1) == "1"), row + " at " + step);
             }
-            QTRY_VERIFY2(mayBeClosed(window) == (steps.at(i + 1) == "1"), row + " at " + step);
         }
     }
-}
+};
 
 QTEST_MAIN(CloseButtonOnXTest)
 

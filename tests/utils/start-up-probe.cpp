@@ -28,7 +28,6 @@ int main(int argc, char** argv)
         { "images", silently([] { ImageManager::getInstance().initialize(); }) },
         { "styles", silently([&] { StyleManager::getInstance().initialize({ folder + "/a.style" }); }) },
         { "image_folder", [] { return ImageManager::getInstance().getImageFolder(); } },
-        { "temp_image_folder", [] { return ImageManager::getInstance().getTempImageFolder(); } },
         { "string", [] { return ComponentStrings::getInstance().getString("ok"); } },
         { "image", [] { return getGlobalImage("icon").isNull() ? "null" : "image"; } },
         { "label", [] { return VantLabel().styleSheet(); } },
