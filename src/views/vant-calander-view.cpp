@@ -152,7 +152,6 @@ protected:
         const bool choosable = isEnabled() && date >= minimumDate() && date <= maximumDate();
         painter->setOpacity(choosable ? 1.0 : 0.5);
         QCalendarWidget::paintCell(painter, rect, date);
-        painter->setOpacity(1.0);
     }
 
     // Qt gives the calendar the focus where it means the grid.

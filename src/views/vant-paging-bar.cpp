@@ -168,7 +168,6 @@ void VantPagingBar::addFooter()
     footerLayout = new QHBoxLayout; // the bar's layout adopts it
     footerLayout->setDirection(QBoxLayout::RightToLeft);
     footerLayout->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    footerLayout->setSpacing(0);
     footerLayout->setContentsMargins(0, designPixels(2), 0, 0);
     footerLayout->addWidget(refreshButton, 0, Qt::AlignCenter);
 

@@ -1,58 +1,26 @@
 #pragma once
 
-#include "theme/default-theme.h"
+#include "views/view-test.h"
 
-#include <vantkit-qt/vantkit.h>
-
-#include <QCalendarWidget>
-#include <QMenu>
-#include <QSpinBox>
-#include <QTableWidget>
-#include <QToolButton>
-#include <QtTest>
-
-/** Names of months and weekdays that no locale of Qt has all of, and a theme to show them in. */
+/** What the tests of the calendar and of the selector share. */
 namespace calendarparts {
 
-inline const QStringList months { "Januar", "Februar", "März", "April", "Ma", "Juni", "Juli", "August",
-    "September", "Oktober", "November", "Dezember" };
+inline const QStringList months = QString("Januar Februar März April Ma Juni Juli August September Oktober "
+                                          "November Dezember")
+                                      .split(' ');
 inline const QDate ninthOfMarch(2017, 3, 9);
 
-inline QMap<QString, QString> strings()
+/** As the user does, so that Qt itself finds the widget and the popup. */
+inline void click(QWidget* widget, const QPoint& place)
 {
-    const QStringList monthKeys { "jan", "feb", "mar", "apr", "may", "jun", "jul", "aug", "sep", "oct", "nov",
-        "dec" };
-    QMap<QString, QString> map { { "today", "Heute" }, { "accessible_calendar", "Kalender" },
-        { "accessible_calendar_prev_month", "Zurück" }, { "accessible_calendar_next_month", "Vor" },
-        { "sunday", "1So" }, { "monday", "2Mo" }, { "tuesday", "3Di" }, { "wednesday", "4Mi" },
-        { "thursday", "5Do" }, { "friday", "6Fr" }, { "saturday", "7Sa" } };
-    for (int month = 0; month < months.size(); ++month) {
-        map.insert("month_" + monthKeys.at(month), months.at(month));
-    }
-    return map;
-}
-
-inline void load(const QString& userFolder)
-{
-    defaulttheme::load(userFolder);
-    ComponentStrings::getInstance().installStrings(strings());
+    QWindow* window = widget->window()->windowHandle();
+    QTest::mouseMove(window, widget->mapTo(widget->window(), place));
+    QTest::mouseClick(window, Qt::LeftButton, {}, widget->mapTo(widget->window(), place));
 }
 
 /** The parts of a calendar view, by the names that they are published under. */
 struct Parts
 {
-    explicit Parts(QWidget* view)
-        : calendar(view->findChild<QCalendarWidget*>())
-        , previous(view->findChild<QToolButton*>("qt_calendar_prevmonth"))
-        , next(view->findChild<QToolButton*>("qt_calendar_nextmonth"))
-        , month(view->findChild<QToolButton*>("qt_calendar_monthbutton"))
-        , year(view->findChild<QToolButton*>("qt_calendar_yearbutton"))
-        , yearEditor(view->findChild<QSpinBox*>("qt_calendar_yearedit"))
-        , grid(view->findChild<QTableView*>("qt_calendar_calendarview"))
-        , weekdays(view->findChild<QTableWidget*>("qt_calendar_weekdayview"))
-        , today(view->findChild<VantButton*>("qt_calendar_today_button"))
-    { }
-
     QPoint centerOf(const QDate& date) const
     {
         const QDate first(calendar->yearShown(), calendar->monthShown(), 1);
@@ -61,31 +29,42 @@ struct Parts
         return grid->visualRect(grid->model()->index(cell / 7, cell % 7)).center();
     }
 
-    void click(const QDate& date) const
+    /**
+     * Does one step after the other: a day or the name of a part is clicked, "wheel" turns the page, a year
+     * and an entry of the menu are chosen, and any other word is a key.
+     */
+    void act(const QString& steps) const
     {
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, centerOf(date));
-    }
-
-    QAction* menuEntry(int number) const { return month->menu()->actions().at(number - 1); }
-
-    void editYear(const QByteArray& digits) const
-    {
-        QTest::mouseClick(year, Qt::LeftButton);
-        for (const char digit : digits) {
-            QTest::keyClick(yearEditor, digit);
+        for (const QString& step : steps.split(' ', Qt::SkipEmptyParts)) {
+            if (auto* button = view->findChild<QAbstractButton*>("qt_calendar_" + step)) {
+                click(button, button->rect().center());
+            } else if (const QDate day = QDate::fromString(step, Qt::ISODate); day.isValid()) {
+                click(grid->viewport(), centerOf(day));
+            } else if (step == "wheel") {
+                QWheelEvent turn({ 5, 5 }, {}, {}, { 0, -120 }, {}, {}, Qt::NoScrollPhase, false);
+                QCoreApplication::sendEvent(grid->viewport(), &turn);
+            } else if (step.startsWith("year=")) {
+                act("yearbutton");
+                QTest::keyClicks(yearEditor, step.mid(5));
+                QTest::keyClick(yearEditor, Qt::Key_Return);
+            } else if (step.startsWith("menu=")) {
+                month->menu()->actions().at(step.mid(5).toInt() - 1)->trigger();
+            } else {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key(QKeySequence(step)[0]));
+            }
         }
-        QTest::keyClick(yearEditor, Qt::Key_Return);
     }
 
-    QCalendarWidget* calendar;
-    QToolButton* previous;
-    QToolButton* next;
-    QToolButton* month;
-    QToolButton* year;
-    QSpinBox* yearEditor;
-    QTableView* grid;
-    QTableWidget* weekdays;
-    VantButton* today;
+    VantCalanderView* view;
+    QCalendarWidget* calendar = view->findChild<QCalendarWidget*>();
+    QToolButton* previous = view->findChild<QToolButton*>("qt_calendar_prevmonth");
+    QToolButton* next = view->findChild<QToolButton*>("qt_calendar_nextmonth");
+    QToolButton* month = view->findChild<QToolButton*>("qt_calendar_monthbutton");
+    QToolButton* year = view->findChild<QToolButton*>("qt_calendar_yearbutton");
+    QSpinBox* yearEditor = view->findChild<QSpinBox*>("qt_calendar_yearedit");
+    QTableView* grid = view->findChild<QTableView*>("qt_calendar_calendarview");
+    QTableWidget* weekdays = view->findChild<QTableWidget*>("qt_calendar_weekdayview");
+    QWidget* today = view->findChild<QWidget*>("qt_calendar_today_button");
 };
 
 } // namespace calendarparts

@@ -1,105 +1,66 @@
-#include "support/display-scale.h"
-#include "support/guarded-test.h"
-#include "theme/default-theme.h"
-
-#include <vantkit-qt/style-manager/style-manager.h>
-#include <vantkit-qt/utils/component-strings.h>
-#include <vantkit-qt/views/vant-paging-bar.h>
-#include <vantkit-qt/views/vant-paging-model.h>
-#include <vantkit-qt/widgets/vant-button.h>
-#include <vantkit-qt/widgets/vant-icon-button.h>
+#include "views/view-test.h"
 
 #include <QAccessible>
-#include <QLabel>
-#include <QSignalSpy>
-#include <QTest>
-
-#include <algorithm>
-#include <limits>
-
-class PagingTest : public GuardedTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void modelCounts();
-    void layout();
-    void buttons();
-    void actions();
-    void footer();
-
-private:
-    QTemporaryDir userFolder;
-};
 
 namespace {
 
 const int most = std::numeric_limits<int>::max();
 const int least = std::numeric_limits<int>::min();
 
-int px(int designPixels)
-{
-    return designPixels * displayscale::dpi() / 96;
-}
-
-template <class Widget>
-QList<Widget*> inOrder(QWidget* bar)
-{
-    QList<Widget*> widgets = bar->findChildren<Widget*>();
-    widgets.erase(
-        std::remove_if(widgets.begin(), widgets.end(), [](auto* widget) { return widget->isHidden(); }),
-        widgets.end());
-    std::sort(widgets.begin(), widgets.end(), [](auto* a, auto* b) { return a->x() < b->x(); });
-    return widgets;
-}
-
 /** A bar that is laid out, with what a user sees of it. */
 struct Bar
 {
-    explicit Bar(int rowLimit, int items = 0)
+    explicit Bar(int rowLimit, int items = 0, int page = 1)
         : model(rowLimit)
     {
         bar.resize(px(800), px(29));
         bar.setItemCount(items);
+        bar.setPage(page);
         bar.show();
     }
 
-    VantIconButton* button(const char* name)
+    /** Those of a kind that are not hidden, from left to right. */
+    template <class Widget = QWidget>
+    QList<Widget*> parts() const
     {
-        const QList<VantIconButton*> all = bar.findChildren<VantIconButton*>();
-        const auto found = std::find_if(all.begin(), all.end(),
-            [name](auto* one) { return one->accessibleName() == QLatin1String(name); });
-        return found == all.end() ? nullptr : *found;
+        QList<Widget*> found;
+        for (auto* part : bar.findChild<QWidget*>("PAGINGBARBORDER")->findChildren<Widget*>()) {
+            found << (part->isHidden() ? QList<Widget*>() : QList<Widget*> { part });
+        }
+        std::sort(found.begin(), found.end(), [](auto* a, auto* b) { return a->x() < b->x(); });
+        return found;
     }
 
-    QList<VantButton*> pages() { return inOrder<VantButton>(&bar); }
+    VantIconButton* button(const QString& name) const
+    {
+        const auto all = bar.findChildren<VantIconButton*>();
+        return *std::find_if(
+            all.begin(), all.end(), [&](auto* one) { return one->accessibleName() == name; });
+    }
 
-    /**
-     * "- 1 2 3 4 | first last": the numbers as a screen reader meets them, then the jump
-     * buttons that can be pressed.
-     */
-    QString buttons()
+    /** "- 1 2 3 4 | first last": as a screen reader meets them, then the jump buttons that can be pressed. */
+    QString buttons() const
     {
         QStringList words;
-        for (VantButton* page : pages()) {
-            const QAccessibleInterface* told = QAccessible::queryAccessibleInterface(page);
-            const QString word = told->state().invisible ? "-" : told->text(QAccessible::Name);
-            words << (page->isEnabled() || page->text() == QLatin1String(" ") ? word : "?");
+        for (VantButton* page : parts<VantButton>()) {
+            QAccessibleInterface* told = QAccessible::queryAccessibleInterface(page);
+            const bool pressed = told->actionInterface()->actionNames().contains("Press");
+            words << (pressed == told->state().invisible ? "?"
+                    : pressed                            ? told->text(QAccessible::Name)
+                                                         : "-");
         }
-        words << QStringLiteral("|");
-        for (const char* name : { "first", "prev", "next", "last" }) {
-            if (button(name)->isEnabled()) {
-                words << QLatin1String(name);
-            }
+        words << "|";
+        for (const char* name : { "first_page", "prev_5_pages", "next_5_pages", "last_page" }) {
+            words << (button(name)->isEnabled() ? QStringList(QString(name).section('_', 0, 0))
+                                                : QStringList());
         }
         return words.join(' ');
     }
 
-    QStringList footer()
+    QStringList footer() const
     {
         QStringList texts;
-        for (QLabel* label : inOrder<QLabel>(&bar)) {
+        for (QLabel* label : parts<QLabel>()) {
             texts << label->text();
         }
         return texts;
@@ -111,166 +72,132 @@ struct Bar
 
 } // namespace
 
-void PagingTest::initTestCase()
+class PagingTest : public ViewTest
 {
-    defaulttheme::load(userFolder.path());
-    ComponentStrings::getInstance().installStrings({ { "first_page", "first" }, { "prev_5_pages", "prev" },
-        { "last_page", "last" }, { "next_5_pages", "next" }, { "pagebar_refresh", "refresh" } });
-}
+    Q_OBJECT
 
-void PagingTest::modelCounts()
-{
-    // The number of pages and the first item on the page shown.
-    const auto counts = [](int rowLimit, int items, int page) {
-        VantPagingModel model(10);
-        model.setItemCount(items);
-        model.setNowPage(page);
-        model.setRowLimit(rowLimit);
-        return QVector<int> { model.pageCount(), model.startItem() };
-    };
-    using Counts = QVector<int>;
-    QCOMPARE(counts(25, 26, 2), Counts({ 2, 25 }));
-    QCOMPARE(counts(25, 50, 7), Counts({ 2, 150 }));
-    QCOMPARE(counts(1, most, most), Counts({ most, most - 1 }));
-    QCOMPARE(counts(most, 1, least), Counts({ 1, least }));
-    QCOMPARE(counts(0, 100, 3), Counts({ 1, 0 }));
-    QCOMPARE(counts(-1, least, 3), Counts({ 1, -2 }));
-}
+private Q_SLOTS:
 
-void PagingTest::layout()
-{
-    Bar shown(10, 100);
-    shown.bar.setPage(5);
-    shown.bar.setFooterInfos({ { QStringLiteral("a"), 30 }, { QStringLiteral("b"), 40 } });
-    QTRY_COMPARE(inOrder<QLabel>(&shown.bar).size(), 2);
-
-    QList<QWidget*> widgets { shown.button("first"), shown.button("prev") };
-    for (VantButton* page : shown.pages()) {
-        widgets << page;
-        QCOMPARE(page->size(), QSize(px(28), px(27)));
-    }
-    widgets << shown.button("next") << shown.button("last");
-    for (QLabel* label : inOrder<QLabel>(&shown.bar)) {
-        widgets << label;
-        QCOMPARE(label->size(), QSize(px(label->text() == "a" ? 30 : 40), px(19)));
-    }
-    widgets << shown.button("refresh");
-
-    // Left to right, with these widths between them; -1 is what is left over, the same on both sides.
-    const QList<int> expected { px(50), 0, -1, px(4), px(4), px(4), px(4), -1, 0, px(50), 0, 0 };
-    QList<int> gaps;
-    int end = 0;
-    for (QWidget* widget : widgets) {
-        gaps << widget->x() - end;
-        end = widget->x() + widget->width();
-    }
-    QCOMPARE(end, px(800));
-    QVERIFY(gaps.at(2) > px(50) && qAbs(gaps.at(2) - gaps.at(7)) <= 1);
-    gaps[2] = gaps[7] = -1;
-    QCOMPARE(gaps, expected);
-
-    Bar narrow(1, 99999);
-    narrow.bar.setPage(12345);
-    QCoreApplication::processEvents();
-    narrow.bar.resize(1, px(29));
-    for (VantButton* page : narrow.pages()) {
-        QVERIFY(page->width() >= page->sizeHint().width());
-    }
-}
-
-void PagingTest::buttons()
-{
-    const auto buttons = [](int rowLimit, int items, int page) {
-        Bar shown(rowLimit, items);
-        QSignalSpy changes(&shown.bar, SIGNAL(sigPageChanged()));
-        shown.bar.setPage(page);
-        return changes.isEmpty() && shown.model.nowPage() == page ? shown.buttons() : QString();
-    };
-    QCOMPARE(buttons(10, 0, 1), QString("- - 1 - - |"));
-    QCOMPARE(buttons(10, 70, 1), QString("- - 1 2 3 | next last"));
-    QCOMPARE(buttons(10, 70, 4), QString("2 3 4 5 6 | first prev next last"));
-    QCOMPARE(buttons(10, 70, 7), QString("5 6 7 - - | first prev"));
-    QCOMPARE(buttons(10, 70, 0), QString("- - - 1 2 | first prev next last"));
-    QCOMPARE(buttons(1, most, most), QString("2147483645 2147483646 2147483647 - - | first prev"));
-    QCOMPARE(buttons(1, most, least), QString("- - - - - | first prev next last"));
-
-    Bar shown(10, 70);
-    shown.bar.setPage(7);
-    shown.bar.setItemCount(30);
-    QCOMPARE(shown.buttons(), QString("- - - - - | first prev"));
-
-    const VantPagingBar another(&shown.model); // which begins anew
-    QCOMPARE(shown.model.nowPage() + shown.model.itemCount(), 1);
-}
-
-void PagingTest::actions()
-{
-    // The page that each leads to, as a slot of the signal sees it.
-    const auto pageAfter = [](int items, int page, const char* action) {
-        Bar shown(1, items);
-        shown.bar.setPage(page);
-        QCoreApplication::processEvents();
-        QList<int> seen;
-        const auto note = [&] { seen << shown.model.nowPage(); };
-        connect(&shown.bar, &VantPagingBar::sigPageChanged, &shown.bar, note);
-        if (*action == '\0') {
-            shown.bar.reset();
-        } else if (QAbstractButton* jump = shown.button(action)) {
-            QTest::mouseClick(jump, Qt::LeftButton);
-        } else {
-            QAccessible::queryAccessibleInterface(shown.pages().at(*action - '0'))
-                ->actionInterface()
-                ->doAction(QAccessibleActionInterface::pressAction());
+    void modelCounts()
+    {
+        const int rows[][5] { { 25, 26, 2, 2, 25 }, { 25, 50, 7, 2, 150 }, { most, 1, 3, 1, most },
+            { most, 1, least, 1, least }, { 0, 100, 3, 1, 0 } };
+        for (const auto& [rowLimit, items, page, pages, first] : rows) {
+            VantPagingModel model(10);
+            model.setItemCount(items);
+            model.setNowPage(page);
+            model.setRowLimit(rowLimit);
+            QCOMPARE(model.pageCount(), pages);
+            QCOMPARE(model.startItem(), first);
         }
-        return seen;
-    };
-    using Pages = QList<int>;
-    QCOMPARE(pageAfter(7, 4, "0"), Pages { 2 });
-    QCOMPARE(pageAfter(7, 4, "next"), Pages { 7 });
-    QCOMPARE(pageAfter(17, -20, "next"), Pages { -15 });
-    QCOMPARE(pageAfter(most, most - 2, "next"), Pages { most });
-    QCOMPARE(pageAfter(17, 11, "prev"), Pages { 6 });
-    QCOMPARE(pageAfter(7, least, "prev"), Pages { 1 });
-    QCOMPARE(pageAfter(3, 7, "first"), Pages { 1 });
-    QCOMPARE(pageAfter(most, 1, "last"), Pages { most });
-    QCOMPARE(pageAfter(7, 5, ""), Pages { 1 });
-}
-
-void PagingTest::footer()
-{
-    Bar shown(10, 70);
-    QSignalSpy changes(&shown.bar, SIGNAL(sigPageChanged()));
-    QSignalSpy refreshs(&shown.bar, SIGNAL(sigRefresh()));
-    shown.bar.setFooterInfos({ { "one", 100 }, { "two", 0 }, { "three", 50 } });
-    QTRY_COMPARE(shown.footer(), QStringList({ "three", "two", "one" }));
-    const QList<QLabel*> three = inOrder<QLabel>(&shown.bar);
-
-    // The one that stays keeps its width; the others are hidden, and are not used again.
-    shown.bar.setFooterText(QStringLiteral("1"));
-    QCOMPARE(shown.footer(), QStringList { "1" });
-    QCOMPARE(inOrder<QLabel>(&shown.bar), QList<QLabel*>({ three.at(2) }));
-    QCOMPARE(three.at(2)->width(), px(100));
-    shown.bar.setFooterInfos({ { "un", 60 }, { "deux", 70 } });
-    QTRY_COMPARE(shown.footer(), QStringList({ "deux", "un" }));
-    QCOMPARE(three.at(2)->maximumWidth(), px(60));
-    shown.bar.setFooterInfos({});
-
-    QTest::mouseClick(shown.button("refresh"), Qt::LeftButton);
-    QCOMPARE(refreshs.size(), 1);
-    QCOMPARE(changes.size(), 0);
-
-    // What comes first while the refresh button is hidden ends the bar.
-    shown.bar.setRefreshButtonHidden(true);
-    shown.bar.setFooterInfos({ { "a", 0 }, { "b", 0 } });
-    shown.bar.setRefreshButtonHidden(false);
-    QStringList sheets;
-    for (const QLabel* label : shown.bar.findChildren<QLabel*>().mid(3)) {
-        sheets << label->styleSheet();
-        QVERIFY(label->alignment() == (Qt::AlignRight | Qt::AlignVCenter));
     }
-    const QString inside = getStyleSheet("component.paging_bar_label");
-    QCOMPARE(sheets, QStringList({ inside, getStyleSheet("component.paging_bar_rightmost_label"), inside }));
-}
+
+    // From left to right, with these widths between them; both -1 are what is left over, in equal parts.
+    void layout()
+    {
+        Bar shown(10, 100, 5);
+        shown.bar.setFooterInfos({ { "a", 30 }, { "b", 40 } });
+        QTRY_COMPARE(shown.footer(), QStringList({ "b", "a" }));
+        QStringList names;
+        QList<int> gaps;
+        int end = 0;
+        for (QWidget* part : shown.parts()) {
+            names << QAccessible::queryAccessibleInterface(part)->text(QAccessible::Name);
+            gaps << part->x() - end;
+            end = part->geometry().right() + 1;
+        }
+        QCOMPARE(names.join(' '),
+            QString("first_page prev_5_pages 3 4 5 6 7 next_5_pages last_page b a pagebar_refresh"));
+        QCOMPARE(end, px(800));
+        QVERIFY(gaps[2] > px(50) && qAbs(gaps[2] - gaps[7]) <= 1);
+        gaps[2] = gaps[7] = -1;
+        QCOMPARE(gaps, QList<int>({ px(50), 0, -1, px(4), px(4), px(4), px(4), -1, 0, px(50), 0, 0 }));
+        QCOMPARE(shown.parts<VantButton>()[4]->size(), QSize(px(28), px(27)));
+        QCOMPARE(shown.parts<QLabel>()[0]->size(), QSize(px(40), px(19)));
+        QCOMPARE(shown.button("pagebar_refresh")->y(), displayscale::dpi() == 96 ? 3 : 4);
+
+        Bar narrow(1, 99999, 12345);
+        narrow.bar.resize(1, px(29));
+        for (VantButton* page : narrow.parts<VantButton>()) {
+            QVERIFY(page->width() >= page->sizeHint().width());
+        }
+    }
+
+    void buttons()
+    {
+        const std::tuple<int, int, int, QString> rows[] { { 10, 0, 1, "- - 1 - - |" },
+            { 10, 70, 1, "- - 1 2 3 | next last" }, { 10, 70, 4, "2 3 4 5 6 | first prev next last" },
+            { 10, 70, 7, "5 6 7 - - | first prev" }, { 10, 70, 0, "- - - 1 2 | first prev next last" },
+            { 1, most, least, "- - - - - | first prev next last" } };
+        for (const auto& [rowLimit, items, page, buttons] : rows) {
+            const Bar shown(rowLimit, items, page);
+            QCOMPARE(shown.buttons(), buttons);
+            QCOMPARE(shown.model.nowPage(), page);
+        }
+        Bar shown(10, 70, 7);
+        shown.bar.setItemCount(30);
+        QCOMPARE(shown.buttons(), QString("- - - - - | first prev"));
+
+        const VantPagingBar another(&shown.model); // which begins anew
+        QCOMPARE(shown.model.nowPage() + shown.model.itemCount(), 1);
+    }
+
+    void actions()
+    {
+        using Pages = QList<int>;
+        const std::tuple<int, int, QString, Pages> rows[] { { 7, 4, "0", { 2 } },
+            { 7, 4, "next_5_pages", { 7 } }, { 17, -20, "next_5_pages", { -15 } },
+            { most, most - 2, "next_5_pages", { most } }, { 17, 11, "prev_5_pages", { 6 } },
+            { 7, least, "prev_5_pages", { 1 } }, { 3, 7, "first_page", { 1 } },
+            { most, 1, "last_page", { most } }, { 7, 5, "", { 1 } }, { 7, 5, "pagebar_refresh", { -5 } } };
+        for (const auto& [items, page, action, pages] : rows) {
+            Bar shown(1, items, page);
+            Pages seen; // by slots of the signals
+            connect(&shown.bar, &VantPagingBar::sigPageChanged, [&] { seen << shown.model.nowPage(); });
+            connect(&shown.bar, &VantPagingBar::sigRefresh, [&] { seen << -shown.model.nowPage(); });
+            if (action.isEmpty()) {
+                shown.bar.reset();
+            } else if (action == "0") {
+                QAccessible::queryAccessibleInterface(shown.parts<VantButton>()[0])
+                    ->actionInterface()
+                    ->doAction("Press");
+            } else {
+                QTest::mouseClick(shown.button(action), Qt::LeftButton);
+            }
+            QCOMPARE(seen, pages);
+        }
+    }
+
+    void footer()
+    {
+        Bar shown(10, 70);
+        shown.bar.setFooterInfos({ { "one", 100 }, { "two", 0 }, { "three", 50 } });
+        QTRY_COMPARE(shown.footer(), QStringList({ "three", "two", "one" }));
+
+        // The one that stays keeps its width; the others are hidden, and are not used again.
+        const QList<QLabel*> first { shown.parts<QLabel>()[2] };
+        shown.bar.setFooterText("1");
+        QCOMPARE(shown.parts<QLabel>(), first);
+        QCOMPARE(first[0]->width(), px(100));
+        shown.bar.setFooterInfos({ { "un", 60 }, { "deux", 70 } });
+        QTRY_COMPARE(shown.footer(), QStringList({ "deux", "un" }));
+        QCOMPARE(first[0]->width(), px(60));
+        shown.bar.setFooterInfos({});
+
+        // What comes first while the refresh button is hidden ends the bar.
+        shown.bar.setRefreshButtonHidden(true);
+        shown.bar.setFooterInfos({ { "a", 0 }, { "b", 0 } });
+        shown.bar.setRefreshButtonHidden(false);
+        QStringList sheets;
+        for (const QLabel* label : shown.bar.findChildren<QLabel*>().mid(3)) {
+            sheets << label->styleSheet();
+            QCOMPARE(label->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+        }
+        const QString inside = getStyleSheet("component.paging_bar_label");
+        QCOMPARE(
+            sheets, QStringList({ inside, getStyleSheet("component.paging_bar_rightmost_label"), inside }));
+    }
+};
 
 QTEST_MAIN(PagingTest)
 

@@ -1,368 +1,257 @@
-#include "support/display-scale.h"
-#include "support/guarded-test.h"
 #include "support/pointer.h"
-#include "support/theme-folder.h"
-
-#include <vantkit-qt/vantkit.h>
-
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QScrollBar>
-#include <QValidator>
-#include <QtTest>
-
-#include <utility>
-
-class TreeTest : public GuardedTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void grounds();
-    void hoverFollowsPointer();
-    void goesFromUnderPointer();
-    void scrollsSideways();
-    void focus();
-    void keysAndClicks();
-    void renaming();
-    void goesWithEscape();
-    void comparison();
-};
+#include "views/view-test.h"
 
 namespace {
 
 const QColor selectedGround(0, 200, 0);
 const QColor hoverGround(0, 0, 200);
-const QColor white(Qt::white);
 
-/** A shown tree with the kit's delegate that is white where no row has a ground. */
+/** A shown tree with the focus that is white where no row has a ground. */
 struct Tree : VantTreeWidget
 {
-    explicit Tree(int frame = 1)
+    explicit Tree(int rows = 0, QWidget* parent = nullptr)
+        : VantTreeWidget(parent)
     {
-        setStyleSheet(QStringLiteral("QTreeView { border: %1px solid gray; background: white; color: black;"
-                                     " selection-background-color: transparent; outline: none }"
-                                     "QTreeView:disabled { color: red; selection-color: red }")
-                          .arg(frame));
+        setStyleSheet("QTreeView { border: 1px solid gray; background: white; color: black; outline: none;"
+                      " selection-background-color: transparent } QTreeView:disabled { color: white }");
         setBackgroundColor(selectedGround, hoverGround);
         setHeaderHidden(true);
         setItemDelegate(&delegate);
         resize(300, 400);
-    }
-
-    QTreeWidgetItem* add(const QString& text, QTreeWidgetItem* parent = nullptr)
-    {
-        auto* item = new QTreeWidgetItem({ text });
-        parent ? parent->addChild(item) : addTopLevelItem(item);
-        return item;
-    }
-
-    /** In the tree as it is shown, with the focus. */
-    QTreeWidgetItem* addEditable(const QString& text)
-    {
-        QTreeWidgetItem* item = add(text);
-        item->setFlags(item->flags() | Qt::ItemIsEditable);
-        showActive();
-        setCurrentItem(item);
-        return item;
+        addRows(rows);
+        window()->show();
+        QVERIFY(QTest::qWaitForWindowActive(window()));
+        setFocus();
+        clearSelection();
     }
 
     void addRows(int count)
     {
         for (int row = 0; row < count; ++row) {
-            add(QStringLiteral("Row %1").arg(row));
+            addTopLevelItem(new QTreeWidgetItem({ QString("Row %1").arg(row) }));
         }
     }
 
-    void showActive()
+    /** The field in which the first row is renamed. */
+    QLineEdit* rename(const QString& name)
     {
-        show();
-        activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(this));
+        QTreeWidgetItem* item = topLevelItem(0);
+        item->setText(0, name);
+        item->setFlags(item->flags() | Qt::ItemIsEditable);
+        editItem(item);
+        return viewport()->findChild<QLineEdit*>();
     }
 
     ItemDelegate delegate;
 };
 
-/** A picture of @p widget with its colours as they are on the screen, by the pixels of Qt. */
-QImage picture(const QPixmap& pixmap, const QWidget* widget)
-{
-    return pixmap.toImage().scaled(widget->size());
-}
-
-bool hasRedText(const Tree& tree, const QTreeWidgetItem* item)
-{
-    const QImage image = picture(tree.viewport()->grab(), tree.viewport()).copy(tree.visualItemRect(item));
-    for (int place = 0; place < image.width() * image.height(); ++place) {
-        const QColor color = image.pixelColor(place % image.width(), place / image.width());
-        if (color.red() > 150 && color.green() < 100) {
-            return true;
-        }
-    }
-    return false;
-}
-
 } // namespace
 
-void TreeTest::initTestCase()
+class TreeTest : public ViewTest
 {
-    const ThemeFolder theme;
-    theme.initializeImages(ImageManager::LazyLoad);
-    StyleManager::getInstance().initialize(
-        { theme.write(QStringLiteral("kit.style"), "==component.tree_item==\nQLineEdit { margin: 3px }") });
-}
+    Q_OBJECT
 
-void TreeTest::grounds()
-{
-    pointer::moveAway();
-    Tree tree;
-    tree.setRootIsDecorated(false);
-    tree.addRows(3);
-    QTreeWidgetItem* item = tree.topLevelItem(1);
-    item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
-    tree.showActive();
-    tree.clearSelection();
-    const QRect row = tree.visualItemRect(item);
-    const int right = tree.viewport()->width() - displayscale::pick(3, 4, 5, 6);
-    const auto colorAt = [&](int x, int y) {
-        return picture(tree.viewport()->grab(), tree.viewport()).pixelColor(x, row.top() + y);
-    };
-    QCOMPARE(row.height(), displayscale::pick(28, 35, 42, 56));
-    QCOMPARE(colorAt(right - 3, 4), white);
-    QTest::mouseMove(tree.viewport(), row.center());
-    QCOMPARE(colorAt(right - 3, 4), hoverGround);
-    item->setSelected(true);
-    QCOMPARE(colorAt(right - 3, 4), selectedGround);
-    QCOMPARE(colorAt(right + 1, 4), white);
-    QVERIFY(colorAt(1, 0).lightness() > 200); // the corner is round and the edge white
-    QVERIFY(hasRedText(tree, item));
-    QVERIFY(!hasRedText(tree, tree.topLevelItem(2)));
+private Q_SLOTS:
 
-    tree.setBackgroundColor({}, {});
-    QCOMPARE(colorAt(right - 3, 4), QColor(Qt::black));
-    item->setSelected(false);
-    QCOMPARE(colorAt(right - 3, 4), QColor(Qt::black));
-}
+    void grounds()
+    {
+        pointer::moveAway();
+        Tree tree(3);
+        tree.setRootIsDecorated(false);
+        QTreeWidgetItem* item = tree.topLevelItem(1);
+        item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
+        const QRect row = tree.visualItemRect(item);
+        const int right = tree.viewport()->width() - displayscale::pick(3, 4, 5, 6);
+        const auto picture = [&](int down = 0) {
+            return tree.viewport()->grab(row.translated(0, down)).toImage();
+        };
+        const auto groundBefore = [&](int x) { return picture().pixelColor(x, 4); };
+        QCOMPARE(row.height(), px(28));
+        QCOMPARE(picture(), picture(50 + px(28))); // in the disabled look, in white, as where there is no row
+        QVERIFY(picture() != picture(px(28)));
+        QTest::mouseMove(tree.viewport(), row.center());
+        QCOMPARE(groundBefore(right - 3), hoverGround);
+        item->setSelected(true);
+        QCOMPARE(groundBefore(right - 3), selectedGround);
+        QCOMPARE(groundBefore(right + 1), QColor(Qt::white));
+        QVERIFY(picture().pixelColor(1, 0).lightness() > 200); // the corner is round and the edge white
+    }
 
-// What is on the screen, not what a repaint of everything would show.
-void TreeTest::hoverFollowsPointer()
-{
-    for (const bool header : { false, true }) {
-        Tree tree(header ? 1 : 0);
-        tree.setHeaderHidden(!header);
-        tree.addRows(100);
-        tree.showActive();
-        tree.clearSelection();
-        QWidget* viewport = tree.viewport();
+    // What is on the screen, not what a repaint of everything would show.
+    void hoverFollowsPointer()
+    {
+        QWidget window;
+        window.resize(400, 500);
+        auto* tree = new Tree(100, &window);
+        tree->setHeaderHidden(false);
+        QWidget* viewport = tree->viewport();
         const auto hovered = [&] {
-            const QImage image = picture(tree.screen()->grabWindow(tree.winId()), &tree);
+            const QImage image = window.screen()->grabWindow(window.winId()).toImage();
             QStringList rows;
-            for (int y = 6; y < viewport->height(); y += displayscale::pick(28, 35, 42, 56)) {
-                if (image.pixelColor(viewport->mapTo(&tree, QPoint(200, y))) == hoverGround) {
-                    rows << tree.itemAt(0, y)->text(0);
-                }
+            for (int y = 6; y < viewport->height(); y += px(28)) {
+                const bool isGround =
+                    image.pixelColor(viewport->mapTo(&window, QPoint(200, y))) == hoverGround;
+                rows << (isGround ? QStringList(tree->itemAt(0, y)->text(0)) : QStringList());
             }
-            return rows.join(QLatin1Char(','));
+            return rows.join(',');
         };
         // The tree's own coordinates count, with the rows one pixel lower.
-        const auto expected = [&](int y) { return tree.itemAt(0, y + viewport->y() - 1)->text(0); };
-        for (int step = 0; step < 120; ++step) {
-            const int y = step < 60 ? 20 + step : 140 - step;
+        const auto expected = [&](int y) { return tree->itemAt(0, y + viewport->y() - 1)->text(0); };
+        for (int step = 0; step < 80; ++step) {
+            const int y = 20 + qAbs(40 - step);
             QCursor::setPos(viewport->mapToGlobal({ 100, y }));
             QTRY_COMPARE(hovered(), expected(y));
         }
-        tree.verticalScrollBar()->setValue(7);
-        QTRY_COMPARE(hovered(), expected(21));
+        tree->verticalScrollBar()->setValue(7);
+        QTRY_COMPARE(hovered(), expected(59));
         pointer::moveAway();
         QTRY_COMPARE(hovered(), QString());
-    }
-}
 
-/** While its window stays. */
-void TreeTest::goesFromUnderPointer()
-{
-    QWidget window;
-    auto* tree = new VantTreeWidget(&window);
-    tree->addTopLevelItem(new QTreeWidgetItem({ QStringLiteral("Row") }));
-    tree->resize(300, 200);
-    window.resize(400, 300);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    for (int y : { 10, 12, 14 }) {
-        QTest::mouseMove(tree->viewport(), { 20, y });
-        QCoreApplication::processEvents();
-    }
-    QTRY_VERIFY(tree->viewport()->underMouse());
-    delete tree;
-    pointer::moveAway();
-}
-
-void TreeTest::scrollsSideways()
-{
-    const auto scrolled = [](int left, int width, int before) {
-        Tree tree;
-        tree.setIndentation(left + before);
-        QTreeWidgetItem* parent = tree.add(QStringLiteral("Folder"));
-        QTreeWidgetItem* item = tree.add(QStringLiteral("Deep"), parent);
-        tree.setRootIsDecorated(false);
-        parent->setExpanded(true);
-        tree.header()->setStretchLastSection(false);
-        tree.setColumnWidth(0, 2000);
-        tree.resize(width + 2, 200);
-        tree.show();
-        tree.horizontalScrollBar()->setValue(before);
-        tree.updateScrollArea(item);
-        tree.updateScrollArea(nullptr);
-        return tree.horizontalScrollBar()->value();
-    };
-    const int room = displayscale::pick(100, 125, 150, 200);
-    QCOMPARE(scrolled(300 - room, 300, 20), 20);
-    QCOMPARE(scrolled(301 - room, 300, 60), 60 + 301 - room - 150);
-    QCOMPARE(scrolled(250, 301, 40), 40 + 250 - 150);
-    QCOMPARE(scrolled(-20, 300, 400), 400 - 20 - 150);
-}
-
-void TreeTest::focus()
-{
-    Tree tree;
-    QStringList changes;
-    connect(&tree, &QTreeWidget::currentItemChanged, &tree,
-        [&](const QTreeWidgetItem* item) { changes << (item ? item->text(0) : QStringLiteral("none")); });
-    const auto focusAgain = [&] {
-        changes.clear();
-        tree.clearFocus();
-        tree.setFocus();
-        return changes.join(QLatin1Char(','));
-    };
-    tree.showActive();
-    QCOMPARE(focusAgain(), QString());
-    tree.addRows(50);
-    tree.scrollToItem(tree.topLevelItem(10), QTreeWidget::PositionAtTop);
-    QCOMPARE(focusAgain(), QStringLiteral("Row 10"));
-    tree.setCurrentItem(tree.topLevelItem(12));
-    QCOMPARE(focusAgain(), QStringLiteral("none,Row 12"));
-    QVERIFY(tree.currentItem()->isSelected());
-
-    // Scrolled both ways it goes over the row before; a press meets the row that is seen all the same.
-    tree.header()->setStretchLastSection(false);
-    tree.setColumnWidth(0, 1000);
-    const auto scroll = [&] {
-        tree.setCurrentItem(tree.topLevelItem(0));
-        tree.scrollToItem(tree.topLevelItem(30), QTreeWidget::PositionAtTop);
-        tree.horizontalScrollBar()->setValue(50);
-    };
-    scroll();
-    QCOMPARE(focusAgain(), QStringLiteral("Row 29,Row 0"));
-    QCOMPARE(tree.itemAt(0, 0)->text(0), QStringLiteral("Row 0"));
-    scroll();
-    tree.clearFocus();
-    QTest::mouseClick(tree.windowHandle(), Qt::LeftButton, {}, { 50, 50 });
-    QTreeWidgetItem* doomed = tree.currentItem();
-    QCOMPARE(doomed->text(0), QStringLiteral("Row 31"));
-
-    // Whoever hears of the change may delete what was current.
-    connect(&tree, &QTreeWidget::currentItemChanged, &tree, [&](QTreeWidgetItem*, QTreeWidgetItem* previous) {
-        delete (previous == doomed ? std::exchange(doomed, nullptr) : nullptr);
-    });
-    focusAgain();
-    QCOMPARE(tree.topLevelItemCount(), 49);
-}
-
-void TreeTest::keysAndClicks()
-{
-    QVERIFY(g_check_rect.isNull());
-    Tree tree;
-    tree.addRows(5);
-    QTreeWidgetItem* item = tree.add(QStringLiteral("Checked"), tree.topLevelItem(4));
-    item->setCheckState(0, Qt::Unchecked);
-    tree.expandAll();
-    tree.showActive();
-    QStringList seen;
-    // What the tree does comes after the signal.
-    const auto note = [&](const QString& what) { seen << what + tree.currentItem()->text(0); };
-    connect(&tree, &VantTreeWidget::sigKeyPressEvent, &tree,
-        [&](QKeyEvent* event) { note(QString::number(event->key(), 16) + QStringLiteral(" at ")); });
-    connect(&tree, &VantTreeWidget::sigMouseRightClickEvent, &tree, [&](QMouseEvent* event) {
-        note(QStringLiteral("click on %1 at ").arg(tree.itemAt(event->pos())->text(0)));
-    });
-    QTest::keyClick(&tree, Qt::Key_Down);
-    for (const Qt::MouseButton button : { Qt::LeftButton, Qt::RightButton }) {
-        const QRect row = tree.visualItemRect(tree.topLevelItem(button == Qt::LeftButton ? 4 : 3));
-        QTest::mouseClick(tree.viewport(), button, {}, row.center());
-    }
-    QCOMPARE(seen, QStringList({ "1000015 at Row 0", "click on Row 3 at Row 4" }));
-
-    tree.grab();
-    QVERIFY(tree.visualItemRect(item).contains(g_check_rect));
-    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, g_check_rect.center());
-    QCOMPARE(item->checkState(0), Qt::Checked);
-}
-
-void TreeTest::renaming()
-{
-    const QVector<QStringList> rows { { "old", ".a.b", "a.b" },
-        { "old", "\\a/b:c*d?e\"f<g>h|i", "abcdefghi" }, { "old", "new", "old" },
-        { ".git", "", ".git" } }; // the last breaks the rule itself
-    for (const QStringList& row : rows) {
-        const QString& name = row[0];
-        const QString& result = row[2];
-        Tree tree;
-        QTreeWidgetItem* item = tree.addEditable(name);
-        int escapes = 0;
-        connect(&tree.delegate, &ItemDelegate::sigKeyPressed, &tree, [&] { ++escapes; });
-        tree.editItem(item);
-        const QPointer<QLineEdit> editor = tree.viewport()->findChild<QLineEdit*>();
-        QCOMPARE(editor->text(), name);
-        QCOMPARE(editor->styleSheet(), getStyleSheet("component.tree_item", false));
-        // Filled again, it keeps its one validator; no editor of this kind gets one.
-        for (QWidget* filled : QWidgetList { editor, &tree }) {
-            tree.delegate.setEditorData(filled, tree.model()->index(0, 0));
-        }
-        editor->selectAll();
-        QCOMPARE(editor->findChildren<QValidator*>().size(), 1);
-        QTest::keyClicks(editor, row[1]);
-        QTest::keyClick(editor, result == name ? Qt::Key_Escape : Qt::Key_Return);
-        QTRY_VERIFY(!editor);
-        QCOMPARE(item->text(0), result);
-        QCOMPARE(escapes, result == name ? 1 : 0);
-        QCOMPARE(tree.currentItem(), item);
-    }
-}
-
-void TreeTest::goesWithEscape()
-{
-    for (const bool alone : { true, false }) {
-        const QPointer<Tree> tree(new Tree);
-        tree->editItem(tree->addEditable(QStringLiteral("old")));
-        const QPointer<QWidget> editor(tree->viewport()->findChild<QLineEdit*>());
-        connect(&tree->delegate, &ItemDelegate::sigKeyPressed, this,
-            [&] { delete (alone ? editor.data() : tree.data()); });
-        QTest::keyClick(editor, Qt::Key_Escape);
-        QVERIFY(!editor);
+        // Gone from under the pointer, while its window stays.
+        QCursor::setPos(viewport->mapToGlobal({ 100, 20 }));
+        QTRY_VERIFY(viewport->underMouse());
         delete tree;
+        pointer::moveAway();
     }
-}
 
-void TreeTest::comparison()
-{
-    FileSystemTreeWidgetItem home;
-    FileSystemTreeWidgetItem folder;
-    const QTreeWidgetItem plain({ QStringLiteral("c") });
-    home.itemKey = QStringLiteral("home");
-    home.setText(0, QStringLiteral("b"));
-    folder.itemKey = QStringLiteral("Home");
-    folder.setText(0, QStringLiteral("a"));
+    void scrollsSideways()
+    {
+        const int room = px(100);
+        // Where the item begins, the width of the viewport, and the scroll bar before and after.
+        const int rows[][4] { { 0, 300, 20, 20 }, { 300 - room, 300, 20, 20 },
+            { 301 - room, 300, 60, 60 + 301 - room - 150 }, { 250, 301, 40, 40 + 250 - 150 },
+            { -20, 300, 400, 400 - 20 - 150 } };
+        for (const auto& [left, width, before, after] : rows) {
+            Tree tree(1);
+            tree.setIndentation(left + before);
+            tree.setRootIsDecorated(false);
+            auto* item = new QTreeWidgetItem(tree.topLevelItem(0), { "Deep" });
+            tree.expandAll();
+            tree.header()->setStretchLastSection(false);
+            tree.setColumnWidth(0, 2000);
+            tree.resize(width + 2, 200);
+            tree.horizontalScrollBar()->setValue(before);
+            tree.updateScrollArea(item);
+            tree.updateScrollArea(nullptr);
+            QCOMPARE(tree.horizontalScrollBar()->value(), after);
+        }
+    }
+
+    void focus()
+    {
+        Tree tree;
+        QStringList changes;
+        connect(&tree, &QTreeWidget::currentItemChanged,
+            [&](const QTreeWidgetItem* item) { changes << (item ? item->text(0) : "none"); });
+        const auto focusAgain = [&](Qt::FocusReason reason = Qt::TabFocusReason) {
+            changes.clear();
+            tree.clearFocus();
+            tree.setFocus(reason);
+            return changes.join(',');
+        };
+        QCOMPARE(focusAgain(), QString());
+        tree.addRows(50);
+        tree.scrollToItem(tree.topLevelItem(10), QTreeWidget::PositionAtTop);
+        QCOMPARE(focusAgain(), QString("Row 10"));
+        // Scrolled both ways it goes over the row before, and to the row only if no press may follow.
+        tree.header()->setStretchLastSection(false);
+        tree.setColumnWidth(0, 1000);
+        for (const auto reason :
+            { Qt::MouseFocusReason, Qt::ActiveWindowFocusReason, Qt::PopupFocusReason, Qt::TabFocusReason }) {
+            tree.setCurrentItem(tree.topLevelItem(0));
+            tree.scrollToItem(tree.topLevelItem(30), QTreeWidget::PositionAtTop);
+            tree.horizontalScrollBar()->setValue(50);
+            QCOMPARE(focusAgain(reason), QString("Row 29,Row 0"));
+            QCOMPARE(tree.itemAt(0, 0)->text(0), QString(reason == Qt::TabFocusReason ? "Row 0" : "Row 30"));
+        }
+
+        // Whoever hears of the change may delete what was current.
+        QTreeWidgetItem* doomed = tree.currentItem();
+        connect(&tree, &QTreeWidget::currentItemChanged, [&](QTreeWidgetItem*, QTreeWidgetItem* previous) {
+            delete (previous == doomed ? std::exchange(doomed, nullptr) : nullptr);
+        });
+        focusAgain();
+        QCOMPARE(tree.topLevelItemCount(), 49);
+    }
+
+    // What the tree does comes after the signal.
+    void keysAndClicks()
+    {
+        QVERIFY(g_check_rect.isNull());
+        Tree tree(5);
+        auto* item = new QTreeWidgetItem(tree.topLevelItem(4), { "Checked" });
+        item->setCheckState(0, Qt::Unchecked);
+        tree.expandAll();
+        QStringList seen;
+        const auto note = [&](const QString& what) { seen << what + tree.currentItem()->text(0); };
+        connect(&tree, &VantTreeWidget::sigKeyPressEvent, [&](QKeyEvent* event) { note(event->text()); });
+        connect(&tree, &VantTreeWidget::sigMouseRightClickEvent,
+            [&](QMouseEvent* event) { note(tree.itemAt(event->pos())->text(0) + " after "); });
+        const auto click = [&](Qt::MouseButton button, QTreeWidgetItem* clicked) {
+            QTest::mouseClick(tree.viewport(), button, {}, tree.visualItemRect(clicked).center());
+        };
+        QTest::keyClick(&tree, Qt::Key_Down);
+        click(Qt::LeftButton, tree.topLevelItem(4));
+        click(Qt::RightButton, tree.topLevelItem(3));
+        QTest::keyClick(&tree, '7');
+        QCOMPARE(seen, QStringList({ "Row 0", "Row 3 after Row 4", "7Row 3" }));
+
+        tree.grab();
+        QVERIFY(tree.visualItemRect(item).contains(g_check_rect));
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, g_check_rect.center());
+        QCOMPARE(item->checkState(0), Qt::Checked);
+    }
+
+    void renaming()
+    {
+        const std::tuple<QString, QString, QString> rows[] { { "old", ".=a.b=", "=a.b=" },
+            { "old", "\\a/b:c*d?e\"f<g>h|i", "abcdefghi" }, { "old", "new", "old" },
+            { ".git", "", ".git" } }; // the last breaks the rule itself
+        for (const auto& [name, typed, result] : rows) {
+            Tree tree(1);
+            const QPointer<QLineEdit> editor = tree.rename(name);
+            int escapes = 0;
+            connect(&tree.delegate, &ItemDelegate::sigKeyPressed, [&] { ++escapes; });
+            QCOMPARE(editor->selectedText(), name);
+            QCOMPARE(editor->styleSheet(), getStyleSheet("component.tree_item"));
+            // Filled again, it keeps its one validator; no editor of this kind gets one.
+            for (QWidget* filled : QWidgetList { editor, &tree }) {
+                tree.delegate.setEditorData(filled, tree.model()->index(0, 0));
+            }
+            QCOMPARE(editor->findChildren<QValidator*>().size(), 1);
+            editor->selectAll();
+            QTest::keyClicks(editor, typed);
+            QTest::keyClick(editor, result == name ? Qt::Key_Escape : Qt::Key_Return);
+            QTRY_VERIFY(!editor);
+            QCOMPARE(tree.currentItem()->text(0), result);
+            QCOMPARE(escapes, result == name ? 1 : 0);
+        }
+        for (const bool alone : { true, false }) { // a slot may delete the editor, or the tree
+            auto* tree = new Tree(1);
+            const QPointer<QWidget> editor(tree->rename("old"));
+            connect(&tree->delegate, &ItemDelegate::sigKeyPressed, this,
+                [&] { delete (alone ? editor.data() : std::exchange(tree, nullptr)); });
+            QTest::keyClick(editor, Qt::Key_Escape);
+            QVERIFY(!editor);
+            delete tree;
+        }
+    }
+
     // Nothing stands before home, which itself goes by its text, as all others do.
-    QVERIFY(!(folder < home));
-    QVERIFY(!(home < folder));
-    QVERIFY(folder < plain);
-    folder.setText(0, QStringLiteral("z"));
-    QVERIFY(home < folder);
-    QVERIFY(!(folder < plain));
-    folder.itemKey = home.itemKey;
-    QVERIFY(!(home < folder));
-}
+    void comparison()
+    {
+        FileSystemTreeWidgetItem home;
+        FileSystemTreeWidgetItem folder;
+        const QTreeWidgetItem plain({ "c" });
+        home.itemKey = "home";
+        home.setText(0, "b");
+        folder.itemKey = "Home";
+        folder.setText(0, "a");
+        QVERIFY(!(folder < home) && !(home < folder) && folder < plain);
+        folder.setText(0, "z");
+        QVERIFY(home < folder && !(folder < plain));
+    }
+};
 
 QTEST_MAIN(TreeTest)
 
