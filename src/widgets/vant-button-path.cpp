@@ -134,7 +134,6 @@ void VantButtonPath::removeRow(const QWidget* spared)
         }
     }
     clear(); // which hides what is left, and deletes it later
-    setColumnCount(0);
 }
 
 // A mapper that learns that an object goes looks through all that it knows, and drops a mapping that the

@@ -138,13 +138,9 @@ private Q_SLOTS:
                 QEventLoop loop;
                 QTimer::singleShot(20, &loop, &QEventLoop::quit);
                 QTimer::singleShot(0, &loop, [&] {
-                    if (told.size() == 1) {
-                        window.button(0)->click();
-                    } else if (deletesBar) {
-                        delete window.bar;
-                    } else {
-                        window.bar->refresh(path);
-                    }
+                    told.size() == 1 ? window.button(0)->click()
+                        : deletesBar ? delete window.bar
+                                     : window.bar->refresh(path);
                 });
                 loop.exec();
                 QCOMPARE(relays.count(nullptr), 0);
@@ -238,30 +234,20 @@ private Q_SLOTS:
         for (const int column : { 0, 2 }) {
             window.before->setFocus();
             QTest::keyClick(window.before, Qt::Key_X);
-            if (column == 0) {
-                QTest::keyClick(window.before, Qt::Key_Tab);
-            } else {
-                pointer::press(window.button(column));
-                pointer::release(window.button(column));
-            }
+            column == 0 ? QTest::keyClick(window.before, Qt::Key_Tab) : pointer::press(window.button(column));
+            pointer::release(window.button(column));
             QCOMPARE(window.bar->columnCount(), 3);
             QCOMPARE(window.focusWidget(), window.button(column));
         }
         QCOMPARE(spy.count(), 0); // what was clicked is gone
     }
 
-    void tableEmptiedByHand()
+    void changesFromOutside()
     {
         const Window window(150, threeNames);
+        const QPointer<QMenu> menu = window.folders->menu();
         window.bar->clear();
         window.bar->updateColumnSize();
-        window.bar->refresh(threeNames);
-        QCOMPARE(window.button(4)->text(), QString("third folder"));
-    }
-
-    void changesUnderOpenMenu()
-    {
-        const Window window(150, threeNames);
         for (const bool deletesBar : { false, true }) {
             window.bar->refresh(threeNames);
             QTimer::singleShot(0, this, [&] {
@@ -271,7 +257,7 @@ private Q_SLOTS:
             });
             QTest::keyClick(window.folders, Qt::Key_Space);
         }
-        QVERIFY(!window.bar);
+        QVERIFY(!window.bar && !menu);
     }
 };
 

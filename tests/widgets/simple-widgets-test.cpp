@@ -94,10 +94,9 @@ private Q_SLOTS:
     {
         VantFootbar bar;
         const QWidgetList widgets { new QWidget, new QWidget, new QWidget, new QWidget };
-        bar.pushRightWidget(widgets[0]);
-        bar.pushLeftWidget(widgets[1]);
-        bar.pushRightWidget(widgets[2]);
-        bar.pushLeftWidget(widgets[3]);
+        for (int i = 0; i < 4; ++i) {
+            i % 2 == 0 ? bar.pushRightWidget(widgets[i]) : bar.pushLeftWidget(widgets[i]);
+        }
         bar.init();
         bar.init();
         QCOMPARE(bar.layout()->count(), 5); // with the stretch
