@@ -58,8 +58,11 @@ private Q_SLOTS:
     void kindsOfFiles()
     {
         FileTypeMap& map = FileTypeMap::getInstance();
-        const char* const rows[] = { "mat acc", "ac3 video", "html htm", "xlam xls", "rar zip",
-            "dvr-ms video", "Jpg image", ".jpg xxx", "mp xxx", " xxx" };
+        // Of each kind the last extension, and what could have gone elsewhere.
+        const char* const rows[] = { "maf acc", "ai ai", "wma audio", "bkpi bkpi", "rtf doc", "exe exe",
+            "fla fla", "html htm", "idn idn", "gif image", "daa iso", "cxx code", "pdf pdf", "ppsx ppt",
+            "psd psd", "f4v swf", "otf ttf", "txt txt", "webm video", "xlam xls", "rar zip", "ac3 video",
+            "Jpg image", ".jpg xxx", "mp xxx", " xxx" };
         for (const QString row : rows) {
             const QString extension = row.section(' ', 0, 0);
             QCOMPARE(map.getFiletypeMapping(extension, false), row.section(' ', 1) + ".png");
