@@ -51,7 +51,6 @@ void BrowserWindow::query()
 
 void BrowserWindow::reload()
 {
-    queryTimer->stop();
     query();
 }
 

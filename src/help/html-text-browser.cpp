@@ -68,7 +68,6 @@ void HtmlTextBrowser::setText(const QString& text)
 {
     pageBase.clear();
     fileNames.clear();
-    arrived.clear();
     std::optional<Span> base;
     if (Qt::mightBeRichText(text)) {
         base = findValue(text, QLatin1String("<base href=\""), 0);

@@ -93,5 +93,6 @@ private:
     // Of the page that is shown:
     QString pageBase; ///< empty if it has none
     QHash<QString, QString> fileNames; ///< by URL, what its images are saved as
-    QSet<QString> arrived; ///< names of image files that it may not show yet
+
+    QSet<QString> arrived; ///< names of image files that may not show yet
 };

@@ -16,7 +16,6 @@ void writeFile(const QString& path, const QByteArray& content)
     QFile file(path);
     if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
         file.write(content);
-        file.close();
     }
 }
 
