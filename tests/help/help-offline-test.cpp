@@ -1,11 +1,9 @@
-#include "area-of.h"
-#include "knowledge-base.h"
 #include "support/display-scale.h"
 #include "support/guarded-test.h"
 #include "theme/default-theme.h"
+#include "windows.h"
 
-#include <vantkit-qt/help/help-window.h>
-#include <vantkit-qt/help/html-text-browser.h>
+#include <vantkit-qt/help/image-downloader.h>
 
 #include <QDesktopServices>
 #include <QDir>
@@ -13,240 +11,369 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 
-// Pages on disk, while no request leads anywhere.
+// Pages on disk, while no request leads anywhere, and images from files and from data URLs, which always
+// answer.
 class HelpOfflineTest : public GuardedTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void page_data();
+    void init();
     void page();
-    void imageOfPage_data();
-    void imageOfPage();
-    void link_data();
-    void link();
-    void linkToPart();
-    void pageWithBase();
+    void sizes();
+    void drawing();
+    void resources();
+    void links();
+    void parts();
+    void downloads();
+    void fetchedImage();
+    void readerIsLeftWhereHeIs();
+    void otherPages();
+    void pageOfSource();
+    void downloader();
 
-    void open(const QUrl& url) { lastOpened = url.toString(); }
-
-    void cleanupTestCase() { QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy); }
+    void open(const QUrl& url) { opened = url.toString(); }
 
 private:
+    QString path(const QString& name) const { return folder.filePath(name); }
+
+    QString base() const { return QUrl::fromLocalFile(path("image/")).toString(); }
+
+    QString imageFolder() const { return path("temp/corvanta_help/image"); }
+
     void write(const QString& name, const QByteArray& content) const;
-    HelpContext context(const QString& lang, const QString& link) const;
+    void writeImage(const QString& name, const QColor& color, const QSize& size = QSize(60, 40)) const;
 
     QTemporaryDir folder;
-    QString lastOpened;
+    QString opened;
 };
 
 namespace {
 
-class Window : public HelpWindow
+const QSize usual = QSize(60, 40) * displayscale::dpi() / 96; // of an image
+
+QString pageAt(const QString& base, const QString& body)
 {
-public:
-    using HelpWindow::HelpWindow;
+    return "<html><head><base href=\"" + base + "\"></head><body>" + body + "</body></html>";
+}
 
-    void fallbackOffline() override
-    {
-        HelpWindow::fallbackOffline();
-        ++fallbacks;
-    }
-
-    QString text() const { return textBrowser->toPlainText(); }
-
-    QStringList searchPaths() const { return textBrowser->searchPaths(); }
-
-    QUrl source() const { return textBrowser->source(); }
-
-    QScrollBar* scrollBar() const { return textBrowser->verticalScrollBar(); }
-
-    void setText(const QString& text) { textBrowser->setText(text); }
-
-    void followLink()
-    {
-        QTest::keyClick(textBrowser, Qt::Key_Tab);
-        QTest::keyClick(textBrowser, Qt::Key_Return);
-    }
-
-    int fallbacks = 0;
-};
+QString image(const QString& source)
+{
+    return "<img src=\"" + source + "\">";
+}
 
 } // namespace
 
+// A page is in UTF-8 wherever it is read.
 void HelpOfflineTest::initTestCase()
 {
-    defaulttheme::load(folder.filePath("user"));
-    QNetworkProxy::setApplicationProxy(
-        { QNetworkProxy::HttpProxy, "127.0.0.1", KnowledgeBase::closedPort() });
-    qputenv("TMPDIR", QFile::encodeName(folder.path()));
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
+    defaulttheme::load(path("user"));
+    QNetworkProxy::setApplicationProxy({ QNetworkProxy::HttpProxy, "127.0.0.1", 1 });
+    qputenv("TMPDIR", QFile::encodeName(path("temp")));
     write("enu/page.html", "<html><body>English ä</body></html>");
-    write("enu/nul.html", QByteArray("<html>before\0after</html>", 25));
-    write("enu/plain.txt", "a < b");
-    write("ger/page.html", "deutsch");
-    write("ger/only.html", "deutsch");
-    write("ita/folder.html/page", "");
-    QImage image(60, 40, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QVERIFY(image.save(folder.filePath("enu/red.png")));
+    write("enu/com1.html", "<html>device");
+    write("ger/page.html", QByteArray("<html>before\0after</html>", 25));
+    write("enu/style.css", "p { background-color: red; }");
+    writeImage("enu/red.png", Qt::red);
+    writeImage("enu/red.ico", Qt::red);
+    writeImage("enu/large.png", Qt::red, QSize(5000, 5000));
+    writeImage("enu/larger.png", Qt::red, QSize(5001, 5000));
+}
+
+void HelpOfflineTest::init()
+{
+    GuardedTest::init();
+    QVERIFY(QDir(path("temp")).removeRecursively() && QDir().mkpath(path("temp")));
 }
 
 void HelpOfflineTest::write(const QString& name, const QByteArray& content) const
 {
-    QVERIFY(QFileInfo(folder.filePath(name)).dir().mkpath("."));
-    QFile file(folder.filePath(name));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
+    QVERIFY(QFileInfo(path(name)).dir().mkpath("."));
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
 }
 
-HelpContext HelpOfflineTest::context(const QString& lang, const QString& link) const
+void HelpOfflineTest::writeImage(const QString& name, const QColor& color, const QSize& size) const
 {
-    HelpContext made;
-    made.lang = lang;
-    made.link = link;
-    made.helpPath = folder.path();
-    return made;
-}
-
-void HelpOfflineTest::page_data()
-{
-    QTest::addColumn<QString>("lang");
-    QTest::addColumn<QString>("link");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("searched");
-    const auto row = [](const char* name, const char* lang, const char* link, const char* text,
-                         const char* searched) {
-        QTest::newRow(name) << lang << link << QString::fromUtf8(text) << searched;
-    };
-    row("present", "enu", "page.html", "English ä", "enu");
-    row("renamed language", "deu", "page.html", "deutsch", "ger");
-    row("language without pages", "dan", "page.html", "English ä", "enu");
-    row("NUL", "enu", "nul.html", "before", "enu");
-    row("plain text", "enu", "plain.txt", "a < b", "enu");
-    row("missing", "enu", "no.html", "", "enu");
-    row("another language only", "enu", "only.html", "", "enu");
-    row("no folder", "jpn", "page.html", "", "jpn");
-    row("unreadable", "ita", "folder.html", "", "ita");
-    row("no link", "enu", "", "", "enu");
+    QImage content(size, QImage::Format_Mono);
+    content.setColorTable({ color.rgb(), QColor(Qt::green).rgb() });
+    content.fill(0);
+    write(name, "");
+    QVERIFY(content.save(path(name), name.endsWith("ico") ? "ICO" : "PNG"));
 }
 
 void HelpOfflineTest::page()
 {
-    QFETCH(QString, lang);
-    QFETCH(QString, link);
-    QFETCH(QString, text);
-    QFETCH(QString, searched);
-    Window window(context(lang, link));
-    QCOMPARE(window.searchPaths(), QStringList());
-    for (const int times : { 1, 2 }) {
-        QTRY_COMPARE(window.fallbacks, times);
-        QCOMPARE(window.text(), text);
-        QCOMPARE(window.searchPaths(), QStringList(folder.filePath(searched)));
-        window.retrieveHelpContent();
+    const char* const pages[][4] = {
+        // language, link, text, folder
+        { "enu", "page.html", "English ä", "enu" },
+        { "deu", "page.html", "before", "ger" },
+        { "dan", "page.html", "English ä", "enu" },
+        { "jpn", "page.html", "", "jpn" },
+    };
+    for (const auto& [lang, link, text, searched] : pages) {
+        Window<HelpWindow> window(HelpContext { lang, folder.path(), link, "" });
+        for (const int times : { 1, 2 }) {
+            QTRY_COMPARE(window.fallbacks, times);
+            QCOMPARE(window.text(), QString::fromUtf8(text));
+            QCOMPARE(window.textBrowser->searchPaths(), QStringList(path(searched)));
+            window.retrieveHelpContent();
+        }
     }
 }
 
-void HelpOfflineTest::imageOfPage_data()
+// Pictures are in design pixels, also where the page gives them another size; and there is a base of the
+// web's making, whose images are found beside the page.
+void HelpOfflineTest::sizes()
 {
-    QTest::addColumn<QString>("attributes");
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("own size") << "" << QSize(60, 40);
-    QTest::newRow("width") << " width=30" << QSize(30, 20);
-    QTest::newRow("height") << " height=80" << QSize(120, 80);
-    QTest::newRow("both") << " width=10 height=90" << QSize(10, 90);
-}
-
-// Pictures are in design pixels, also where the page gives them another size.
-void HelpOfflineTest::imageOfPage()
-{
-    QFETCH(QString, attributes);
-    QFETCH(QSize, size);
-    write("enu/image.html", "<html><img src=\"red.png\"" + attributes.toLatin1() + "></html>");
-    Window window(context("enu", "image.html"));
-    window.show();
-    QTRY_COMPARE(areaOf(Qt::red, &window).size(), size * displayscale::dpi() / 96);
-}
-
-void HelpOfflineTest::link_data()
-{
-    QTest::addColumn<QString>("link");
-    QTest::addColumn<QString>("base");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("opened");
-    const auto row = [](const char* name, const QString& link, const char* text, const char* opened,
-                         const char* base = "https://host.invalid/a/") {
-        QTest::newRow(name) << link << base << QString::fromUtf8(text) << opened;
+    const QMap<QString, QSize> sizes = {
+        { "", { 60, 40 } },
+        { "width=30", { 30, 20 } },
+        { "height=80", { 120, 80 } },
+        { "width=10 height=90", { 10, 90 } },
     };
-    row("page", "%70age.html?a#b", "English ä", "");
-    row("up and down", "a/../page.html", "English ä", "");
-    row("no page", "no.html", "link", "https://host.invalid/a/no.html");
-    row("no page, no base", "no.html", "link", "", "");
-    row("no page, base on disk", "no.html", "link", "", "file:///");
-    row("folder", "../enu", "link", "https://host.invalid/enu");
-    row("above", "../ger/page.html", "link", "https://host.invalid/ger/page.html");
-    row("above, escaped", "%2e%2e/ger/page.html", "link", "https://host.invalid/ger/page.html");
-    row("image folder", "planted.html", "link", "https://host.invalid/a/planted.html");
-    row("root", folder.filePath("enu/page.html"), "link", "", "");
-    row("another host", "//other.invalid/page.html", "link", "https://other.invalid/page.html");
-    row("mail", "MAILTO:somebody@host.invalid", "link", "mailto:somebody@host.invalid");
-    row("web", "http://host.invalid/", "link", "http://host.invalid/");
-    row("file", QUrl::fromLocalFile(folder.filePath("enu/page.html")).toString(), "link", "");
-    row("script", "javascript:page.html", "link", "");
-    row("program", R"(C:\page.html)", "link", "");
+    for (auto it = sizes.begin(); it != sizes.end(); ++it) {
+        const QString html =
+            "<html><base href=\"https://host.invalid/\"><img src=\"red.png\" " + it.key() + ">";
+        write("enu/image.html", html.toUtf8());
+        Window<HelpWindow> window(HelpContext { "enu", folder.path(), "image.html", "" });
+        window.show();
+        QTRY_COMPARE(areaOf(Qt::red, &window).size(), it.value() * displayscale::dpi() / 96);
+        QCOMPARE(window.textBrowser->searchPaths(), QStringList({ imageFolder(), path("enu") }));
+
+        // A document of the application's own does not know what it is drawn on.
+        window.textBrowser->setDocument(new QTextDocument(&window));
+        window.textBrowser->setText(html);
+        QCOMPARE(areaOf(Qt::red, &window).size(), it.value());
+    }
 }
 
-// It leads to a page on disk, to the system, or nowhere; then what shows stays.
-void HelpOfflineTest::link()
+// The sign of a missing image has its own size, whatever the page says of the image.
+void HelpOfflineTest::drawing()
 {
-    QFETCH(QString, link);
-    QFETCH(QString, base);
-    QFETCH(QString, text);
-    QFETCH(QString, opened);
-    for (const char* scheme : { "http", "https", "mailto", "file", "javascript", "c" }) {
+    QImage halves(2, 1, QImage::Format_RGB32);
+    halves.setPixelColor(0, 0, Qt::black);
+    halves.setPixelColor(1, 0, Qt::blue);
+    QVERIFY(halves.save(path("enu/halves.png")));
+    Browser browser;
+    browser.setSearchPaths({ path("enu") });
+    browser.setText("<html><img src='halves.png' width=200 height=100>");
+    const QPoint middle = browser.area(Qt::white, false).center();
+    const QColor between = browser.viewport()->grab().toImage().pixelColor(middle);
+    QVERIFY2(between.blue() > 50 && between.blue() < 200, qPrintable(between.name()));
+
+    browser.setText("<html><img src='no.png' width=200 height=100>");
+    const QSize sign = browser.area(Qt::white, false).size();
+    QVERIFY(sign.width() > 4 && sign.width() <= 16 * displayscale::dpi() / 96);
+}
+
+void HelpOfflineTest::resources()
+{
+    const auto dataOf = [this](const char* name) {
+        QFile file(path(name));
+        file.open(QIODevice::ReadOnly);
+        return "data:image/png;base64," + QString(file.readAll().toBase64());
+    };
+    const QString sized = "<img src='%1' width=60 height=40>";
+    const QString background = "<table background='%1'><tr><td>text";
+    const QString sheet = "<head><link rel='stylesheet' type='text/css' href='%1'></head><p>text</p>";
+    const QString absolute = path("enu/");
+    const QStringList shown = { image("red.png"), image("own"), sized.arg("large.png"),
+        sized.arg(dataOf("enu/red.png")), background.arg("red.png"), sheet.arg("style.css"),
+        sheet.arg("data:text/css,p%7Bbackground-color:red%7D") };
+    const QStringList refused = { image(absolute + "red.png"), image("file://" + absolute + "red.png"),
+        image("red.ico"), sized.arg("larger.png"), sized.arg(dataOf("enu/larger.png")),
+        background.arg(absolute + "red.png"), background.arg("larger.png"),
+        sheet.arg(absolute + "style.css") };
+    Browser browser;
+    browser.setSearchPaths({ path("enu") });
+    browser.document()->addResource(QTextDocument::ImageResource, QUrl("own"), QPixmap(absolute + "red.png"));
+    for (const QString& body : shown + refused) {
+        browser.setText("<html>" + body);
+        QVERIFY2(browser.area(Qt::red).isEmpty() == refused.contains(body), qPrintable(body.left(100)));
+    }
+    browser.setText("<html>" + image(":/qt-project.org/styles/commonstyle/images/dirclosed-32.png"));
+    QVERIFY(browser.area(Qt::white, false).width() > 20 * displayscale::dpi() / 96);
+}
+
+// They lead to a page on disk, to the system, or nowhere; then what shows stays.
+void HelpOfflineTest::links()
+{
+    const char* const away = "https://host/a/";
+    const char* const links[][4] = {
+        // base, link, text, address for the system
+        { away, "%70age.html?a#b", "English ä", "" },
+        { away, "a/../page.html", "English ä", "" },
+        { away, "no.html", "link", "https://host/a/no.html" },
+        { "", "no.html", "link", "" },
+        { "file:///", "no.html", "link", "" },
+        { away, "%2e%2e/ger/page.html", "link", "https://host/ger/page.html" },
+        { away, "com1.html", "link", "https://host/a/com1.html" },
+        { away, "planted.html", "link", "https://host/a/planted.html" },
+        { away, "/page.html", "link", "https://host/page.html" },
+        { away, "//other/page.html", "link", "https://other/page.html" },
+        { away, "MAILTO:somebody@host", "link", "mailto:somebody@host" },
+        { away, "http://host/page.html", "link", "http://host/page.html" },
+        { away, "file:page.html", "link", "" },
+        { away, "javascript:page.html", "link", "" },
+    };
+    for (const char* scheme : { "http", "https", "mailto", "file", "javascript" }) {
         QDesktopServices::setUrlHandler(scheme, this, "open");
     }
-    write("corvanta_help/image/planted.html", "planted");
-    Window window(context("enu", "no.html"));
+    write("temp/corvanta_help/image/planted.html", "planted");
+    Window<HelpWindow> window(HelpContext { "enu", folder.path(), "no.html", "" });
     QTRY_COMPARE(window.fallbacks, 1);
-    const QString html = QStringLiteral("<html>%1<a href=\"%2\">link</a>");
-    window.setText(html.arg("<base href=\"https://before.invalid/\">"));
-    window.setText(html.arg(base.isEmpty() ? base : "<base href=\"" + base + "\">", link));
-    lastOpened.clear();
-    window.followLink();
-    QCOMPARE(window.text(), text);
-    QCOMPARE(lastOpened, opened);
-    QCOMPARE(window.source(), QUrl());
+    for (const auto& [base, link, text, opens] : links) {
+        const QString html = QString("<html><a href=\"%1\">link</a>").arg(link);
+        window.textBrowser->setText(pageAt("https://before/", ""));
+        window.textBrowser->setText(*base ? pageAt(base, html) : html);
+        opened.clear();
+        QTest::keyClick(window.textBrowser, Qt::Key_Tab);
+        QTest::keyClick(window.textBrowser, Qt::Key_Return);
+        QVERIFY2(window.text() == QString::fromUtf8(text) && opened == opens, link);
+        QCOMPARE(window.textBrowser->source(), QUrl());
+    }
 }
 
-void HelpOfflineTest::linkToPart()
+void HelpOfflineTest::parts()
 {
     const QByteArray lines = QByteArray("<p>line</p>").repeated(100);
-    write("enu/tall.html",
-        "<html><a href='#%C3%A4%20b'>link</a>" + lines + "<p><a name='ä b'>part</a></p>" + lines);
-    Window window(context("enu", "no.html"));
-    window.show();
-    QTRY_COMPARE(window.fallbacks, 1);
-    window.setText("<html><a href='tall.html#%C3%A4%20b'>link</a>");
-    window.followLink();
-    const int place = window.scrollBar()->value();
+    write("enu/tall.html", "<html>" + lines + "<p><a name='ä b'>part</a></p>" + lines);
+    Browser browser;
+    browser.setSearchPaths({ path("enu") });
+    browser.followLink(QUrl("tall.html#%C3%A4%20b"));
+    const int place = browser.verticalScrollBar()->value();
     QVERIFY(place > 0);
-    window.scrollBar()->setValue(0);
-    window.followLink();
-    QCOMPARE(window.scrollBar()->value(), place);
+    browser.followLink(QUrl("#"));
+    QCOMPARE(browser.verticalScrollBar()->value(), 0);
+    browser.followLink(QUrl("#%C3%A4%20b"));
+    QCOMPARE(browser.verticalScrollBar()->value(), place);
 }
 
-// The base of the page is of the web's making; its images are asked for there, and found beside the page.
-void HelpOfflineTest::pageWithBase()
+// Each is one download.
+void HelpOfflineTest::downloads()
 {
-    write("enu/base.html", "<html><base href=\"https://host.invalid/\"><img src=\"red.png\">text</html>");
-    Window window(context("enu", "base.html"));
-    window.show();
-    QTRY_COMPARE(window.fallbacks, 1);
-    QCOMPARE(window.searchPaths(),
-        QStringList({ folder.filePath("corvanta_help/image"), folder.filePath("enu") }));
-    QTRY_COMPARE(areaOf(Qt::red, &window).size(), QSize(60, 40) * displayscale::dpi() / 96);
+    const QString base = "<html><base href=\"data:,\">";
+    const QList<QPair<QString, QStringList>> pages = {
+        { "plain\n<base href=\"data:,\">" + image("a"), {} },
+        { "<html>" + image("a"), {} },
+        { "<html><base href=\"data:,> <img src='a'>", {} },
+        { pageAt("data:," + QString(2042, 'x'), image("a")), { "a" } },
+        { pageAt("data:," + QString(2043, 'x'), image("a")), {} },
+        { base + "<base href=\"no:\">" + image("a"), { "a" } },
+        { "<html>" + image("a") + base + image("b"), { "b" } },
+        { base + image("a") + image("b/c") + image("a"), { "a", "c" } },
+        { base + "<IMG src=\"a\"><img SRC=\"b\"><img src='c'>", {} },
+        { base + "<img><a name=\"y\" src=\"a\">", { "a" } },
+        { base + image("a") + "<img src=\"b>", { "a" } },
+        { base + image("a") + "<img>", { "a" } },
+    };
+    for (const auto& [text, files] : pages) {
+        Browser browser;
+        browser.setText(text);
+        QTRY_COMPARE(browser.reloads, files.size());
+        QCOMPARE(QDir(imageFolder()).entryList(QDir::Files, QDir::Name), files);
+
+        // One more, so that what was not to be fetched has had its time.
+        browser.setText(pageAt("data:,", image("last")));
+        QTRY_VERIFY(QFile::exists(imageFolder() + "/last"));
+        QCOMPARE(browser.reloads, files.size() + 1);
+        QDir(imageFolder()).removeRecursively();
+    }
+    const QStringList elsewhere = { "", "..", R"(..\x)", "C:x", "com1.png", "Con", "a\nb" };
+    Browser browser;
+    browser.setText(pageAt("data:,", image(elsewhere.join("\"><img src=\""))));
+    QTRY_COMPARE(browser.reloads, elsewhere.size());
+    QCOMPARE(QDir(imageFolder()).entryList(QDir::Files), QStringList());
+}
+
+// Each is seen anew if the page is set again. What another user may have put into the image folder is not
+// written through.
+void HelpOfflineTest::fetchedImage()
+{
+    write("victim", "v");
+    QVERIFY(QDir().mkpath(imageFolder()) && QFile::link(path("victim"), imageFolder() + "/a.png"));
+    const char* const images[][2] = { { "a.png", "a.png" }, { "../image/b", "b" }, { "c%25%20", "c% " } };
+    for (const auto& [source, file] : images) {
+        Browser browser;
+        for (const QColor color : { Qt::red, Qt::green }) {
+            writeImage(QString("image/") + file, color);
+            browser.setText(pageAt(base(), image(source)));
+            QCOMPARE(browser.area(color), QRect());
+            QTRY_COMPARE(browser.area(color).size(), usual);
+        }
+    }
+    QCOMPARE(QFileInfo(path("victim")).size(), 1);
+}
+
+void HelpOfflineTest::readerIsLeftWhereHeIs()
+{
+    writeImage("image/late.png", Qt::red);
+    Browser browser;
+    browser.setText(pageAt(base(),
+        "<table width=3000><tr><td>wide</table>" + QString("<p>line</p>").repeated(100) + image("late.png")));
+    browser.horizontalScrollBar()->setValue(50);
+    browser.verticalScrollBar()->setValue(200);
+    QTRY_COMPARE(browser.reloads, 1);
+    QCOMPARE(browser.horizontalScrollBar()->value(), 50);
+    QCOMPARE(browser.verticalScrollBar()->value(), 200);
+}
+
+// What comes for a page before, under the same name, is not shown by the page that is there.
+void HelpOfflineTest::otherPages()
+{
+    writeImage("image/new.png", Qt::red);
+    writeImage("own/new.png", Qt::blue);
+    Browser browser;
+    browser.setSearchPaths({ path("own") });
+    browser.setText(pageAt(base(), image("new.png")));
+    browser.setText(pageAt("no:", image("new.png")));
+    QCOMPARE(browser.searchPaths(), QStringList({ imageFolder(), imageFolder(), path("own") }));
+    QCOMPARE(browser.area(Qt::blue).size(), usual);
+    QTRY_COMPARE(browser.reloads, 2);
+    QCoreApplication::processEvents();
+    QCOMPARE(browser.area(Qt::blue).size(), usual);
+    browser.setText(pageAt("no:", image("new.png")));
+    QCOMPARE(browser.area(Qt::red).size(), usual);
+    browser.setText("<html>" + image("new.png"));
+    QCOMPARE(browser.area(Qt::blue).size(), usual);
+}
+
+// A page of setSource() has its own images, beside it; it does not come back with one of the page after it.
+void HelpOfflineTest::pageOfSource()
+{
+    writeImage("image/new.png", Qt::red);
+    write("image/source.html", "<html><img src='new.png'>");
+    Browser browser;
+    browser.setSource(QUrl::fromLocalFile(path("image/source.html")));
+    QCOMPARE(browser.area(Qt::red).size(), usual);
+    browser.setText(pageAt(base(), "text" + image("new.png")));
+    QTRY_COMPARE(browser.area(Qt::red).size(), usual);
+    QVERIFY(browser.toPlainText().startsWith("text"));
+}
+
+void HelpOfflineTest::downloader()
+{
+    const std::tuple<QString, QString, int> downloads[] = {
+        { "data:,content", "content", 0 },
+        { "data:,content", "no/folder/content", 0 },
+        { "file:///no/such/file", "missing", -1 },
+        { "file:///" + QCoreApplication::applicationFilePath(), "of another machine", -1 },
+    };
+    for (const auto& [url, file, result] : downloads) {
+        ImageDownloader downloader(path(file), url);
+        QSignalSpy ended(&downloader, &ImageDownloader::sigDownloadFinish);
+        QVERIFY(!downloader.isFinished());
+        downloader.start();
+        QTRY_COMPARE(ended.size(), 1);
+        QVERIFY(downloader.isFinished());
+        QCOMPARE(ended.constFirst(), QVariantList({ url, result }));
+        QCOMPARE(QFile::exists(path(file)), file == "content");
+    }
 }
 
 QTEST_MAIN(HelpOfflineTest)

@@ -1,37 +1,61 @@
 #pragma once
 
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkProxy>
 #include <QProcess>
+#include <QSslCertificate>
 #include <QSslConfiguration>
+#include <QTest>
 #include <QUrl>
 
 /**
  * A server on this machine that answers under the name of the kit's knowledge base: through a proxy of this
- * process, and with certificates of an authority that this process trusts meanwhile.
+ * process, and with certificates of an authority that this process trusts.
  */
 class KnowledgeBase
 {
 public:
-    KnowledgeBase();
-    ~KnowledgeBase();
+    // The interpreter of the system is the one that has the packages of the system.
+    KnowledgeBase()
+    {
+        server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        server.start("/usr/bin/python3", { "-B", KNOWLEDGE_BASE_SERVER, url({}).host() });
+        awaitRequest();
+        const QJsonObject started = QJsonDocument::fromJson(line).object();
+        proxies = started["proxies"].toObject();
+        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+        trusting.setCaCertificates(QSslCertificate::fromData(started["authority"].toString().toLatin1()));
+        QSslConfiguration::setDefaultConfiguration(trusting);
+    }
+
+    ~KnowledgeBase()
+    {
+        server.closeWriteChannel();
+        server.waitForFinished();
+    }
 
     /** Leads requests to the server that shows the certificate "good" or "unknown". */
-    void useCertificate(const QString& name) const;
+    void useCertificate(const QString& name) const
+    {
+        const auto port = quint16(proxies[name].toInt());
+        QNetworkProxy::setApplicationProxy({ QNetworkProxy::HttpProxy, "127.0.0.1", port });
+    }
 
-    /** No proxy any more. */
-    static void goDirectly();
+    static QUrl url(const QString& path) { return QUrl(KNOWLEDGE_BASE_URL).resolved(QUrl(path)); }
 
-    static QUrl url(const QString& path);
+    /** Until one more request for a path of the form "after-TURN" has reached the server. */
+    void awaitRequest()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(server.canReadLine(), 30000);
+        line = server.readLine();
+    }
 
-    /** Lets the answers go that wait for @p turn. */
-    static void take(const QString& turn);
-
-    /** A port of this machine that nobody listens on. */
-    static quint16 closedPort();
+    /** Lets one of the requests go that wait for @p turn. */
+    void take(const QByteArray& turn) { server.write(turn + '\n'); }
 
 private:
     QProcess server;
+    QByteArray line; ///< what it has written last
     QJsonObject proxies;
-    QSslConfiguration before = QSslConfiguration::defaultConfiguration();
 };
