@@ -23,8 +23,9 @@ int main(int argc, char** argv)
     layout->addWidget(ok, 0, Qt::AlignRight);
     QObject::connect(ok, SIGNAL(clicked()), &window, SLOT(close()));
 
-    if (argc > 1) {
-        return window.grab().save(argv[1], "PNG") ? 0 : 1;
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() > 1) {
+        return window.grab().save(arguments.at(1), "PNG") ? 0 : 1;
     }
     window.show();
     return QApplication::exec();
