@@ -15,6 +15,7 @@
 #include <QNetworkProxy>
 #include <QPainter>
 #include <QPixmap>
+#include <QStandardPaths>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -214,6 +215,9 @@ void prepareScreenshots()
 {
     setUnlessSet("QT_QPA_PLATFORM", "offscreen");
     setUnlessSet("QT_FONT_DPI", "96");
+    // Where the offscreen display does not ask the system for fonts, as on Windows.
+    const QString fonts = QStandardPaths::writableLocation(QStandardPaths::FontsLocation);
+    setUnlessSet("QT_QPA_FONTDIR", QFile::encodeName(fonts).constData());
     // Nobody answers there, so the help is that on this computer.
     QNetworkProxy::setApplicationProxy({ QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), 1 });
 }
