@@ -5,12 +5,14 @@ include_guard(GLOBAL)
 add_library(vantkit_compiler INTERFACE)
 
 if(MSVC)
-    target_compile_options(vantkit_compiler INTERFACE /W4 /utf-8 $<$<BOOL:${VANTKIT_WARNINGS_AS_ERRORS}>:/WX>)
+    set(vantkit_warnings /W4 /utf-8 $<$<BOOL:${VANTKIT_WARNINGS_AS_ERRORS}>:/WX>)
 else()
-    target_compile_options(vantkit_compiler INTERFACE
+    set(vantkit_warnings
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
         $<$<BOOL:${VANTKIT_WARNINGS_AS_ERRORS}>:-Werror>)
 endif()
+# The compiler of resources for Windows knows none of them.
+target_compile_options(vantkit_compiler INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${vantkit_warnings}>")
 
 target_compile_definitions(vantkit_compiler INTERFACE QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
