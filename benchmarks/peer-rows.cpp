@@ -97,7 +97,10 @@ public:
             && m_scene.play("P next: " + text + "; P next: " + text + "; P left: 0").empty());
     }
 
-    QString serverName() const { return QFileInfo(QString::fromStdString(m_scene.socketPath())).fileName(); }
+    QString serverName() const
+    {
+        return QDir::temp().entryList({ "*-lockfile" }).value(0).section("-lockfile", 0, 0);
+    }
 
     Client& client() { return *m_client; }
 

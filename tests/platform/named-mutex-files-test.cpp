@@ -3,32 +3,18 @@
 #include "platform/win32.h"
 #include "processes/scene.h"
 
-#include <cstring>
+#include <csignal>
 #include <doctest/doctest.h>
 #include <fcntl.h>
 #include <fstream>
-#include <functional>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-const std::string allFine;
-constexpr const char16_t* name = u"vantkit-test-secret";
-
-/** What the open files of this process are, by the number of the descriptor. */
-std::map<int, fs::path> openFiles()
-{
-    std::map<int, fs::path> files;
-    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
-        std::error_code isListingItself;
-        files[std::stoi(entry.path().filename())] = fs::read_symlink(entry.path(), isListingItself);
-    }
-    return files;
-}
 
 /** A user whom nobody else is, and his private folder, which tests may play with. */
 struct Stranger
@@ -47,123 +33,113 @@ struct Stranger
 
 } // namespace
 
-TEST_CASE("A mutex is a file of the user's own, which does not tell its name and is not handed on")
+TEST_CASE("A mutex is a file of the user's own, in a folder of his that is seen to be in use")
 {
-    const HANDLE handle = CreateMutexW(nullptr, FALSE, name);
-    std::size_t count = 0;
-    for (const auto& [number, path] : openFiles()) {
+    const Scene scene; // elsewhere
+    const HANDLE handle = CreateMutexW(nullptr, FALSE, u"vantkit-test-secret");
+    const fs::path folder = "/tmp/vantkit-" + std::to_string(geteuid());
+    int count = 0;
+    for (const auto& open : fs::directory_iterator("/proc/self/fd")) {
+        std::error_code isListingItself;
+        const fs::path path = fs::read_symlink(open.path(), isListingItself);
         if (path.extension() == ".mutex") {
             ++count;
-            CHECK(path.parent_path() == "/tmp/vantkit-" + std::to_string(geteuid()));
+            CHECK(path.parent_path() == folder);
             CHECK(fs::status(path).permissions() == (fs::perms::owner_read | fs::perms::owner_write));
-            CHECK(fs::status(path.parent_path()).permissions() == fs::perms::owner_all);
             CHECK(path.string().find("secret") == std::string::npos);
+            const int number = std::stoi(open.path().filename());
+            CHECK(number > 500); // which the kernel closes before the sockets
             CHECK(fcntl(number, F_GETFD) == FD_CLOEXEC);
         }
     }
     CHECK(count == 1);
-    const auto before = openFiles();
-    CloseHandle(CreateMutexW(nullptr, FALSE, name));
-    CHECK(openFiles() == before);
-    CHECK(CloseHandle(handle));
+    const int other = ::open(folder.c_str(), O_RDONLY);
+    CHECK(flock(other, LOCK_EX | LOCK_NB) == -1);
+    close(other);
+    CloseHandle(handle);
 }
 
-TEST_CASE("Cleaners of temporary files see that the folder is in use")
+TEST_CASE("A handle that is closed has no mutex, whoever else has its file open")
 {
-    Scene scene;
-    CHECK(scene.play("P create a") == allFine);
-    const int folder = ::open(("/tmp/vantkit-" + std::to_string(geteuid())).c_str(), O_RDONLY);
-    CHECK(flock(folder, LOCK_EX | LOCK_NB) == -1);
-    close(folder);
+    const HANDLE handle = CreateMutexW(nullptr, FALSE, u"vantkit-test");
+    const HANDLE other = CreateMutexW(nullptr, FALSE, u"vantkit-test");
+    CHECK(WaitForSingleObject(handle, 0) == WAIT_OBJECT_0);
+    const pid_t child = fork();
+    while (child == 0) {
+        pause();
+    }
+    CloseHandle(handle);
+    CHECK(WaitForSingleObject(other, 0) == WAIT_ABANDONED);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    CloseHandle(other);
 }
 
-TEST_CASE("Who waits costs no time")
+TEST_CASE("Scenes of mutexes and their files")
 {
-    CHECK(Scene().play(
-              "P create b; Q create b a; R create a; P take b; Q take b a!: begun; R take a; P release b; "
-              "Q waits; Q waits; Q waits; Q waits; Q waits; Q waits; R release a; Q answers; Q is-rested")
-        == allFine);
-}
-
-TEST_CASE("No variable of the environment keeps processes apart")
-{
-    CHECK(Scene().play("P create a; Q set TMPDIR /nowhere; Q set XDG_RUNTIME_DIR /nowhere; Q set HOME "
-                       "/nowhere; Q open a")
-        == allFine);
-}
-
-TEST_CASE("A file that is removed under an owner does not make two of them")
-{
-    const std::string beginning =
-        "P1 create a; P2 open a; Q open a; S open a; P1 take a; S take a!: begun; P remove-files; "
-        "R create a; R try a: busy; Q try a: busy; P2 try a: busy; P3 create a; "
-        "P3 try a: busy; R take a: failed; S waits; ";
-    const std::string ending =
+    const std::string removed = "P1 create a; P2 open a; Q open a; S open a; P1 take a; S take a!: begun; P "
+                                "remove-files; R create a; "
+                                "R try a: busy; Q try a: busy; P2 try a: busy; R take a: failed; S waits; ";
+    const std::string later =
         "S answers; Q try a: busy; R try a: busy; R take a!: begun; S release a; R answers; "
         "Q try a: busy; R kill; Q take a: abandoned";
-    CHECK(Scene().play(beginning + "P1 release a; " + ending) == allFine);
-    CHECK(Scene().play(beginning + "P kill; " + ending) == allFine);
-    CHECK(Scene().play("P create a; P take a; P remove-files; P close a; Q create a; Q take a") == allFine);
+    const std::string restedWaits =
+        "P create b; Q create b a; R create a; P take b; Q take b a!: begun; R take a; P release b; "
+        "Q waits; Q waits; Q waits; Q waits; Q waits; Q waits; R release a; Q answers; Q is-rested";
+    const std::string noNote =
+        "P limit-writing 0; P create a; Q open a; P take a; Q try a: busy; P release a; Q take a; "
+        "P try a: busy; Q release a; P take a; P kill; Q take a";
+    const std::string fewFiles = "P limit-files 100; P create a; P take a; Q open a; Q try a: busy";
+    for (const std::string& steps :
+        { removed + "P1 release a; " + later, removed + "P kill; " + later, restedWaits, noNote, fewFiles }) {
+        CHECK(Scene().play(steps) == "");
+    }
 }
 
 TEST_CASE("A folder that is removed under an owner does not make two of them" * doctest::skip(geteuid() != 0))
 {
     const Stranger stranger;
     Scene scene;
-    CHECK(scene.play("P" + stranger.become + "P create a; P take a; Q" + stranger.become + "Q open a")
-        == allFine);
+    REQUIRE(
+        scene.play("P" + stranger.become + "P create a; P take a; Q" + stranger.become + "Q open a") == "");
     fs::remove_all(stranger.folder);
     CHECK(scene.play("R" + stranger.become
               + "R create a; R try a: busy; Q try a: busy; P release a; R take a; "
-                "P try a: busy; Q try a: busy; R release a; Q take a; P try a: busy; R try a: busy; Q kill; "
-                "P take a: abandoned")
-        == allFine);
+                "P try a: busy; Q try a: busy; R release a; Q take a; P try a: busy; Q kill; P take a: "
+                "abandoned")
+        == "");
 }
 
-TEST_CASE(
-    "What stands in the place of the folder, and is not ours, is refused" * doctest::skip(geteuid() != 0))
+TEST_CASE("What stands in the place of the folder is taken if it is ours" * doctest::skip(geteuid() != 0))
 {
-    const std::vector<std::function<void(const Stranger&)>> intruders {
-        [](const Stranger& stranger) {
-            fs::create_directory_symlink(stranger.folder / "..", stranger.folder);
-        },
-        [](const Stranger& stranger) { std::ofstream(stranger.folder) << "x"; },
-        [](const Stranger& stranger) { fs::create_directory(stranger.folder); },
-    };
-    for (const auto& intrude : intruders) {
+    for (const std::string intruder : { "link", "file", "folder of another", "folder" }) {
+        CAPTURE(intruder);
         const Stranger stranger;
-        intrude(stranger);
-        const fs::perms before = fs::symlink_status(stranger.folder).permissions();
-        CHECK(Scene().play("P" + stranger.become + "P create a: false; P open a: failed") == allFine);
-        CHECK(fs::symlink_status(stranger.folder).permissions() == before);
+        if (intruder == "link") {
+            fs::create_directory_symlink("/tmp", stranger.folder);
+        } else if (intruder == "file") {
+            std::ofstream(stranger.folder) << "x";
+        } else {
+            fs::create_directory(stranger.folder);
+        }
+        if (intruder == "folder") {
+            CHECK(chown(stranger.folder.c_str(), stranger.user, 0) == 0);
+        }
+        const std::string steps = intruder == "folder" ? "P create a; Q create a; P take a; Q take a"
+                                                       : "P create a: false; P open a: failed";
+        CHECK(Scene().play("P" + stranger.become + steps) == "");
+        CHECK((fs::status(stranger.folder).permissions() == fs::perms::owner_all) == (intruder == "folder"));
     }
-    const Stranger stranger;
-    fs::create_directory(stranger.folder);
-    fs::permissions(stranger.folder, fs::perms::all);
-    CHECK(chown(stranger.folder.c_str(), stranger.user, 0) == 0);
-    CHECK(Scene().play("P" + stranger.become + "P create a; Q create a; P take a; Q take a") == allFine);
-    CHECK(fs::status(stranger.folder).permissions() == fs::perms::owner_all);
-}
-
-TEST_CASE("A note that cannot be written costs nothing but the knowledge of an owner's end")
-{
-    CHECK(
-        Scene().play("P write-nothing; P create a; Q open a; P take a; Q try a: busy; P release a; Q take a; "
-                     "P try a: busy; Q release a; P take a; Q try a: busy; P kill; Q take a")
-        == allFine);
 }
 
 TEST_CASE("Who is stopped at any moment does not hold up a call that must not wait")
 {
     Scene scene;
-    CHECK(scene.play("P often 3600000 a b!: begun") == allFine);
+    REQUIRE(scene.play("P often 3600000 a b!: begun") == "");
     for (unsigned round = 0; round < 50; ++round) {
-        CAPTURE(round);
-        CHECK(
-            scene.play(
-                "P stop; Q create a b; Q try a b: *; Q release a b: *; Q create c; Q open a; Q close a; P go")
-            == allFine);
+        REQUIRE(scene.play("P stop; Q create a b; Q try a b: *; Q release a b: *; Q create c; Q open a; P go")
+            == "");
         Sleep(round % 5);
     }
-    CHECK(scene.play("P kill") == allFine);
+    CHECK(scene.play("P kill") == "");
 }

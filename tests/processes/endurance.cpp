@@ -25,20 +25,15 @@ void play(Scene& scene, const std::string& steps)
     demand(wrong.empty(), wrong);
 }
 
-std::string name(int number)
-{
-    return "participant " + std::to_string(number);
-}
-
-/** The answers of so many processes that are told at once. */
+/** The answers of the processes of those numbers, which are told at once. */
 std::vector<std::string> askAll(Scene& scene, int count, const std::function<std::string(int)>& lineFor)
 {
     for (int number = 0; number < count; ++number) {
-        scene.tell(name(number), lineFor(number));
+        scene.tell(std::to_string(number), lineFor(number));
     }
     std::vector<std::string> answers;
     for (int number = 0; number < count; ++number) {
-        answers.push_back(scene.answer(name(number)));
+        answers.push_back(scene.answer(std::to_string(number)));
     }
     return answers;
 }
@@ -48,43 +43,39 @@ auto always(const std::string& line)
     return [line](int) { return line; };
 }
 
-std::string texts(const std::string& verb, int first, int count)
+void demandTrue(const std::vector<std::string>& answers, std::ptrdiff_t count)
 {
-    return verb + "-texts " + std::to_string(first) + " " + std::to_string(count);
+    demand(std::count(answers.begin(), answers.end(), "true") == count, "not as many agreed as should");
 }
 
-void demandAll(const std::vector<std::string>& answers, std::ptrdiff_t count, const std::string& answer)
+std::string texts(int first, int count)
 {
-    demand(std::count(answers.begin(), answers.end(), answer) == count, "not all said " + answer);
+    return "-texts " + std::to_string(first) + " " + std::to_string(count);
 }
 
-/** One of those that send at once becomes the primary process, and gets what all others send, once. */
+/** One of those that send at once becomes the primary process, and gets what all others send. */
 void starts(int count)
 {
     Scene scene;
     askAll(scene, count, always("left")); // all are there
-    demandAll(askAll(scene, count, [](int number) { return texts("send", number, 1); }), count - 1, "true");
-    const auto isClient = askAll(scene, count, always("isClient"));
-    demandAll(isClient, count - 1, "true");
-    const auto primary =
-        static_cast<int>(std::find(isClient.begin(), isClient.end(), "false") - isClient.begin());
-    play(scene, "S " + texts("send", primary, 1)); // which it did not send to itself
-    demand(scene.ask(name(primary), texts("take", 0, count)) == "true", "not what was sent was received");
+    const auto sent = askAll(scene, count, always("send hello"));
+    demandTrue(sent, count - 1);
+    const auto primary = std::find(sent.begin(), sent.end(), "false") - sent.begin();
+    scene.tell(std::to_string(primary), "left");
+    demand(scene.answer(std::to_string(primary)) == std::to_string(count - 1), "not all was received once");
 }
 
-/** The primary process ends in every round. The next one, which tries all the time or comes later, is it. */
+/** The primary process ends in every round, and the next one tries all the time. */
 void successions(const std::string& end, int rounds)
 {
     Scene scene;
     play(scene, "A isClient: false");
     for (int round = 0; round < rounds; ++round) {
-        const std::string next = round % 2 == 0 ? "B" : "A";
-        const std::string ends = (round % 2 == 0 ? "A " : "B ") + end + "; ";
+        const std::string next = round % 2 == 0 ? "B " : "A ";
         const std::string text = std::to_string(round);
         play(scene,
-            round % 4 < 2 ? next + " succeed!: begun; " + ends + next + " answers"
-                          : next + " left: 0; " + ends + next + " succeed");
-        play(scene, "C send " + text + "; " + next + " next: " + text + "; " + next + " left: 0");
+            next + "succeed!: begun; " + (round % 2 == 0 ? "A " : "B ") + end + "; " + next + "answers");
+        play(scene, "C send " + text + "; " + next + "next: " + text + "; " + next + "left: 0");
     }
 }
 
@@ -95,9 +86,9 @@ void messages(int clients, int count)
     Scene scene;
     play(scene, "P isClient: false");
     for (int first = 0; first < count; first += clients * share) {
-        const auto send = [=](int number) { return texts("send", first + number * share, share); };
-        demandAll(askAll(scene, clients, send), clients, "true");
-        play(scene, "P " + texts("take", first, clients * share));
+        const auto send = [=](int number) { return "send" + texts(first + number * share, share); };
+        demandTrue(askAll(scene, clients, send), clients);
+        play(scene, "P take" + texts(first, clients * share));
     }
 }
 
@@ -106,32 +97,32 @@ void mutexes(int processes, int rounds)
 {
     Scene scene;
     for (int round = 0; round < rounds; ++round) {
-        demandAll(askAll(scene, processes, always("often 1000 a b")), processes, "true");
+        demandTrue(askAll(scene, processes, always("often 1000 a b")), processes);
         play(scene, "P open a: missing");
     }
 }
 
 } // namespace
 
+/** The driver and its amount, which is what was promised if there is none. */
 int main(int argc, char** argv)
 {
     const std::string driver = argc > 1 ? argv[1] : "";
-    const int amount = argc > 2 ? std::atoi(argv[2]) : 0;
+    const auto amount = [=](int promised) { return argc > 2 ? std::atoi(argv[2]) : promised; };
     const std::map<std::string, std::function<void()>> drivers {
         { "starts",
             [=] {
-                for (int round = 0; round < (amount ? 2 : 20); ++round) {
-                    starts(amount ? amount : 100);
+                for (int round = 0; round < amount(100) / 5; ++round) {
+                    starts(amount(100));
                 }
             } },
-        { "kills", [=] { successions("kill", amount ? amount : 1000); } },
-        { "ends", [=] { successions("end", amount ? amount : 1000); } },
-        { "messages", [=] { messages(8, amount ? amount : 10000); } },
-        { "mutexes", [=] { mutexes(8, amount ? amount : 20); } },
+        { "kills", [=] { successions("kill", amount(1000)); } },
+        { "ends", [=] { successions("end", amount(1000)); } },
+        { "messages", [=] { messages(8, amount(10000)); } },
+        { "mutexes", [=] { mutexes(8, amount(20)); } },
     };
     try {
         drivers.at(driver)();
-        std::cout << driver << ": everything held" << std::endl;
         return EXIT_SUCCESS;
     } catch (const std::exception& wrong) {
         std::cerr << driver << ": " << wrong.what() << std::endl;

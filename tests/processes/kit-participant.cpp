@@ -7,9 +7,9 @@
 #include <vantkit-qt/qtsingleapplication/src/qtlockedfile.h>
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QUrl>
 
+#include <memory>
 #include <random>
 #include <thread>
 
@@ -24,26 +24,40 @@ void collectWarning(QtMsgType /*type*/, const QMessageLogContext& /*context*/, c
     warnings += " [" + text.toStdString() + "]";
 }
 
+/** Has all done by the main thread, whose event loop runs meanwhile, or directly, and tells the warnings. */
+Verbs performed(Verbs verbs, Qt::ConnectionType how)
+{
+    for (auto& [name, verb] : verbs) {
+        verb = [how, perform = verb](const Words& words) {
+            std::string answer;
+            QMetaObject::invokeMethod(
+                qApp, [&] { answer = perform(words); }, how);
+            return answer + std::exchange(warnings, {});
+        };
+    }
+    return verbs;
+}
+
 /** The file "file", or that of another name. A lock that may be waited for has a word more. */
 Verbs fileVerbs()
 {
     const auto file = std::make_shared<std::unique_ptr<QtLockedFile>>();
-    const auto renew = [=](const QString& name) {
-        *file = std::make_unique<QtLockedFile>(name);
-        return (*file)->open(QIODevice::ReadWrite);
+    const auto open = [=](QIODevice::OpenMode more = {}) {
+        return (*file)->open(QIODevice::ReadWrite | more);
     };
-    renew(QStringLiteral("file"));
+    const auto renew = [=](const std::string& name) {
+        *file = std::make_unique<QtLockedFile>(QString::fromStdString(name));
+        return open();
+    };
+    renew("file");
     const auto lock = [=](QtLockedFile::LockMode mode) {
         return [=](const Words& words) { return yesOrNo((*file)->lock(mode, !words.empty())); };
     };
-    const auto open = [=](QIODevice::OpenMode mode) {
-        return [=](const Words&) { return yesOrNo((*file)->open(mode)); };
-    };
     Verbs verbs {
-        { "new", [=](const Words& words) { return yesOrNo(renew(QString::fromStdString(words.at(0)))); } },
-        { "shut", [=](const Words&) { return (*file)->close(), yesOrNo(true); } },
-        { "reopen", open(QIODevice::ReadWrite) },
-        { "truncate", open(QIODevice::ReadWrite | QIODevice::Truncate) },
+        { "new", [=](const Words& words) { return yesOrNo(renew(words.at(0))); } },
+        { "shut", [=](const Words&) { return (*file)->close(), "true"; } },
+        { "reopen", [=](const Words&) { return yesOrNo(open()); } },
+        { "truncate", [=](const Words&) { return yesOrNo(open(QIODevice::Truncate)); } },
         { "read", lock(QtLockedFile::ReadLock) },
         { "write", lock(QtLockedFile::WriteLock) },
         { "none", lock(QtLockedFile::NoLock) },
@@ -51,23 +65,21 @@ Verbs fileVerbs()
         { "mode", [=](const Words&) { return std::to_string((*file)->lockMode()); } },
     };
     verbs.merge(mutexVerbs());
-    return verbs;
+    return performed(verbs, Qt::DirectConnection);
 }
 
-/** A text of its own for each number, of up to a million bytes, with all that is special. */
-QString textOf(int number)
+/** So many texts from a number on; each number has its own, of up to a million bytes, with all that is special. */
+QStringList texts(const Words& words)
 {
     static const QString letters = QStringLiteral("\uFFFD\u2028😀𝄞漢яéZ0 \t\n\r\n\"'`\\%\x7F");
-    std::minstd_rand random(static_cast<unsigned>(number) + 1);
-    const QString phrase = QString::number(number) + letters.right(static_cast<int>(random() % 16));
-    return phrase.repeated(1 << random() % 15);
-}
-
-/** By which a text is told apart, of thousands that are long. */
-QString signOf(const QString& text)
-{
-    return text.size() < 1000 ? text
-                              : QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Md5).toHex();
+    QStringList texts;
+    for (int number = std::stoi(words.at(0)); texts.size() < std::stoi(words.at(1)); ++number) {
+        std::minstd_rand random(static_cast<unsigned>(number) + 1);
+        const QString phrase = QString::number(number) + letters.right(static_cast<int>(random() % 16));
+        texts += phrase.repeated(1 << random() % 15);
+    }
+    texts.sort();
+    return texts;
 }
 
 /** Of the one identity that all participants have. */
@@ -87,6 +99,12 @@ public:
         return m_peer.get();
     }
 
+    bool send(const QStringList& texts, int timeout = 20000)
+    {
+        return std::all_of(texts.begin(), texts.end(),
+            [=](const QString& text) { return (*this)->sendMessage(text, timeout); });
+    }
+
     std::string next()
     {
         while (received.isEmpty()) {
@@ -95,71 +113,43 @@ public:
         return QUrl::toPercentEncoding(received.takeFirst()).toStdString();
     }
 
-    /** Those of the numbers from the first word on, as many as the second says. */
-    static QStringList texts(const Words& words)
-    {
-        QStringList texts;
-        for (int number = std::stoi(words.at(0)); texts.size() < std::stoi(words.at(1)); ++number) {
-            texts += textOf(number);
-        }
-        return texts;
-    }
-
 private Q_SLOTS:
 
-    void receive(const QString& text) { received += signOf(text); }
+    void receive(const QString& text) { received += text; }
 
 private:
     std::unique_ptr<QtLocalPeer> m_peer;
 };
-
-bool send(Peer& peer, const Words& words)
-{
-    const QByteArray text = QByteArray::fromStdString(words.empty() ? "" : words[0]);
-    return peer->sendMessage(QUrl::fromPercentEncoding(text), words.size() < 2 ? 20000 : std::stoi(words[1]));
-}
-
-bool sendTexts(Peer& peer, const Words& words)
-{
-    const QStringList texts = Peer::texts(words);
-    return std::all_of(
-        texts.begin(), texts.end(), [&](const QString& text) { return peer->sendMessage(text, 20000); });
-}
-
-/** Whether they came, each once, and nothing else. */
-bool takeTexts(Peer& peer, const Words& words)
-{
-    QStringList expected = Peer::texts(words);
-    std::transform(expected.begin(), expected.end(), expected.begin(), signOf);
-    expected.sort();
-    QStringList received = std::exchange(peer.received, {});
-    received.sort();
-    return received == expected;
-}
-
-/** Tries until it is the primary process. */
-bool succeed(Peer& peer)
-{
-    while (peer->isClient()) { }
-    return true;
-}
 
 Verbs peerVerbs(Peer& peer)
 {
     Verbs verbs {
         { "identity", [&](const Words&) { return peer->applicationId().toStdString(); } },
         { "isClient", [&](const Words&) { return yesOrNo(peer->isClient()); } },
-        { "succeed", [&](const Words&) { return yesOrNo(succeed(peer)); } },
+        { "succeed",
+            [&](const Words&) {
+                while (peer->isClient()) { }
+                return "true";
+            } },
         { "unlock", [&](const Words&) { return yesOrNo(peer->unlock()); } },
-        { "send", [&](const Words& words) { return yesOrNo(send(peer, words)); } },
-        { "send-texts", [&](const Words& words) { return yesOrNo(sendTexts(peer, words)); } },
-        { "take-texts", [&](const Words& words) { return yesOrNo(takeTexts(peer, words)); } },
+        { "send",
+            [&](const Words& words) {
+                const QByteArray text = QByteArray::fromStdString(words.empty() ? "" : words[0]);
+                const int timeout = words.size() < 2 ? 20000 : std::stoi(words[1]);
+                return yesOrNo(peer.send({ QUrl::fromPercentEncoding(text) }, timeout));
+            } },
+        { "send-texts", [&](const Words& words) { return yesOrNo(peer.send(texts(words))); } },
+        { "take-texts",
+            [&](const Words& words) {
+                peer.received.sort();
+                return yesOrNo(std::exchange(peer.received, {}) == texts(words));
+            } },
         { "next", [&](const Words&) { return peer.next(); } },
         { "left", [&](const Words&) { return std::to_string(peer.received.size()); } },
     };
     verbs.merge(mutexVerbs());
     verbs.merge(systemVerbs());
-    return verbs;
+    return performed(verbs, Qt::BlockingQueuedConnection);
 }
 
 } // namespace
@@ -170,18 +160,8 @@ int main(int argc, char** argv)
     qInstallMessageHandler(collectWarning);
     {
         Peer peer;
-        Participant participant(peerVerbs(peer), fileVerbs);
         std::thread input([&] {
-            // What it is told is done by the main thread, whose event loop runs meanwhile.
-            Participant::serve([&](const std::string& line) {
-                std::string answer;
-                const auto perform = [&] {
-                    answer = participant.perform(line);
-                    answer += std::exchange(warnings, {});
-                };
-                QMetaObject::invokeMethod(&application, perform, Qt::BlockingQueuedConnection);
-                return answer;
-            });
+            serve(peerVerbs(peer), fileVerbs);
             QMetaObject::invokeMethod(&application, "quit", Qt::QueuedConnection);
         });
         QCoreApplication::exec();

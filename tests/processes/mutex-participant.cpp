@@ -7,6 +7,5 @@ int main()
 {
     Verbs verbs = mutexVerbs();
     verbs.merge(systemVerbs());
-    Participant participant(verbs, mutexVerbs);
-    Participant::serve([&](const std::string& line) { return participant.perform(line); });
+    serve(verbs, mutexVerbs);
 }

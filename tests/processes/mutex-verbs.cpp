@@ -5,82 +5,90 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <type_traits>
 
 namespace {
 
 namespace fs = std::filesystem;
 
+/** As QtLockedFile names the mutexes of the folder's files: "file" is a writer's, "file0" a reader's. */
+auto textOf(const std::string& name)
+{
+    std::string folder = fs::current_path().generic_string();
+    std::transform(folder.begin(), folder.end(), folder.begin(), ::tolower);
+    return fs::path("QtLockedFile mutex " + folder + "/" + name)
+        .string<std::remove_const_t<std::remove_pointer_t<LPCWSTR>>>();
+}
+
+HANDLE opened(const std::string& name)
+{
+    return OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, textOf(name).c_str());
+}
+
+/** Whether nobody else goes through here with one of the names. */
+bool isAlone(const Words& names)
+{
+    const std::string id = std::to_string(GetCurrentProcessId());
+    for (const std::string& name : names) {
+        std::ofstream("owner of " + name) << id;
+    }
+    return std::all_of(names.begin(), names.end(), [&id](const std::string& name) {
+        std::string last;
+        return std::ifstream("owner of " + name) >> last && last == id;
+    });
+}
+
+/** Which of the mutexes of the file "file" have another owner: that of a reader, or of the writer. */
+std::string owned(const Words& /*words*/)
+{
+    std::string found;
+    for (int slot = -1; slot < 100; ++slot) {
+        const std::string number = slot < 0 ? "" : std::to_string(slot);
+        const HANDLE handle = opened("file" + number);
+        if (handle && WaitForSingleObject(handle, 0) == WAIT_TIMEOUT) {
+            found += (found.empty() ? "" : " ") + (slot < 0 ? "writer" : number);
+        } else if (handle) {
+            ReleaseMutex(handle);
+        }
+        CloseHandle(handle);
+    }
+    return found;
+}
+
 /** The handles of one thread, by the names of the mutexes. */
 class Mutexes
 {
 public:
-    Mutexes() = default;
-
-    ~Mutexes()
-    {
-        while (!m_handles.empty()) {
-            close(m_handles.begin()->first);
-        }
-    }
-
-    Mutexes(const Mutexes&) = delete;
-    Mutexes& operator=(const Mutexes&) = delete;
-
     bool create(const std::string& name)
     {
-        const std::u16string text = textOf(name);
-        const HANDLE handle = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(text.c_str()));
-        return handle && (close(name), m_handles.emplace(name, handle).second);
+        return keep(name, CreateMutexW(nullptr, FALSE, textOf(name).c_str()));
     }
 
     std::string open(const std::string& name)
     {
-        if (const HANDLE handle = opened(name)) {
-            close(name);
-            m_handles.emplace(name, handle);
-            return "true";
-        }
-        return GetLastError() == ERROR_FILE_NOT_FOUND ? "missing" : "failed";
+        return keep(name, opened(name))              ? "true"
+            : GetLastError() == ERROR_FILE_NOT_FOUND ? "missing"
+                                                     : "failed";
     }
 
-    bool close(const std::string& name)
-    {
-        const auto handle = m_handles.find(name);
-        return handle != m_handles.end() && CloseHandle(handle->second) != FALSE
-            && (m_handles.erase(handle), true);
-    }
+    bool close(const std::string& name) { return m_handles.erase(name) > 0; }
+
+    bool release(const std::string& name) { return ReleaseMutex(m_handles.at(name).get()) != FALSE; }
 
     std::string wait(const Words& names, DWORD limit)
     {
         std::vector<HANDLE> handles;
         for (const std::string& name : names) {
-            handles.push_back(m_handles.at(name));
+            handles.push_back(m_handles.at(name).get());
         }
         const DWORD result = handles.size() == 1
             ? WaitForSingleObject(handles[0], limit)
             : WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), TRUE, limit);
-        static const std::map<DWORD, std::string> answers { { WAIT_OBJECT_0, "true" },
-            { WAIT_ABANDONED, "abandoned" }, { WAIT_TIMEOUT, "busy" } };
-        return answers.count(result) > 0 ? answers.at(result) : "failed";
-    }
-
-    bool release(const std::string& name) { return ReleaseMutex(m_handles.at(name)) != FALSE; }
-
-    /** Which of the mutexes of the file "file" have another owner: that of a reader, or of the writer. */
-    static std::string owned()
-    {
-        std::string found;
-        for (int slot = -1; slot < 100; ++slot) {
-            const std::string number = slot < 0 ? "" : std::to_string(slot);
-            const HANDLE handle = opened("file" + number);
-            if (handle && WaitForSingleObject(handle, 0) == WAIT_TIMEOUT) {
-                found += (found.empty() ? "" : " ") + (slot < 0 ? "writer" : number);
-            } else if (handle) {
-                ReleaseMutex(handle);
-            }
-            CloseHandle(handle);
-        }
-        return found;
+        return result == WAIT_OBJECT_0 ? "true"
+            : result == WAIT_ABANDONED ? "abandoned"
+            : result == WAIT_TIMEOUT   ? "busy"
+                                       : "failed";
     }
 
     /** Creates, takes, releases and closes them for so many milliseconds. */
@@ -102,36 +110,15 @@ public:
     }
 
 private:
-    /** As QtLockedFile names the mutexes of the folder's files: "file" is a writer's, "file0" a reader's. */
-    static std::u16string textOf(const std::string& name)
+    bool keep(const std::string& name, HANDLE handle)
     {
-        std::string folder = fs::current_path().generic_string();
-        std::transform(folder.begin(), folder.end(), folder.begin(),
-            [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-        return fs::path("QtLockedFile mutex " + folder + "/" + name).u16string();
-    }
-
-    static HANDLE opened(const std::string& name)
-    {
-        const std::u16string text = textOf(name);
-        return OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, reinterpret_cast<LPCWSTR>(text.c_str()));
-    }
-
-    /** Whether nobody else goes through here with one of the names. */
-    static bool isAlone(const Words& names)
-    {
-        const std::string id = std::to_string(GetCurrentProcessId());
-        for (const std::string& name : names) {
-            std::ofstream("owner of " + name) << id;
+        if (handle) {
+            m_handles[name].reset(handle, CloseHandle);
         }
-        return std::all_of(names.begin(), names.end(), [&id](const std::string& name) {
-            std::string last;
-            std::ifstream("owner of " + name) >> last;
-            return last == id;
-        });
+        return handle != nullptr;
     }
 
-    std::map<std::string, HANDLE> m_handles;
+    std::map<std::string, std::shared_ptr<void>> m_handles;
 };
 
 } // namespace
@@ -149,12 +136,7 @@ Verbs mutexVerbs()
         { "take", [=](const Words& names) { return mutexes->wait(names, INFINITE); } },
         { "try", [=](const Words& names) { return mutexes->wait(names, 0); } },
         { "release", forAll(&Mutexes::release) },
-        { "pass",
-            [=](const Words& names) {
-                const std::string answer = mutexes->wait(names, INFINITE);
-                return mutexes->forAll(names, &Mutexes::release) ? answer : "failed";
-            } },
-        { "owned", [](const Words&) { return Mutexes::owned(); } },
+        { "owned", owned },
         { "often",
             [=](const Words& words) {
                 return yesOrNo(mutexes->often(std::stoi(words.at(0)), { words.begin() + 1, words.end() }));

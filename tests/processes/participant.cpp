@@ -2,32 +2,22 @@
 
 #include "processes/queue.h"
 
-#include <cctype>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <sstream>
 #include <thread>
-#include <utility>
 
 namespace {
 
-std::string performWith(const Verbs& verbs, const std::string& line)
+std::string perform(const Verbs& verbs, std::istream& line)
 {
-    std::istringstream stream(line);
     std::string verb;
-    stream >> verb;
-    return verbs.at(verb)(Words(std::istream_iterator<std::string>(stream), {}));
+    line >> verb;
+    return verbs.at(verb)(Words(std::istream_iterator<std::string>(line), {}));
 }
 
-} // namespace
-
-std::string yesOrNo(bool yes)
-{
-    return yes ? "true" : "false";
-}
-
-struct Participant::Thread
+struct Thread
 {
     Queue lines;
     Queue answers;
@@ -37,47 +27,43 @@ struct Participant::Thread
         : thread([this, makeVerbs] {
             const Verbs verbs = makeVerbs();
             while (const auto line = lines.pop()) {
-                answers.push(performWith(verbs, *line));
+                std::istringstream words(*line);
+                answers.push(perform(verbs, words));
             }
         })
     { }
 
     ~Thread()
     {
-        lines.close();
+        lines.push(std::nullopt);
         thread.join();
     }
 };
 
-Participant::Participant(Verbs own, std::function<Verbs()> ofThread)
-    : m_verbs(std::move(own))
-    , m_verbsOfThread(std::move(ofThread))
-{ }
+} // namespace
 
-Participant::~Participant() = default;
-
-std::string Participant::perform(std::string line)
+std::string yesOrNo(bool yes)
 {
-    if (line.back() == '!') {
-        line.pop_back();
-        std::cout << "begun" << std::endl;
-    }
-    if (std::isdigit(line.front()) == 0) {
-        return performWith(m_verbs, line);
-    }
-    const std::size_t blank = line.find(' ');
-    std::unique_ptr<Thread>& thread = m_threads[line.substr(0, blank)];
-    if (!thread) {
-        thread = std::make_unique<Thread>(m_verbsOfThread);
-    }
-    thread->lines.push(line.substr(blank));
-    return thread->answers.pop().value();
+    return yes ? "true" : "false";
 }
 
-void Participant::serve(const std::function<std::string(const std::string& line)>& perform)
+void serve(const Verbs& own, const std::function<Verbs()>& ofThread)
 {
     std::filesystem::current_path(std::filesystem::temp_directory_path());
+    std::map<int, Thread> threads;
     for (std::string line; std::getline(std::cin, line);) {
-        std::cout << perform(line) << std::endl;
+        if (line.back() == '!') {
+            line.pop_back();
+            std::cout << "begun" << std::endl;
+        }
+        std::istringstream words(line);
+        if (int number = 0; words >> number) {
+            Thread& thread = threads.try_emplace(number, ofThread).first->second;
+            thread.lines.push(line.substr(static_cast<std::size_t>(words.tellg())));
+            std::cout << thread.answers.pop().value() << std::endl;
+        } else {
+            words.clear();
+            std::cout << perform(own, words) << std::endl;
+        }
     }
 }

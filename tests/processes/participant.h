@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,30 +16,10 @@ std::string yesOrNo(bool yes);
 Verbs mutexVerbs();
 
 /**
- * The other side of a Scene: does what it is told, a line at a time, and answers each on a line.
+ * The other side of a Scene, in its folder: does what each line of the input tells, until that ends, and
+ * answers with a line.
  *
- * A line is a verb and its words. A number before the verb says which thread does it instead of the main one.
- * With a "!" at the end of the line, "begun" is said first.
+ * A line is a verb and its words. A number before the verb says which thread does it instead of this one; each
+ * has verbs of its own, which @p ofThread gives. With a "!" at the end of the line, "begun" is said first.
  */
-class Participant
-{
-public:
-    /** Each thread has verbs of its own, which @p ofThread gives. */
-    Participant(Verbs own, std::function<Verbs()> ofThread);
-    ~Participant();
-
-    Participant(const Participant&) = delete;
-    Participant& operator=(const Participant&) = delete;
-
-    std::string perform(std::string line);
-
-    /** Goes to the folder of temporary files, and has each line of the input performed until that ends. */
-    static void serve(const std::function<std::string(const std::string& line)>& perform);
-
-private:
-    struct Thread;
-
-    Verbs m_verbs;
-    std::function<Verbs()> m_verbsOfThread;
-    std::map<std::string, std::unique_ptr<Thread>> m_threads;
-};
+void serve(const Verbs& own, const std::function<Verbs()>& ofThread);

@@ -7,34 +7,25 @@
 #include <optional>
 #include <string>
 
-/** Lines from one thread to another. */
+/** Lines from one thread to another. Nothing in place of a line says that there are no more. */
 class Queue
 {
 public:
-    void push(const std::string& line)
+    void push(const std::optional<std::string>& line)
     {
         const std::lock_guard<std::mutex> guard(m_mutex);
         m_lines.push_back(line);
         m_changed.notify_one();
     }
 
-    /** No more lines will come. */
-    void close()
-    {
-        const std::lock_guard<std::mutex> guard(m_mutex);
-        m_isClosed = true;
-        m_changed.notify_one();
-    }
-
-    /** The next line; nothing if none comes in time, or none is left. */
+    /** Nothing if no line comes in time, too. */
     std::optional<std::string> pop(std::chrono::milliseconds limit = std::chrono::hours(1))
     {
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_changed.wait_for(lock, limit, [this] { return m_isClosed || !m_lines.empty(); });
-        if (m_lines.empty()) {
+        if (!m_changed.wait_for(lock, limit, [this] { return !m_lines.empty(); })) {
             return std::nullopt;
         }
-        const std::string line = m_lines.front();
+        const std::optional<std::string> line = m_lines.front();
         m_lines.pop_front();
         return line;
     }
@@ -42,6 +33,5 @@ public:
 private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<std::string> m_lines;
-    bool m_isClosed = false;
+    std::deque<std::optional<std::string>> m_lines;
 };

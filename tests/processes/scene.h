@@ -16,9 +16,9 @@ extern const char* const participantProgram;
  *
  *     P0 write; Q0 write: false; P kill; Q0 write
  *
- * A step is a letter for the process, which starts at its first step, then what it is told (see Participant),
- * and the answer after a colon; without one it has to be "true", and "*" is any. After " becomes " it may be
- * the answer to one of many repetitions. Some steps are no verbs:
+ * A step is a letter for the process, which starts at its first step, then what it is told (see serve), and
+ * the answer after a colon; without one it has to be "true", and "*" is any. After " becomes " it may be the
+ * answer to one of many repetitions. Some steps are no verbs:
  *
  *     P kill         does so, without giving it time to clean up
  *     P end          lets it end in order
@@ -38,20 +38,17 @@ public:
 
     const std::filesystem::path& folder() const { return m_folder; }
 
-    /** Of the local socket of the participants' peers. */
-    std::string socketPath() const;
-
     /** Empty if each step gave its answer, else the first that did not. */
     std::string play(const std::string& steps);
 
     void tell(const std::string& name, const std::string& line);
     std::string answer(const std::string& name);
-    std::string ask(const std::string& name, const std::string& line);
 
 private:
     struct Process;
 
     Process& processOf(const std::string& name);
+    std::string end(const std::string& name, bool isKilled);
     std::string perform(const std::string& name, const std::string& line);
 
     std::filesystem::path m_formerFolder;

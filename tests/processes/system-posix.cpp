@@ -64,33 +64,26 @@ void setVariable(const char* name, const std::string& value)
 
 namespace {
 
-bool limit(decltype(RLIMIT_NOFILE) resource, int value)
+auto limit(decltype(RLIMIT_NOFILE) resource)
 {
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit {};
-    getrlimit(resource, &limit);
-    limit.rlim_cur = static_cast<rlim_t>(value);
-    return setrlimit(resource, &limit) == 0;
-}
-
-/** Leaves room for so many further open files. */
-bool limitOpenFiles(int room)
-{
-    int file = 0;
-    while (fcntl(file, F_GETFD) >= 0 || room-- > 0) {
-        ++file;
-    }
-    return limit(RLIMIT_NOFILE, file);
+    return [=](const Words& words) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit {};
+        getrlimit(resource, &limit);
+        limit.rlim_cur = std::stoul(words.at(0));
+        return yesOrNo(setrlimit(resource, &limit) == 0);
+    };
 }
 
 /** What comes with a new user is undone: sanitizers look into the process, and it ends with its driver. */
-bool become(uid_t user)
+std::string become(const Words& words)
 {
-    return setuid(user) == 0 && prctl(PR_SET_DUMPABLE, 1) == 0 && prctl(PR_SET_PDEATHSIG, SIGKILL) == 0;
+    return yesOrNo(setuid(static_cast<uid_t>(std::stoul(words.at(0)))) == 0 && prctl(PR_SET_DUMPABLE, 1) == 0
+        && prctl(PR_SET_PDEATHSIG, SIGKILL) == 0);
 }
 
 /** Of the mutexes that this process has open. */
-bool removeMutexFiles()
+std::string removeMutexFiles(const Words& /*words*/)
 {
     bool isDone = false;
     for (const auto& open : fs::directory_iterator("/proc/self/fd")) {
@@ -98,10 +91,16 @@ bool removeMutexFiles()
         const fs::path file = fs::read_symlink(open.path(), isGone);
         isDone = (file.extension() == ".mutex" && fs::remove(file)) || isDone;
     }
-    return isDone;
+    return yesOrNo(isDone);
 }
 
-std::string addressSpaceAtItsPeak()
+std::string logIn(const Words& /*words*/)
+{
+    return yesOrNo(static_cast<bool>(std::ofstream("/proc/self/loginuid") << geteuid() << std::flush));
+}
+
+/** The address space at its peak, in KB. */
+std::string memory(const Words& /*words*/)
 {
     std::ifstream status("/proc/self/status");
     std::string word;
@@ -115,18 +114,12 @@ std::string addressSpaceAtItsPeak()
 Verbs systemVerbs()
 {
     return {
-        { "limit", [](const Words& words) { return yesOrNo(limitOpenFiles(std::stoi(words.at(0)))); } },
-        { "write-nothing", [](const Words&) { return yesOrNo(limit(RLIMIT_FSIZE, 0)); } },
-        { "remove-files", [](const Words&) { return yesOrNo(removeMutexFiles()); } },
-        { "set", [](const Words& words) { return setVariable(words.at(0).c_str(), words.at(1)), "true"; } },
-        { "become",
-            [](const Words& words) { return yesOrNo(become(static_cast<uid_t>(std::stoul(words.at(0))))); } },
-        { "log-in",
-            [](const Words&) {
-                std::ofstream user("/proc/self/loginuid");
-                return yesOrNo(static_cast<bool>(user << geteuid() << std::flush));
-            } },
+        { "limit-files", limit(RLIMIT_NOFILE) },
+        { "limit-writing", limit(RLIMIT_FSIZE) },
+        { "remove-files", removeMutexFiles },
+        { "become", become },
+        { "log-in", logIn },
         { "is-rested", [](const Words&) { return yesOrNo(std::clock() < CLOCKS_PER_SEC / 5); } },
-        { "memory", [](const Words&) { return addressSpaceAtItsPeak(); } },
+        { "memory", memory },
     };
 }

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <process.h>
+#include <psapi.h>
 #include <windows.h>
 
 StartedProgram startProgram(const std::string& path)
@@ -51,5 +52,9 @@ void setVariable(const char* name, const std::string& value)
 
 Verbs systemVerbs()
 {
-    return {};
+    return { { "memory", [](const Words&) {
+                  PROCESS_MEMORY_COUNTERS counters {};
+                  K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+                  return std::to_string(counters.PeakPagefileUsage / 1024);
+              } } };
 }

@@ -2,7 +2,7 @@
 
 #include "processes/scene.h"
 
-#include <QString>
+#include <QDir>
 
 /** What the peers of all participants are known by. */
 constexpr const char* sceneIdentity = "scene";
@@ -17,7 +17,9 @@ public:
 
     QString answer(const char* name) { return QString::fromStdString(Scene::answer(name)); }
 
-    QString ask(const char* name, const char* line) { return QString::fromStdString(Scene::ask(name, line)); }
-
-    QString socketPath() const { return QString::fromStdString(Scene::socketPath()); }
+    /** Of the participants' peers, once there is one. */
+    static QString socketName()
+    {
+        return QDir::temp().entryList({ "*-lockfile" }).value(0).section("-lockfile", 0, 0);
+    }
 };

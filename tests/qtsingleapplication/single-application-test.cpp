@@ -29,7 +29,7 @@ protected:
 
 } // namespace
 
-/** The application object, which is in this process; P, Q, R and S are others of the same application. */
+/** The application object, which is in this process; P, Q and R are others of the same application. */
 class SingleApplicationTest : public GuardedTest
 {
     Q_OBJECT
@@ -69,28 +69,18 @@ void SingleApplicationTest::roles()
         QCOMPARE(others.play("P next: hello; P end"), QString());
         QVERIFY(!application.isRunning());
         QVERIFY(!application.sendMessage("no"));
-        QCOMPARE(others.play("Q isClient"), QString());
         QVERIFY(application.unlock());
-        QCOMPARE(others.play("Q isClient: false [QtSingleCoreApplication: listen on local socket failed, "
-                             "QLocalServer::listen: Address in use]; Q end"),
-            QString());
     }
-    for (const bool gui : { true, false }) {
-        const QtSingleApplication application(argumentCount, arguments, gui);
-        QCOMPARE(application.id(), QCoreApplication::applicationFilePath().toLower());
-    }
-    QCOMPARE(others.play("Q isClient: false"), QString());
+    const QtSingleApplication application(argumentCount, arguments, false);
+    QCOMPARE(application.id(), QCoreApplication::applicationFilePath().toLower());
 }
 
 void SingleApplicationTest::activation_data()
 {
     QTest::addColumn<int>("activations");
-    QTest::newRow("window on") << 1;
-    QTest::newRow("window off") << 0;
-    QTest::newRow("window on, window on, window off") << 0;
+    QTest::newRow("window on, window off") << 0;
     QTest::newRow("window on, window on") << 2;
     QTest::newRow("window on, none on") << 0;
-    QTest::newRow("none on, window off, window on") << 1;
     QTest::newRow("deleted on") << 0;
 }
 
@@ -121,10 +111,8 @@ void SingleApplicationTest::activation()
     QTRY_COMPARE(received, QStringList("hello"));
     QCOMPARE(others.answer("Q"), "true");
     QCOMPARE(minimised.raised, activations);
-    if (activations == 0 && target) {
-        application.activateWindow();
-    }
-    QVERIFY(!target || minimised.raised > 0);
+    application.activateWindow();
+    QCOMPARE(minimised.raised, target ? activations + 1 : 0);
     QCOMPARE(minimised.windowState() & ~Qt::WindowActive, target ? Qt::WindowMaximized : iconic);
     QTRY_COMPARE(QApplication::activeWindow(), target ? &minimised : &front);
 }
@@ -139,20 +127,17 @@ void SingleApplicationTest::nestedLoop()
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(runLoop(const QString&)));
     QVERIFY(!application.isRunning());
     others.tell("P", "send first");
-    QTRY_COMPARE(received, QStringList({ "first", "second", "second", "second", "answered" }));
+    QTRY_COMPARE(received, QStringList({ "first", "second", "second", "answered" }));
 }
 
 void SingleApplicationTest::runLoop(const QString& text)
 {
     received += text;
     if (text == "first") {
-        for (const char* sender : { "Q", "R", "S" }) {
-            scene->tell(sender, "send second");
-        }
-        QTRY_COMPARE(received.size(), 4);
-        for (const char* sender : { "P", "Q", "R", "S" }) {
-            QCOMPARE(scene->answer(sender), "true");
-        }
+        scene->tell("Q", "send second");
+        scene->tell("R", "send second");
+        QTRY_COMPARE(received.size(), 3);
+        QCOMPARE(scene->answer("P") + scene->answer("Q") + scene->answer("R"), "truetruetrue");
         received += "answered";
     }
 }
