@@ -68,7 +68,7 @@ TEST_CASE("A handle that is closed has no mutex, whoever else has its file open"
     while (child == 0) {
         pause();
     }
-    CloseHandle(handle);
+    CHECK(CloseHandle(handle));
     CHECK(WaitForSingleObject(other, 0) == WAIT_ABANDONED);
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);

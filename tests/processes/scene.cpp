@@ -85,8 +85,7 @@ std::string Scene::perform(const std::string& name, const std::string& line)
 {
     Process& process = processOf(name);
     if (line == "stop" || line == "go") {
-        stopProgram(process.program, line == "stop");
-        return "true";
+        return signalProgram(process.program, line), "true";
     }
     if (line == "waits") {
         return process.lines.pop(std::chrono::milliseconds(50)).value_or("true");
@@ -105,7 +104,7 @@ std::string Scene::end(const std::string& name, bool isKilled)
 {
     Process& process = processOf(name);
     if (isKilled) {
-        killProgram(process.program);
+        signalProgram(process.program, "kill");
     }
     std::fclose(process.program.input);
     process.reader.join();

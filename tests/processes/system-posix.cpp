@@ -37,16 +37,12 @@ StartedProgram startProgram(const std::string& path)
     return { id, fdopen(input[1], "w"), fdopen(output[0], "r") };
 }
 
-void killProgram(const StartedProgram& program)
+void signalProgram(const StartedProgram& program, const std::string& signal)
 {
-    kill(static_cast<pid_t>(program.id), SIGKILL);
-}
-
-void stopProgram(const StartedProgram& program, bool isStopped)
-{
-    kill(static_cast<pid_t>(program.id), isStopped ? SIGSTOP : SIGCONT);
-    if (isStopped) {
-        waitpid(static_cast<pid_t>(program.id), nullptr, WUNTRACED);
+    const auto id = static_cast<pid_t>(program.id);
+    kill(id, signal == "kill" ? SIGKILL : signal == "stop" ? SIGSTOP : SIGCONT);
+    if (signal == "stop") {
+        waitpid(id, nullptr, WUNTRACED);
     }
 }
 

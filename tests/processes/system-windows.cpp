@@ -5,8 +5,12 @@
 #include <fcntl.h>
 #include <io.h>
 #include <process.h>
-#include <psapi.h>
 #include <windows.h>
+// Not to be sorted: it needs the one before.
+// clang-format off
+#include <psapi.h>
+
+// clang-format on
 
 StartedProgram startProgram(const std::string& path)
 {
@@ -28,14 +32,12 @@ StartedProgram startProgram(const std::string& path)
     return { id, _fdopen(input[1], "w"), _fdopen(output[0], "r") };
 }
 
-void killProgram(const StartedProgram& program)
+void signalProgram(const StartedProgram& program, const std::string& signal)
 {
+    if (signal != "kill") {
+        std::abort(); // Windows has no such call
+    }
     TerminateProcess(reinterpret_cast<HANDLE>(program.id), 9);
-}
-
-void stopProgram(const StartedProgram& /*program*/, bool /*isStopped*/)
-{
-    std::abort(); // Windows has no such call
 }
 
 int exitCodeOf(const StartedProgram& program)

@@ -18,11 +18,8 @@ struct StartedProgram
 
 StartedProgram startProgram(const std::string& path);
 
-/** Leaves it no time for anything. */
-void killProgram(const StartedProgram& program);
-
-/** Keeps it from going on, or lets it. */
-void stopProgram(const StartedProgram& program, bool isStopped);
+/** "kill" leaves it no time for anything, "stop" keeps it from going on until "go". */
+void signalProgram(const StartedProgram& program, const std::string& signal);
 
 /** Waits for its end; 0 if that was in order. */
 int exitCodeOf(const StartedProgram& program);

@@ -7,6 +7,8 @@
 #include <QLocalSocket>
 #include <QtTest>
 
+constexpr int longEnough = 30000; // milliseconds
+
 /** What a peer sends, and what others may do to it. */
 class LocalPeerTest : public GuardedTest
 {
@@ -21,30 +23,17 @@ private Q_SLOTS:
 
 public Q_SLOTS:
 
-    void succeed() { QCOMPARE(successors->play("P isClient: false"), QString()); }
-
-private:
-    KitScene* successors = nullptr;
+    void succeed() { QVERIFY(!QtLocalPeer(nullptr, sceneIdentity).isClient()); }
 };
-
-namespace {
-
-constexpr int longEnough = 30000; // milliseconds
-
-} // namespace
 
 /** Where the lock is free, the name of the socket is as well. */
 void LocalPeerTest::end()
 {
-    KitScene others;
-    successors = &others;
-    {
-        QtLocalPeer peer(nullptr, sceneIdentity);
-        QVERIFY(!peer.isClient());
-        // The base class says so when the lock is already gone, and the children are not.
-        connect(&peer, SIGNAL(destroyed()), this, SLOT(succeed()));
-    }
-    QCOMPARE(others.play("Q send hello; P next: hello"), QString());
+    const KitScene scene;
+    QtLocalPeer peer(nullptr, sceneIdentity);
+    QVERIFY(!peer.isClient());
+    // The base class says so when the lock is already gone, and the children are not.
+    connect(&peer, SIGNAL(destroyed()), this, SLOT(succeed()));
 }
 
 void LocalPeerTest::exchange_data()
