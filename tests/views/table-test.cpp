@@ -16,11 +16,8 @@ struct Table : VantTableWidget
     Table(const Columns& described, int width, int rows = 0)
         : VantTableWidget(info(described))
     {
-        header->setStyleSheet("QHeaderView::section { border: none; border-right: 4px solid #FF0000; "
-                              "background-color: #00FF00; }");
-        body->setStyleSheet(
-            "QTableView { border: none; } QTableView::item:hover { background-color: #0000FF; } "
-            "QScrollBar:vertical { width: 12px; }");
+        body->setStyleSheet("QTableView { border: none } QTableView::item:hover { background-color: #0000FF }"
+                            " QScrollBar:vertical { width: 12px }");
         body->setRowCount(rows);
         resize(width, 300);
         show();
@@ -39,17 +36,10 @@ struct Table : VantTableWidget
     /** The first column that the header does not show where the body has it, or -1. */
     int misplaced()
     {
-        const QImage picture = grab().toImage();
-        const auto differs = [&](int x, const QColor& color) {
-            const QPoint pixel = QPoint(x, 2) * displayscale::ratio();
-            return picture.valid(pixel) && picture.pixelColor(pixel) != color;
-        };
         for (int i = 0; i < body->columnCount(); ++i) {
-            const int left = body->columnViewportPosition(i);
-            const int width = body->columnWidth(i);
             const QPoint above(header->sectionViewportPosition(i), 0);
-            if (header->viewport()->mapTo(this, above).x() != left || header->sectionSize(i) != width
-                || (width >= px(20) && (differs(left, Qt::green) || differs(left + width - 1, Qt::red)))) {
+            if (header->viewport()->mapTo(this, above).x() != body->columnViewportPosition(i)
+                || header->sectionSize(i) != body->columnWidth(i)) {
                 return i;
             }
         }
@@ -75,9 +65,8 @@ private Q_SLOTS:
         QCOMPARE(table->header->sectionSize(4), px(12));
         // The body's own header is hidden, but it is the one that a screen reader knows.
         for (int i = 0; i <= mixed.size(); ++i) {
-            for (const QAbstractItemModel* model : { table->header->model(), table->body->model() }) {
-                QCOMPARE(model->headerData(i, Qt::Horizontal).toString(), mixed.value(i).title);
-            }
+            QCOMPARE(table->header->model()->headerData(i, Qt::Horizontal).toString(), mixed.value(i).title);
+            QCOMPARE(table->body->model()->headerData(i, Qt::Horizontal).toString(), mixed.value(i).title);
         }
         for (int rows : { 100, 1 }) {
             table->body->setRowCount(rows);
@@ -94,14 +83,13 @@ private Q_SLOTS:
 
     void widths()
     {
-        const int hundred = px(100);
         const Columns halves { { none, 100, true, 0.5 }, { none, 100, true, 0.5 },
             { none, 100, false, 0.5 } };
-        // With a body so wide, beside the vertical scroll bar. Two times 33 are 82.5 pixels at 120 DPI; cut one
-        // by one they would be 82.
+        // With a body so wide, beside the vertical scroll bar. Two times 33 are 82.5 pixels at 120 DPI; cut
+        // one by one they would be 82.
         const std::tuple<int, Columns, QVector<int>> rows[] {
-            { px(500), halves, { px(200), px(200), hundred } },
-            { px(50), halves, { hundred, hundred, hundred } },
+            { px(500), halves, { px(200), px(200), px(100) } },
+            { px(50), halves, { px(100), px(100), px(100) } },
             { 500, { { none, 33, false, 0 }, { none, 33, false, 0 }, { none, 1, true, 1.0 } },
                 { px(33), px(33), displayscale::pick(434, 417, 401, 368) } },
             { 499, { { none, 101, true, 0.3 }, { none, 50, true, 0.69 }, { none, 33, false, 0 } },
@@ -166,19 +154,15 @@ private Q_SLOTS:
     {
         Table table(mixed, px(200), 100);
         QWidget* over = table.header->viewport();
-        const auto turn = [over](const QPoint& angle) {
-            QWheelEvent event(QPointF(5, 5), over->mapToGlobal(QPoint(5, 5)), QPoint(), angle, Qt::NoButton,
-                Qt::NoModifier, Qt::NoScrollPhase, false);
+        for (int turn = 0; turn < 50; ++turn) {
+            QWheelEvent event({ 5, 5 }, over->mapToGlobal(QPoint(5, 5)), {},
+                { turn < 49 ? -120 : 0, turn < 49 ? 0 : -120 }, {}, {}, Qt::NoScrollPhase, false);
             QSpontaneKeyEvent::setSpontaneous(&event); // others are not handed on to parents
             qApp->notify(over, &event);
-        };
-        for (int i = 0; i < 50; ++i) {
-            turn({ -120, 0 });
         }
         const QScrollBar* bar = table.body->horizontalScrollBar();
         QVERIFY(bar->maximum() > 0 && bar->value() == bar->maximum());
         QCOMPARE(table.misplaced(), -1);
-        turn({ 0, -120 });
         QVERIFY(table.body->verticalScrollBar()->value() > 0);
     }
 
@@ -196,7 +180,7 @@ private Q_SLOTS:
             return cells;
         };
         const auto send = [&](QEvent::Type type, const QPoint& position) {
-            QHoverEvent event(type, position, QPointF());
+            QHoverEvent event(type, position, {});
             QCoreApplication::sendEvent(table.body, &event);
         };
         send(QEvent::HoverMove, { px(60), px(40) });

@@ -87,13 +87,12 @@ private Q_SLOTS:
         QWidget* viewport = tree->viewport();
         const auto hovered = [&] {
             const QImage image = window.screen()->grabWindow(window.winId()).toImage();
-            QStringList rows;
+            QString rows;
             for (int y = 6; y < viewport->height(); y += px(28)) {
-                const bool isGround =
-                    image.pixelColor(viewport->mapTo(&window, QPoint(200, y))) == hoverGround;
-                rows << (isGround ? QStringList(tree->itemAt(0, y)->text(0)) : QStringList());
+                const QColor color = image.pixelColor(viewport->mapTo(&window, QPoint(200, y)));
+                rows += color == hoverGround ? tree->itemAt(0, y)->text(0) : "";
             }
-            return rows.join(',');
+            return rows;
         };
         // The tree's own coordinates count, with the rows one pixel lower.
         const auto expected = [&](int y) { return tree->itemAt(0, y + viewport->y() - 1)->text(0); };
