@@ -119,6 +119,7 @@ path-row QPushButton:0               minimumHeight=26px maximumHeight=26px
 path-row QPushButton:1               styleSheet=@button_path_arrow flat=true focusPolicy=NoFocus
 path-row QPushButton:1               image=bt_next minimumSize=6pxx28px maximumSize=6pxx28px
 paging-bar #PAGINGBARBORDER          styleSheet=@paging_bar_border minimumHeight=29px maximumHeight=29px
+paging-bar QHBoxLayout:2             alignment=130
 paging-bar VantIconButton:0          toolTip=first_page image=bt_pagebar_backend
 paging-bar VantIconButton:1          toolTip=prev_5_pages image=bt_pagebar_back
 paging-bar VantIconButton:2          toolTip=next_5_pages image=bt_pagebar_next
@@ -155,6 +156,7 @@ calendar #qt_calendar_weekdayview    styleSheet=@table focusPolicy=NoFocus maxim
 calendar #qt_calendar_weekdayview    horizontalScrollBarPolicy=ScrollBarAlwaysOff frameShape=NoFrame
 calendar #qt_calendar_weekdayview    editTriggers=NoEditTriggers selectionMode=NoSelection
 calendar #qt_calendar_weekdayview    sizeAdjustPolicy=AdjustToContents
+calendar QHeaderView:3               styleSheet=@table_header defaultSectionSize=30
 date-selector                        minimumHeight=32px maximumHeight=32px styleSheet=@date_selector@menu
 date-selector VantCalanderView:0     minimumHeight=260px maximumHeight=260px maximumWidth=280px
 filter-bar                           styleSheet=@lineedit@filter_bar_padding

@@ -221,6 +221,7 @@ private Q_SLOTS:
         bar->setLayoutDirection(Qt::LeftToRight);
         QCOMPARE(window.button->x(), px(4));
         QCOMPARE(window.button->cursor().shape(), Qt::ArrowCursor);
+        QVERIFY(!bar->testAttribute(Qt::WA_MacShowFocusRect));
         bar->setAccessibleName("Find");
         QCOMPARE(window.told->text(QAccessible::Name), QString("Find"));
 

@@ -167,6 +167,13 @@ private Q_SLOTS:
             spy.clear();
         }
         QCOMPARE(window.keysSeen, 0);
+        for (QWidget* part : QWidgetList { window.grid, window.today }) { // not theirs to keep
+            QKeyEvent escape(QEvent::ShortcutOverride, Qt::Key_Escape, {});
+            escape.ignore();
+            QCoreApplication::sendEvent(part, &escape);
+            QVERIFY(!escape.isAccepted());
+        }
+        QVERIFY(!window.yearEditor->testAttribute(Qt::WA_MacShowFocusRect));
     }
 
     // Qt keeps a selected day, another where the arrows start, and a third that typed digits go on from.

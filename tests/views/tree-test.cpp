@@ -212,6 +212,7 @@ private Q_SLOTS:
             int escapes = 0;
             connect(&tree.delegate, &ItemDelegate::sigKeyPressed, [&] { ++escapes; });
             QCOMPARE(editor->selectedText(), name);
+            QVERIFY(!editor->testAttribute(Qt::WA_MacShowFocusRect));
             QCOMPARE(editor->styleSheet(), getStyleSheet("component.tree_item"));
             // Filled again, it keeps its one validator; no editor of this kind gets one.
             for (QWidget* filled : QWidgetList { editor, &tree }) {
