@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QPixmap>
 #include <QString>
 
@@ -32,6 +33,9 @@ QPixmap pictureOf(QWidget* widget, int margin, const QColor& ground, const std::
 
 /** Pictures in rows with a caption below each, as many in a row as @p columns. */
 QPixmap contactSheet(const std::vector<std::pair<QString, QPixmap>>& pictures, int columns);
+
+/** The colour @p name of the theme's `palette.json`; white if it has none. */
+QColor themeColour(const QString& name);
 
 /** Makes the widget look as if the pointer were over it. */
 void putPointerOn(QWidget* widget);

@@ -1,10 +1,13 @@
 #include "sheet.h"
 
 #include <vantkit-qt/utils/dpi-info.h>
+#include <vantkit-qt/utils/ui-path-manager.h>
 #include <vantkit-qt/widgets/vant-line-edit.h>
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFile>
+#include <QJsonDocument>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
@@ -16,8 +19,6 @@
 #include <set>
 
 namespace {
-
-const QColor captionColor(0x5F, 0x6E, 0x7D);
 
 int px(int designPixels)
 {
@@ -90,7 +91,7 @@ QPixmap canvas(QSize size)
     const qreal ratio = DPIinfo::getInstance().getDPR();
     QPixmap pixmap(size * ratio);
     pixmap.setDevicePixelRatio(ratio);
-    pixmap.fill(Qt::white);
+    pixmap.fill(themeColour(QStringLiteral("panel")));
     return pixmap;
 }
 
@@ -100,6 +101,15 @@ QSize logicalSize(const QPixmap& pixmap)
 }
 
 } // namespace
+
+QColor themeColour(const QString& name)
+{
+    QFile file(UIPathManager::getInstance().getPath(QStringLiteral("resource_path"))
+        + QStringLiteral("/palette.json"));
+    const QByteArray palette = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QColor colour(QJsonDocument::fromJson(palette)[name].toString());
+    return colour.isValid() ? colour : QColor(Qt::white);
+}
 
 void putPointerOn(QWidget* widget)
 {
@@ -144,7 +154,8 @@ QPixmap pictureOf(const Specimens& specimens)
         auto& row = rows.emplace_back();
         for (const Look look : specimen.looks) {
             QWidget* widget = specimen.make();
-            row[look] = pictureOf(widget, 4, Qt::white, [widget, look] { setLook(widget, look); });
+            row[look] = pictureOf(
+                widget, 4, themeColour(QStringLiteral("panel")), [widget, look] { setLook(widget, look); });
             cell = cell.expandedTo(logicalSize(row[look]));
             columns.insert(look);
         }
@@ -161,7 +172,7 @@ QPixmap pictureOf(const Specimens& specimens)
         top + cell.height() * static_cast<int>(rows.size()) + pad });
     QPainter painter(&sheet);
     painter.setFont(captionFont());
-    painter.setPen(captionColor);
+    painter.setPen(themeColour(QStringLiteral("ink-faint")));
     for (const Look look : columns) {
         painter.drawText(columnOf(look) + px(4), pad + metrics.ascent(), nameOf(look));
     }
@@ -189,7 +200,7 @@ QPixmap contactSheet(const std::vector<std::pair<QString, QPixmap>>& pictures, i
     QPixmap sheet = canvas({ step.width() * columns + px(16), step.height() * rows + px(16) });
     QPainter painter(&sheet);
     painter.setFont(captionFont());
-    painter.setPen(captionColor);
+    painter.setPen(themeColour(QStringLiteral("ink-faint")));
     for (int i = 0; i < int(pictures.size()); ++i) {
         const auto& [name, picture] = pictures[std::size_t(i)];
         const QPoint corner(px(16) + i % columns * step.width(), px(16) + i / columns * step.height());

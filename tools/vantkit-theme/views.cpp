@@ -22,7 +22,10 @@
 
 namespace {
 
-const QColor ground(0xF5, 0xF8, 0xFA);
+QColor ground()
+{
+    return themeColour(QStringLiteral("ground"));
+}
 
 int px(int designPixels)
 {
@@ -35,7 +38,7 @@ QPixmap overMask(const std::function<VantSheet*(QWidget*)>& make)
 {
     QWidget window;
     QPalette palette = window.palette();
-    palette.setColor(QPalette::Window, ground);
+    palette.setColor(QPalette::Window, ground());
     window.setPalette(palette);
     window.resize(px(580), px(580));
     VantSheet* sheet = make(&window);
@@ -84,7 +87,7 @@ QPixmap tableView()
             { files[row], QStringLiteral("%1 KB").arg(48 + 37 * row),
                 QStringLiteral("2017-03-0%1").arg(row + 1) });
     }
-    return pictureOf(widget, 12, ground, [table] {
+    return pictureOf(widget, 12, ground(), [table] {
         table->setFocus();
         table->setCurrentCell(1, 0);
         hover(table, table->model()->index(3, 0));
@@ -97,7 +100,8 @@ QPixmap treeView()
     auto* delegate = new ItemDelegate;
     delegate->setParent(tree);
     tree->setItemDelegate(delegate);
-    tree->setBackgroundColor(QColor(0xE6, 0xF1, 0xFB), QColor(0xEB, 0xF0, 0xF4));
+    tree->setBackgroundColor(
+        themeColour(QStringLiteral("accent-soft")), themeColour(QStringLiteral("hover")));
     tree->setIndentation(px(20));
     tree->setStyleSheet(getStyleSheet("theme.tree", false) + getStyleSheet("component.scrollbar", false));
     tree->setHeaderHidden(true);
@@ -111,7 +115,7 @@ QPixmap treeView()
     home->setExpanded(true);
     documents->setExpanded(true);
     tree->setCurrentItem(documents);
-    return pictureOf(tree, 12, ground);
+    return pictureOf(tree, 12, ground());
 }
 
 QPixmap pagingBar()
@@ -122,14 +126,14 @@ QPixmap pagingBar()
     bar->setItemCount(128);
     bar->setPage(6);
     bar->setFooterText(QStringLiteral("128 items"));
-    return pictureOf(bar, 12, ground);
+    return pictureOf(bar, 12, ground());
 }
 
 QPixmap pathBar()
 {
     auto* bar = new VantButtonPath;
     bar->setFixedWidth(px(420));
-    return pictureOf(bar, 12, ground, [bar] {
+    return pictureOf(bar, 12, ground(), [bar] {
         QCoreApplication::processEvents(); // the bar has to have its width
         bar->refresh(QStringLiteral("Server/Backups of the office/Documents/Letters/R&D/Drafts"));
         putPointerOn(bar->cellWidget(0, bar->columnCount() - 3));
@@ -143,7 +147,7 @@ QPixmap calendarPopup()
     view->setStyleSheet(
         getStyleSheet("component.date_selector", false) + getStyleSheet("component.menu", false));
     view->findChild<QCalendarWidget*>()->setSelectedDate(QDate(2017, 3, 9));
-    return pictureOf(view, 12, ground);
+    return pictureOf(view, 12, ground());
 }
 
 QPixmap messageSheet()
@@ -230,7 +234,7 @@ QPixmap comboPopup()
     const QPixmap list = combo.view()->window()->grab();
     QPixmap both(QSize(field.width(), field.height() + list.height()));
     both.setDevicePixelRatio(field.devicePixelRatio());
-    both.fill(Qt::white);
+    both.fill(themeColour(QStringLiteral("panel")));
     QPainter painter(&both);
     painter.drawPixmap(0, 0, field);
     painter.drawPixmap(QPointF(0, field.height() / field.devicePixelRatio()), list);
@@ -240,12 +244,14 @@ QPixmap comboPopup()
 QPixmap scrollBars()
 {
     auto* area = new QScrollArea;
-    area->setStyleSheet(QStringLiteral("QScrollArea { border: 1px solid #C8D2DC; background: #FFFFFF; }")
+    const QString panel = themeColour(QStringLiteral("panel")).name();
+    area->setStyleSheet(QStringLiteral("QScrollArea { border: 1px solid %1; background: %2; }")
+                            .arg(themeColour(QStringLiteral("line")).name(), panel)
         + getStyleSheet("component.scrollbar", false));
     auto* page = new QWidget;
     page->setFixedSize(px(400), px(300));
-    page->setStyleSheet(QStringLiteral("background: #FFFFFF;"));
+    page->setStyleSheet(QStringLiteral("background: %1;").arg(panel));
     area->setWidget(page);
     area->setFixedSize(px(200), px(120));
-    return pictureOf(area, 12, ground);
+    return pictureOf(area, 12, ground());
 }
