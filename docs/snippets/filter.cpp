@@ -55,3 +55,16 @@ QWidget* createFileIcons()
 }
 
 //! [filter.types]
+
+//! [filter.bars]
+QWidget* createFilterBar()
+{
+    auto* bar = new VantFilterBar; // without setMenu() its button does nothing
+    bar->setAccessibleName("Part of the name");
+    bar->setPlaceholderText("Filter");
+    bar->setClearButtonEnabled(true);
+    bar->setText("report");
+    return bar;
+}
+
+//! [filter.bars]

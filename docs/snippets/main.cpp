@@ -155,14 +155,18 @@ void runWidgets()
         { "footbar.bar", createFootBar, 480 },
         { "path.live", createPathBar, 480 },
         { "path.fit", createLongPathBar, 480 },
+        { "path.odd", createOddPathBar, 480 },
         { "table.tasks", createTable, 480, 140 },
         { "paging.list", createPagedList, 640, 240 },
+        { "paging.moment", createBarInTheMiddle, 640 },
         { "calendar.month", [] { return static_cast<QWidget*>(createCalendar()); } },
         { "calendar.limits", createLimitedCalendar },
         { "dates.selector", createDateSelector },
         { "dates.span", createSpan },
         { "filter.list", createFilteredList, 480, 190 },
+        { "filter.bars", createFilterBar },
         { "filter.types", createFileIcons },
+        { "files.browser", [] { return createFileBrowser(QStringLiteral(SNIPPETS_HELP)); }, 640, 190 },
         { "tree.folders",
             [] {
                 VantTreeWidget* tree = createFolderTree();

@@ -37,3 +37,20 @@ QWidget* createPagedList()
 }
 
 //! [paging.list]
+
+//! [paging.moment]
+QWidget* createBarInTheMiddle()
+{
+    auto* area = new QWidget;
+    auto* model = new VantPagingModel(20, area); // stays the caller's: the area's here
+    auto* bar = new VantPagingBar(model);
+    bar->setFooterInfo({ "1,234 entries", 136 }); // 136 wide, so that the buttons keep their place
+    bar->setItemCount(1234);
+    bar->setPage(31);
+
+    auto* layout = new QVBoxLayout(area);
+    layout->addWidget(bar);
+    return area;
+}
+
+//! [paging.moment]

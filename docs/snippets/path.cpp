@@ -47,3 +47,12 @@ QWidget* createLongPathBar()
 }
 
 //! [path.fit]
+
+//! [path.odd]
+QWidget* createOddPathBar()
+{
+    // A name is plain text: "&" marks no key, and only "/" parts two names.
+    return new FittedPathBar("R&D/Q&A && FAQ/100 %/Draft  2");
+}
+
+//! [path.odd]

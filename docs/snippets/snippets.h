@@ -31,6 +31,7 @@ QWidget* createFootBar();
 
 QWidget* createPathBar();
 QWidget* createLongPathBar();
+QWidget* createOddPathBar();
 
 bool isDeletionWanted(const QString& name, QWidget* window);
 bool isRestoreWanted(QWidget* window);
@@ -41,6 +42,7 @@ bool mayShutDown(QWidget* window);
 QWidget* createTable();
 
 QWidget* createPagedList();
+QWidget* createBarInTheMiddle();
 
 VantTreeWidget* createFolderTree();
 void showFolder(VantTreeWidget* tree, QTreeWidgetItem* folder);
@@ -52,7 +54,10 @@ QWidget* createDateSelector();
 QWidget* createSpan();
 
 QWidget* createFilteredList();
+QWidget* createFilterBar();
 QWidget* createFileIcons();
+
+QWidget* createFileBrowser(const QString& folder);
 
 void showHelp(const QString& helpFolder, QWidget* window);
 
