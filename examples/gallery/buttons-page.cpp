@@ -28,7 +28,7 @@ struct Kind
 class ButtonsPage : public Page
 {
 public:
-    ButtonsPage();
+    explicit ButtonsPage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -67,7 +67,8 @@ ImageManager::ImageType imageOf(Look look)
     return ImageManager::Normal;
 }
 
-ButtonsPage::ButtonsPage()
+ButtonsPage::ButtonsPage(QWidget* parent)
+    : Page(parent)
 {
     addPushButtons();
     addIconButtons();
@@ -84,7 +85,7 @@ void ButtonsPage::addPushButtons()
         { 2, narrow, "buttons.select_paging", "component.select_paging_button", QStringLiteral("3") },
         { 3, narrow, "buttons.nonselect_paging", "component.nonselect_paging_button", QStringLiteral("4") },
     };
-    QGridLayout* grid = addStateGrid(addSection(QStringLiteral("buttons.push")));
+    QGridLayout* grid = addStateGrid(addSection("buttons.push", "VantButton"));
     for (const Kind& kind : kinds) {
         addRow(grid, text(kind.name), QLatin1String(kind.styleKey));
         const int row = grid->rowCount() - 1;
@@ -94,8 +95,8 @@ void ButtonsPage::addPushButtons()
         grid->addWidget(button, row, column++, Qt::AlignCenter);
         for (Look look : frozenLooks) {
             VantButton* picture = buttonOf(kind);
-            freeze(picture, look);
             grid->addWidget(picture, row, column++, Qt::AlignCenter);
+            freeze(picture, look);
         }
     }
 }
@@ -114,7 +115,7 @@ void ButtonsPage::addIconButtons()
         { "bt_pagebar_refresh", "pagebar_refresh" },
     };
 
-    QGridLayout* grid = addStateGrid(addSection(QStringLiteral("buttons.icon")));
+    QGridLayout* grid = addStateGrid(addSection("buttons.icon", "VantIconButton"));
     for (const auto& icon : icons) {
         const QString image = QLatin1String(icon.image);
         const QString name = ComponentStrings::getInstance().getString(QLatin1String(icon.name));
@@ -125,8 +126,8 @@ void ButtonsPage::addIconButtons()
         for (Look look : frozenLooks) {
             auto* picture = new VantIconButton(getGlobalImage(image, imageOf(look)));
             picture->setAccessibleName(name);
-            freeze(picture, look);
             grid->addWidget(picture, row, column++, Qt::AlignCenter);
+            freeze(picture, look);
         }
     }
 }
@@ -179,14 +180,16 @@ void ButtonsPage::enterState(const QString& state)
 {
     if (state == QLatin1String("focus")) {
         m_firstButton->setFocus(Qt::TabFocusReason);
+    } else if (state == QLatin1String("code")) {
+        showCode(QStringLiteral("buttons.push"));
     }
 }
 
 } // namespace
 
-Page* createButtonsPage()
+Page* createButtonsPage(QWidget* parent)
 {
-    return new ButtonsPage;
+    return new ButtonsPage(parent);
 }
 
 } // namespace gallery

@@ -22,7 +22,7 @@ const QDate lastDay(2017, 3, 24);
 class CalendarPage : public Page
 {
 public:
-    CalendarPage();
+    explicit CalendarPage(QWidget* parent);
 
     void enterState(const QString& state) override;
     QWidget* opener(const QString& state) const override;
@@ -51,7 +51,8 @@ QString isoDate(const QDate& date)
     return date.toString(Qt::ISODate);
 }
 
-CalendarPage::CalendarPage()
+CalendarPage::CalendarPage(QWidget* parent)
+    : Page(parent)
 {
     addMonth();
     addLimits();
@@ -59,7 +60,7 @@ CalendarPage::CalendarPage()
 
 void CalendarPage::addMonth()
 {
-    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("calendar.month")));
+    QGridLayout* grid = addLiveAndDisabled(addSection("calendar.month", "VantCalanderView"));
     m_view = live(reporting(calendar()));
     addPair(grid, m_view, calendar());
 }
@@ -76,7 +77,7 @@ void CalendarPage::addLimits()
     row->addWidget(
         wrappedLabel(text("calendar.limits.text").arg(isoDate(firstDay), isoDate(lastDay)), "gallery.text"),
         1, Qt::AlignTop);
-    addSection(QStringLiteral("calendar.limits"))->addLayout(row);
+    addSection("calendar.limits", "VantCalanderView")->addLayout(row);
 }
 
 VantCalanderView* CalendarPage::reporting(VantCalanderView* view)
@@ -115,9 +116,9 @@ QToolButton* CalendarPage::monthButton() const
 
 } // namespace
 
-Page* createCalendarPage()
+Page* createCalendarPage(QWidget* parent)
 {
-    return new CalendarPage;
+    return new CalendarPage(parent);
 }
 
 } // namespace gallery

@@ -3,8 +3,8 @@
 #include "languages.h"
 #include "network.h"
 #include "pages.h"
-#include "theme.h"
 
+#include <vantkit-qt/theme/vant-theme.h>
 #include <vantkit-qt/utils/vant-locale.h>
 
 #include <QCommandLineParser>
@@ -48,6 +48,7 @@ private:
     QCommandLineOption m_page;
     QCommandLineOption m_language;
     QCommandLineOption m_theme;
+    QCommandLineOption m_rightToLeft;
     QCommandLineOption m_screenshots;
     QCommandLineOption m_startupTimes;
     QCommandLineOption m_trust;
@@ -63,8 +64,11 @@ Reader::Reader()
           QStringLiteral("Show all texts in the language <code>: %1. Without it, the system's language.")
               .arg(languageCodes().join(QStringLiteral(", "))),
           QStringLiteral("code"))
-    , m_theme(QStringLiteral("theme"), QStringLiteral("Take the look from the theme in the folder <dir>."),
+    , m_theme(QStringLiteral("theme"),
+          QStringLiteral("Take the look from the theme in the folder <dir>. Given more than once, the last "
+                         "one shows, and the others can be chosen."),
           QStringLiteral("dir"))
+    , m_rightToLeft(QStringLiteral("right-to-left"), QStringLiteral("Lay everything out from right to left."))
     , m_screenshots(QStringLiteral("screenshots"),
           QStringLiteral(
               "Write one PNG per page and state to the folder <dir> and exit. Needs no display; with "
@@ -85,8 +89,8 @@ Reader::Reader()
                        "One gallery runs at a time: started again, it brings the window of the first to\n"
                        "the front, on the page that --page names, and exits. The first keeps its language\n"
                        "and its theme."));
-    m_parser.addOptions(
-        { m_page, m_language, m_theme, m_screenshots, m_startupTimes, m_trust, m_help, m_version });
+    m_parser.addOptions({ m_page, m_language, m_theme, m_rightToLeft, m_screenshots, m_startupTimes, m_trust,
+        m_help, m_version });
 }
 
 CommandLine Reader::read(const QStringList& arguments)
@@ -117,7 +121,9 @@ Options Reader::options() const
     options.page = m_parser.value(m_page);
     options.language = m_parser.isSet(m_language) ? m_parser.value(m_language)
                                                   : VantLocale::getInstance().getDefaultLanguage();
-    options.themeFolder = m_parser.isSet(m_theme) ? m_parser.value(m_theme) : defaultThemeFolder();
+    options.themes = m_parser.isSet(m_theme) ? m_parser.values(m_theme)
+                                             : QStringList(VantTheme::of(QStringLiteral("default")).folder());
+    options.rightToLeft = m_parser.isSet(m_rightToLeft);
     options.screenshotsFolder = m_parser.value(m_screenshots);
     options.startupTimes = m_parser.isSet(m_startupTimes);
     options.trustedFile = m_parser.value(m_trust);
@@ -138,8 +144,10 @@ QString Reader::error(const Options& options) const
         return QStringLiteral("Unknown language %1. The languages are %2.")
             .arg(quoted(options.language), languageCodes().join(QStringLiteral(", ")));
     }
-    if (!isTheme(options.themeFolder)) {
-        return QStringLiteral("No theme in %1: it has no images.json.").arg(quoted(options.themeFolder));
+    for (const QString& folder : options.themes) {
+        if (!QFileInfo(QDir(folder).filePath(QStringLiteral("images.json"))).isFile()) {
+            return QStringLiteral("No theme in %1: it has no images.json.").arg(quoted(folder));
+        }
     }
     if (m_parser.isSet(m_screenshots) && options.startupTimes) {
         return QStringLiteral("--screenshots and --startup-times exclude each other.");
@@ -154,6 +162,22 @@ QString Reader::error(const Options& options) const
 }
 
 } // namespace
+
+QStringList argumentsFor(const Options& options)
+{
+    QStringList arguments { QStringLiteral("--page"), options.page, QStringLiteral("--lang"),
+        options.language };
+    for (const QString& folder : options.themes) {
+        arguments << QStringLiteral("--theme") << folder;
+    }
+    if (options.rightToLeft) {
+        arguments << QStringLiteral("--right-to-left");
+    }
+    if (!options.trustedFile.isEmpty()) {
+        arguments << QStringLiteral("--trust") << options.trustedFile;
+    }
+    return arguments;
+}
 
 CommandLine readCommandLine(int argc, char** argv)
 {

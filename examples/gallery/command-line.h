@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QMetaType>
+#include <QStringList>
 
 #include <optional>
 
@@ -10,13 +11,17 @@ struct Options
 {
     QString page;
     QString language;
-    QString themeFolder;
+    QStringList themes; ///< their folders; the last one is shown
+    bool rightToLeft = false;
     QString screenshotsFolder;
     QString trustedFile; ///< PEM file of an authority
     bool startupTimes = false;
 
     bool takesScreenshots() const { return !screenshotsFolder.isEmpty(); }
 };
+
+/** What has a gallery that is started anew show the same. */
+QStringList argumentsFor(const Options& options);
 
 struct CommandLine
 {
@@ -36,3 +41,5 @@ const int usageError = 2;
 int failure(const QString& message, int exitCode = usageError);
 
 } // namespace gallery
+
+Q_DECLARE_METATYPE(gallery::Options)

@@ -4,6 +4,7 @@
 
 #include <vantkit-qt/style-manager/style-manager.h>
 #include <vantkit-qt/utils/dpi-info.h>
+#include <vantkit-qt/utils/ui-path-manager.h>
 #include <vantkit-qt/views/vant-calander-view.h>
 #include <vantkit-qt/views/vant-table-widget.h>
 #include <vantkit-qt/widgets/vant-button.h>
@@ -11,6 +12,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QFrame>
 #include <QGridLayout>
@@ -25,6 +28,11 @@
 #include <QtMath>
 
 namespace gallery {
+
+VantTheme currentTheme()
+{
+    return VantTheme(UIPathManager::getInstance().getPath(QStringLiteral("resource_path")));
+}
 
 int px(int designPixels)
 {
@@ -45,9 +53,20 @@ QLabel* wrappedLabel(const QString& text, const char* key)
     return label;
 }
 
-QFrame* styledFrame(const char* name, const char* key)
+// Some platforms know of no font for it.
+QFont codeFont(int pixelSize)
 {
-    auto* frame = new QFrame;
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        font = QFont(QStringLiteral("monospace"));
+    }
+    font.setPixelSize(px(pixelSize));
+    return font;
+}
+
+QFrame* styledFrame(const char* name, const char* key, QWidget* parent)
+{
+    auto* frame = new QFrame(parent);
     frame->setObjectName(QLatin1String(name));
     frame->setStyleSheet(getStyleSheet(key));
     return frame;

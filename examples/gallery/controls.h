@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vantkit-qt/theme/vant-theme.h>
 #include <vantkit-qt/widgets/vant-combo-box.h>
 
 #include <QString>
@@ -20,6 +21,9 @@ class VantTableWidget;
 
 namespace gallery {
 
+/** The theme that the kit was started on. */
+VantTheme currentTheme();
+
 /** The length of @p designPixels on this display. */
 int px(int designPixels);
 
@@ -29,8 +33,11 @@ QLabel* styledLabel(const QString& text, const char* key);
 /** The same with a text that wraps. */
 QLabel* wrappedLabel(const QString& text, const char* key);
 
+/** The font of code. */
+QFont codeFont(int pixelSize);
+
 /** A frame with the look of the style key @p key, whose rules go by the object name @p name. */
-QFrame* styledFrame(const char* name, const char* key);
+QFrame* styledFrame(const char* name, const char* key, QWidget* parent = nullptr);
 
 /** A button that does not look lost beside a longer one. */
 VantButton* button(const QString& text, int kind);

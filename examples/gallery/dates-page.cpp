@@ -25,7 +25,7 @@ const QDate lastDay(2017, 3, 24);
 class DatesPage : public Page
 {
 public:
-    DatesPage();
+    explicit DatesPage(QWidget* parent);
 
     void enterState(const QString& state) override;
     QWidget* opener(const QString& state) const override;
@@ -74,7 +74,8 @@ void addRow(QGridLayout* grid, VantDateSelector* selector, QWidget* beside = nul
     }
 }
 
-DatesPage::DatesPage()
+DatesPage::DatesPage(QWidget* parent)
+    : Page(parent)
 {
     addSelectors();
     addSpan();
@@ -82,7 +83,7 @@ DatesPage::DatesPage()
 
 void DatesPage::addSelectors()
 {
-    QGridLayout* grid = addGrid(addSection(QStringLiteral("dates.selector")));
+    QGridLayout* grid = addGrid(addSection("dates.selector", "VantDateSelector"));
     addRow(grid, live(selector(text("dates.empty"))));
 
     m_chosen = live(selector(text("dates.chosen")));
@@ -115,7 +116,7 @@ void DatesPage::addSpan()
     connect(to->getCalendarView(), &VantCalanderView::sigDateSelect, from,
         [from, to] { from->getCalendarView()->setMaximumDate(dateIn(to)); });
 
-    QGridLayout* grid = addGrid(addSection(QStringLiteral("dates.span")));
+    QGridLayout* grid = addGrid(addSection("dates.span", "VantDateSelector"));
     addRow(grid, from);
     addRow(grid, to);
 }
@@ -167,9 +168,9 @@ QWidget* DatesPage::opener(const QString& state) const
 
 } // namespace
 
-Page* createDatesPage()
+Page* createDatesPage(QWidget* parent)
 {
-    return new DatesPage;
+    return new DatesPage(parent);
 }
 
 } // namespace gallery

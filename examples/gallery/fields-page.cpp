@@ -25,7 +25,7 @@ struct TestedField
 class FieldsPage : public Page
 {
 public:
-    FieldsPage();
+    explicit FieldsPage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -107,7 +107,8 @@ void alignFields(const QList<VantLineEdit*>& edits)
     }
 }
 
-FieldsPage::FieldsPage()
+FieldsPage::FieldsPage(QWidget* parent)
+    : Page(parent)
 {
     addRows();
     addTests();
@@ -116,7 +117,7 @@ FieldsPage::FieldsPage()
 
 void FieldsPage::addRows()
 {
-    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("fields.row")));
+    QGridLayout* grid = addLiveAndDisabled(addSection("fields.row", "VantLineEdit"));
     for (auto* row : { nameRow, daysRow, passwordRow, readOnlyRow }) {
         VantLineEdit* edit = live(row());
         m_first = m_first ? m_first : edit;
@@ -126,7 +127,7 @@ void FieldsPage::addRows()
 
 void FieldsPage::addTests()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("fields.test"));
+    QVBoxLayout* section = addSection("fields.test", "VantLineEdit");
     addTestedField(section, "fields.computer", QStringLiteral("backup-server"), isComputerName);
     addTestedField(section, "fields.port", QStringLiteral("5510"), isPort);
     addTestedField(section, "fields.days", QStringLiteral("30"), isNumberOfDays);
@@ -190,9 +191,9 @@ void FieldsPage::enterState(const QString& state)
 
 } // namespace
 
-Page* createFieldsPage()
+Page* createFieldsPage(QWidget* parent)
 {
-    return new FieldsPage;
+    return new FieldsPage(parent);
 }
 
 } // namespace gallery

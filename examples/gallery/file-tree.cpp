@@ -1,7 +1,6 @@
 #include "file-tree.h"
 
 #include "controls.h"
-#include "file-icons.h"
 #include "folder-reader.h"
 #include "places.h"
 #include "texts.h"
@@ -108,7 +107,8 @@ void forEachItem(QTreeWidgetItem* item, const std::function<void(Item*)>& act)
 
 QIcon iconOf(const FileEntry& entry)
 {
-    return entry.kind == Kind::Folder ? getGlobalImage("folder") : fileIcon(QFileInfo(entry.name).suffix());
+    return entry.kind == Kind::Folder ? getGlobalImage("folder")
+                                      : currentTheme().fileTypeIcon(QFileInfo(entry.name).suffix());
 }
 
 FileTree::FileTree()

@@ -32,6 +32,7 @@ namespace {
 const int rowsOfAPage = 50;
 const int treeWidth = 208;
 const int viewHeight = 420;
+const int roomForBoth = 640; // the tree and the table
 
 const Kind allKinds[] = { Kind::Folder, Kind::Document, Kind::Picture, Kind::Music, Kind::Video,
     Kind::Archive, Kind::Other };
@@ -80,8 +81,9 @@ QTableWidgetItem* cell(const QString& text, Qt::Alignment alignment = Qt::AlignL
 class FilesPage : public Page
 {
 public:
-    FilesPage();
+    explicit FilesPage(QWidget* parent);
 
+    void fitTo(int width) override;
     void enterState(const QString& state) override;
     void settle() override;
     QWidget* opener(const QString& state) const override;
@@ -132,14 +134,16 @@ private:
     QMenu* m_kindMenu = nullptr;
     QList<QAction*> m_kinds;
     FileTree* m_tree = nullptr;
+    QFrame* m_treeFrame = nullptr;
     VantTableWidget* m_table = nullptr;
     QLabel* m_hint = nullptr;
     VantPagingBar* m_bar = nullptr;
 };
 
-FilesPage::FilesPage()
+FilesPage::FilesPage(QWidget* parent)
+    : Page(parent)
 {
-    QVBoxLayout* section = addSection(QStringLiteral("files.browser"));
+    QVBoxLayout* section = addSection("files.browser", "VantTreeWidget, VantTableWidget");
     m_path = live(new VantButtonPath);
     m_path->setAccessibleName(text("files.path"));
     connect(m_path, &VantButtonPath::sigUpdatePath, this,
@@ -227,8 +231,8 @@ QLayout* FilesPage::createViews()
     leadUpFrom(m_tree);
     connect(m_tree, &FileTree::ticked, this,
         [this] { Q_EMIT happened(text("files.ticked").arg(m_tree->tickedItems())); });
-    QFrame* treeFrame = styledFrame("frame", "gallery.frame");
-    auto* treeLayout = new QVBoxLayout(treeFrame);
+    m_treeFrame = styledFrame("frame", "gallery.frame");
+    auto* treeLayout = new QVBoxLayout(m_treeFrame);
     treeLayout->setContentsMargins(px(1), px(1), px(1), px(1));
     treeLayout->addWidget(m_tree);
 
@@ -238,7 +242,7 @@ QLayout* FilesPage::createViews()
 
     auto* views = new QHBoxLayout;
     views->setSpacing(px(12));
-    views->addWidget(treeFrame);
+    views->addWidget(m_treeFrame);
     views->addWidget(createTable(), 1);
 
     auto* column = new QVBoxLayout;
@@ -494,6 +498,13 @@ void FilesPage::resizeEvent(QResizeEvent* event)
     m_pathTimer.start(0);
 }
 
+// The path bar and the table lead everywhere, too.
+void FilesPage::fitTo(int width)
+{
+    m_treeFrame->setVisible(width >= px(roomForBoth));
+    Page::fitTo(width);
+}
+
 void FilesPage::settle()
 {
     while (m_reader->isReading() || m_tree->isReading()) {
@@ -531,9 +542,9 @@ void FilesPage::enterState(const QString& state)
 
 } // namespace
 
-Page* createFilesPage()
+Page* createFilesPage(QWidget* parent)
 {
-    return new FilesPage;
+    return new FilesPage(parent);
 }
 
 } // namespace gallery

@@ -1,5 +1,4 @@
 #include "controls.h"
-#include "file-icons.h"
 #include "page.h"
 #include "texts.h"
 
@@ -80,7 +79,7 @@ const char* const extensions[] = { "acc", "ai", "mp3", "bkpi", "doc", "exe", "fl
 class FilterPage : public Page
 {
 public:
-    FilterPage();
+    explicit FilterPage(QWidget* parent);
 
     void enterState(const QString& state) override;
     QWidget* opener(const QString& state) const override;
@@ -150,7 +149,7 @@ QString dayOf(const SampleFile& file)
 QLabel* iconLabel(const QString& extension, bool removed)
 {
     auto* label = new QLabel;
-    label->setPixmap(fileIcon(extension, removed));
+    label->setPixmap(currentTheme().fileTypeIcon(extension, removed));
     label->setToolTip(FileTypeMap::getInstance().getFiletypeMapping(extension, removed));
     return label;
 }
@@ -164,7 +163,8 @@ VantFilterBar* filterBar(const QString& keyword)
     return bar;
 }
 
-FilterPage::FilterPage()
+FilterPage::FilterPage(QWidget* parent)
+    : Page(parent)
 {
     addList();
     addBars();
@@ -173,7 +173,7 @@ FilterPage::FilterPage()
 
 void FilterPage::addList()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("filter.list"));
+    QVBoxLayout* section = addSection("filter.list", "VantFilterBar");
     section->addLayout(filter());
     section->addWidget(list());
     fill();
@@ -261,7 +261,7 @@ QWidget* FilterPage::list()
 
 void FilterPage::addBars()
 {
-    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("filter.bars")));
+    QGridLayout* grid = addLiveAndDisabled(addSection("filter.bars", "VantFilterBar"));
     for (const QString& keyword : { QString(), QStringLiteral("report 2016") }) {
         VantFilterBar* bar = live(filterBar(keyword));
         connect(bar, &VantFilterBar::sigKeywordChanged, this,
@@ -275,7 +275,7 @@ void FilterPage::addTypes()
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(px(16));
     grid->setVerticalSpacing(px(12));
-    addSection(QStringLiteral("filter.types"))->addLayout(grid);
+    addSection("filter.types", "VantTheme")->addLayout(grid);
     int count = 0;
     for (const char* name : extensions) {
         const QString extension = QString::fromLatin1(name);
@@ -331,7 +331,7 @@ void FilterPage::addRow(const SampleFile& file)
         table->setItem(row, column++, new QTableWidgetItem(cell)); // the table owns it
     }
     table->item(row, sizeColumn)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    table->item(row, 0)->setIcon(fileIcon(extensionOf(file), file.removed));
+    table->item(row, 0)->setIcon(currentTheme().fileTypeIcon(extensionOf(file), file.removed));
 }
 
 void FilterPage::enterState(const QString& state)
@@ -363,9 +363,9 @@ QWidget* FilterPage::opener(const QString& state) const
 
 } // namespace
 
-Page* createFilterPage()
+Page* createFilterPage(QWidget* parent)
 {
-    return new FilterPage;
+    return new FilterPage(parent);
 }
 
 } // namespace gallery

@@ -24,7 +24,7 @@ const int spacings[] = { 10, 4, 24 };
 class FootbarPage : public Page
 {
 public:
-    FootbarPage();
+    explicit FootbarPage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -48,9 +48,10 @@ private:
     int m_right = 2;
 };
 
-FootbarPage::FootbarPage()
+FootbarPage::FootbarPage(QWidget* parent)
+    : Page(parent)
 {
-    QVBoxLayout* section = addSection(QStringLiteral("footbar.bar"));
+    QVBoxLayout* section = addSection("footbar.bar", "VantFootbar");
     section->addLayout(measures());
     section->addLayout(additions());
 
@@ -175,9 +176,9 @@ void FootbarPage::enterState(const QString& state)
 
 } // namespace
 
-Page* createFootbarPage()
+Page* createFootbarPage(QWidget* parent)
 {
-    return new FootbarPage;
+    return new FootbarPage(parent);
 }
 
 } // namespace gallery

@@ -5,12 +5,13 @@
 #include "languages.h"
 #include "page.h"
 #include "texts.h"
-#include "theme.h"
 
 #include <vantkit-qt/vantkit.h>
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QDir>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -26,12 +27,33 @@
 
 namespace gallery {
 
+/** The page, which lays itself out for the room that it has. */
+class PageArea : public QScrollArea
+{
+public:
+    using QScrollArea::QScrollArea;
+
+    void fit()
+    {
+        if (auto* page = qobject_cast<Page*>(widget())) {
+            page->fitTo(viewport()->width());
+        }
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        fit();
+        QScrollArea::resizeEvent(event);
+    }
+};
+
 namespace {
 
 const int windowWidth = 1100;
 const int windowHeight = 720;
 const int sidebarWidth = 216;
-const int widestPage = 960;
+const int scales[] = { 100, 125, 150, 200 }; // per cent
 
 // Menus and lists hold the keyboard and the pointer, and would lie under a window that is raised.
 void closePopups()
@@ -93,10 +115,11 @@ bool isInMainLoop()
 
 } // namespace
 
-GalleryWindow::GalleryWindow(const QString& page, const QString& language)
-    : m_index(qMax(0, pageNames().indexOf(page)))
-    , m_language(language)
+GalleryWindow::GalleryWindow(const Options& options)
+    : m_index(qMax(0, pageNames().indexOf(options.page)))
+    , m_options(options)
 {
+    QApplication::setLayoutDirection(options.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     setObjectName(QStringLiteral("window"));
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(getStyleSheet("gallery.window"));
@@ -130,6 +153,9 @@ void GalleryWindow::build()
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(0);
     columns->addWidget(sidebar());
+    QFrame* line = styledFrame("line", "gallery.line", m_content);
+    line->setFixedWidth(qMax(1, px(1)));
+    columns->addWidget(line);
 
     auto* rows = new QVBoxLayout;
     rows->setSpacing(0);
@@ -143,7 +169,7 @@ void GalleryWindow::build()
 
 QWidget* GalleryWindow::sidebar()
 {
-    QFrame* sidebar = styledFrame("sidebar", "gallery.sidebar");
+    QFrame* sidebar = styledFrame("sidebar", "gallery.sidebar", m_content);
     sidebar->setFixedWidth(px(sidebarWidth));
     auto* layout = new QVBoxLayout(sidebar);
     layout->setContentsMargins(px(12), px(20), px(12), px(16));
@@ -156,16 +182,17 @@ QWidget* GalleryWindow::sidebar()
     brand->addWidget(styledLabel(text("window.subtitle"), "gallery.caption"));
     layout->addLayout(brand);
 
-    layout->addWidget(navigation(), 1);
-    layout->addWidget(languageSwitch());
+    layout->addWidget(navigation(sidebar), 1);
+    layout->addWidget(switches(sidebar));
     return sidebar;
 }
 
-QListWidget* GalleryWindow::navigation()
+QListWidget* GalleryWindow::navigation(QWidget* parent)
 {
-    m_navigation = new QListWidget;
+    m_navigation = new QListWidget(parent);
     m_navigation->setAccessibleName(text("window.pages"));
     m_navigation->setStyleSheet(getStyleSheet("gallery.navigation") + getStyleSheet("component.scrollbar"));
+    m_navigation->setUniformItemSizes(true);
     m_navigation->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_navigation->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     for (const PageInfo& page : pages()) {
@@ -176,32 +203,105 @@ QListWidget* GalleryWindow::navigation()
     return m_navigation;
 }
 
-QWidget* GalleryWindow::languageSwitch()
+QWidget* GalleryWindow::switches(QWidget* parent)
 {
-    auto* area = new QWidget;
-    auto* layout = new QVBoxLayout(area);
-    layout->setContentsMargins(px(12), px(12), px(12), 0);
-    layout->setSpacing(px(4));
+    auto* area = new QWidget(parent);
+    auto* grid = new QGridLayout(area);
+    grid->setContentsMargins(px(12), px(12), 0, 0);
+    grid->setHorizontalSpacing(px(8));
+    grid->setVerticalSpacing(px(4));
+    grid->setColumnStretch(0, 5);
+    grid->setColumnStretch(1, 4);
+    for (const int gap : { 2, 5 }) {
+        grid->setRowMinimumHeight(gap, px(2));
+    }
+    addLanguageSwitch(grid);
+    addThemeSwitch(grid);
+    addScaleSwitch(grid);
+    addDirectionSwitch(grid);
+    return area;
+}
 
-    m_languages = new VantComboBox;
-    m_languages->setAccessibleName(text("window.language"));
+VantComboBox* GalleryWindow::addSwitch(QGridLayout* grid, const char* key, const QRect& place)
+{
+    auto* box = new VantComboBox;
+    box->setAccessibleName(text(key));
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    QLabel* label = styledLabel(text(key), "gallery.caption");
+    label->setBuddy(box);
+    grid->addWidget(label, place.y(), place.x(), 1, place.width());
+    grid->addWidget(box, place.y() + 1, place.x(), 1, place.width());
+    return box;
+}
+
+void GalleryWindow::addLanguageSwitch(QGridLayout* grid)
+{
+    m_languages = addSwitch(grid, "window.language", { 0, 0, 2, 1 });
     for (const Language& language : languages()) {
         m_languages->addItem(language.name, language.code);
     }
-    m_languages->setCurrentIndex(m_languages->findData(m_language));
+    m_languages->setCurrentIndex(m_languages->findData(m_options.language));
     connect(m_languages, QOverload<int>::of(&QComboBox::activated), this,
         [this](int index) { setLanguage(m_languages->itemData(index).toString()); });
+}
 
-    QLabel* label = styledLabel(text("window.language"), "gallery.caption");
-    label->setBuddy(m_languages);
-    layout->addWidget(label);
-    layout->addWidget(m_languages);
-    return area;
+// The kit reads its paths and the display once, so another theme and another scale take another process.
+void GalleryWindow::addThemeSwitch(QGridLayout* grid)
+{
+    VantComboBox* box = addSwitch(grid, "window.theme", { 0, 3, 1, 1 });
+    QStringList folders = m_options.themes;
+    for (const QString& name : VantTheme::installed()) {
+        folders.prepend(VantTheme::of(name).folder());
+    }
+    for (const QString& folder : qAsConst(folders)) {
+        const QString path = QDir(folder).canonicalPath();
+        if (box->findData(path) < 0) {
+            box->addItem(QFileInfo(path).fileName(), path);
+        }
+    }
+    const int shown = box->findData(QDir(m_options.themes.constLast()).canonicalPath());
+    box->setCurrentIndex(shown);
+    connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, box, shown](int index) {
+        if (index != shown) {
+            Options wanted = m_options;
+            const QString folder = box->itemData(index).toString();
+            wanted.themes.removeAll(folder);
+            wanted.themes << folder;
+            Q_EMIT startAnew(wanted, 0);
+        }
+    });
+}
+
+void GalleryWindow::addScaleSwitch(QGridLayout* grid)
+{
+    VantComboBox* box = addSwitch(grid, "window.scale", { 1, 3, 1, 1 });
+    const int shown = qRound(DPIinfo::getInstance().getDPI() * 100);
+    for (int scale : scales) {
+        box->addItem(QStringLiteral("%1%").arg(scale), scale);
+    }
+    if (box->findData(shown) < 0) {
+        box->insertItem(0, QStringLiteral("%1%").arg(shown), shown);
+    }
+    box->setCurrentIndex(box->findData(shown));
+    connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, box, shown](int index) {
+        const int scale = box->itemData(index).toInt();
+        if (scale != shown) {
+            Q_EMIT startAnew(m_options, scale * 96 / 100);
+        }
+    });
+}
+
+void GalleryWindow::addDirectionSwitch(QGridLayout* grid)
+{
+    m_direction = new VantCheckBox(text("window.right_to_left"));
+    m_direction->setChecked(m_options.rightToLeft);
+    connect(m_direction, &QCheckBox::clicked, this, &GalleryWindow::setRightToLeft);
+    grid->addWidget(m_direction, 6, 0, 1, 2);
 }
 
 QWidget* GalleryWindow::header()
 {
-    QFrame* header = styledFrame("header", "gallery.header");
+    QFrame* header = styledFrame("header", "gallery.header", m_content);
     auto* layout = new QHBoxLayout(header);
     layout->setContentsMargins(px(32), px(20), px(32), px(20));
     layout->setSpacing(px(24));
@@ -222,7 +322,7 @@ QWidget* GalleryWindow::header()
 
 QWidget* GalleryWindow::pageArea()
 {
-    m_scrollArea = new QScrollArea;
+    m_scrollArea = new PageArea(m_content);
     m_scrollArea->setFrameShape(QFrame::NoFrame);
     m_scrollArea->setWidgetResizable(true);
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
@@ -244,7 +344,11 @@ QWidget* GalleryWindow::footbar()
     m_close = button(text("window.close"), 0);
     connect(m_close, &QPushButton::clicked, this, &QWidget::close);
 
+    QFrame* foot = styledFrame("foot", "gallery.foot", m_content);
+    auto* layout = new QVBoxLayout(foot);
+    layout->setContentsMargins(0, 0, 0, 0);
     auto* bar = new VantFootbar;
+    layout->addWidget(bar);
     bar->pushLeftWidget(m_report);
     bar->pushRightWidget(m_helpButton);
     bar->pushRightWidget(m_startAgain);
@@ -252,27 +356,30 @@ QWidget* GalleryWindow::footbar()
     bar->init();
     bar->setMargins(32, 12, 32, 12);
     bar->setSpacing(8);
-
-    QFrame* foot = styledFrame("foot", "gallery.foot");
-    auto* layout = new QVBoxLayout(foot);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(bar);
     return foot;
 }
 
 void GalleryWindow::setLanguage(const QString& code)
 {
-    m_language = code;
-    const QString theme = UIPathManager::getInstance().getPath(QStringLiteral("resource_path"));
-    ComponentStrings::getInstance().installStrings(componentStrings(theme, code));
+    m_options.language = code;
+    ComponentStrings::getInstance().installStrings(currentTheme().strings(code));
     installTexts(code);
     build();
     m_languages->setFocus();
 }
 
+void GalleryWindow::setRightToLeft(bool rightToLeft)
+{
+    m_options.rightToLeft = rightToLeft;
+    QApplication::setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    build();
+    m_direction->setFocus();
+}
+
 void GalleryWindow::showPage(int index)
 {
     m_index = index;
+    m_options.page = pages().at(index).name;
     openPage();
 }
 
@@ -285,12 +392,12 @@ void GalleryWindow::openPage()
     m_caption->setText(text(info.name + QStringLiteral(".caption")));
     m_report->setText(text("window.hint"));
 
-    m_page = info.create();
-    m_page->setMaximumWidth(px(widestPage));
+    m_page = info.create(m_scrollArea->viewport());
     m_page->setLiveEnabled(m_enabled->isChecked());
     connect(m_enabled, &QCheckBox::toggled, m_page, &Page::setLiveEnabled);
     connect(m_page, &Page::happened, m_report, &QLabel::setText);
     m_scrollArea->setWidget(m_page); // deletes the page before it
+    m_scrollArea->fit();
 
     // The page came last to the window; the foot comes last to the keyboard.
     QWidget* last = previousInFocusChain();
@@ -305,7 +412,7 @@ void GalleryWindow::openPage()
 void GalleryWindow::openHelp()
 {
     if (!m_help || !m_help->isVisible()) {
-        m_help = new Help(pages().at(m_index).name, m_language, this); // goes when it is closed
+        m_help = new Help(pages().at(m_index).name, m_options.language, this); // goes when it is closed
         m_help->show();
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "command-line.h"
 #include "pages.h"
 
 #include <QPointer>
@@ -7,9 +8,9 @@
 
 #include <optional>
 
+class QGridLayout;
 class QLabel;
 class QListWidget;
-class QScrollArea;
 class VantButton;
 class VantCheckBox;
 class VantComboBox;
@@ -18,6 +19,7 @@ namespace gallery {
 
 class Help;
 class Page;
+class PageArea;
 
 /** The window of the gallery: navigation on the left, the page with its header and foot bar on the right. */
 class GalleryWindow : public QWidget
@@ -25,8 +27,8 @@ class GalleryWindow : public QWidget
     Q_OBJECT
 
 public:
-    /** Opens the page of the name @p page, the first one if it is empty. */
-    GalleryWindow(const QString& page, const QString& language);
+    /** Opens the page that @p options name, the first one if they name none. */
+    explicit GalleryWindow(const Options& options);
 
     /** Makes the window so high that the page shows without scrolling. */
     void growToPage();
@@ -47,15 +49,25 @@ public:
      */
     void takeUpSecondStart(const QString& page);
 
+Q_SIGNALS:
+    /** The gallery is to be started anew, at @p fontDpi dots to the inch if it is not 0. */
+    void startAnew(const gallery::Options& options, int fontDpi);
+
 private:
     void build();
     QWidget* sidebar();
-    QListWidget* navigation();
-    QWidget* languageSwitch();
+    QListWidget* navigation(QWidget* parent);
+    QWidget* switches(QWidget* parent);
+    VantComboBox* addSwitch(QGridLayout* grid, const char* key, const QRect& place);
+    void addLanguageSwitch(QGridLayout* grid);
+    void addThemeSwitch(QGridLayout* grid);
+    void addScaleSwitch(QGridLayout* grid);
+    void addDirectionSwitch(QGridLayout* grid);
     QWidget* header();
     QWidget* pageArea();
     QWidget* footbar();
     void setLanguage(const QString& code);
+    void setRightToLeft(bool rightToLeft);
     void showPage(int index);
     void openPage();
     void openHelp();
@@ -63,14 +75,15 @@ private:
 
     int m_index = 0;
     std::optional<int> m_wanted; ///< the page to go to as soon as the present one can be left
-    QString m_language;
+    Options m_options;
     QWidget* m_content = nullptr;
     QListWidget* m_navigation = nullptr;
     VantComboBox* m_languages = nullptr;
+    VantCheckBox* m_direction = nullptr;
     QLabel* m_title = nullptr;
     QLabel* m_caption = nullptr;
     VantCheckBox* m_enabled = nullptr;
-    QScrollArea* m_scrollArea = nullptr;
+    PageArea* m_scrollArea = nullptr;
     Page* m_page = nullptr;
     QLabel* m_report = nullptr;
     VantButton* m_helpButton = nullptr;

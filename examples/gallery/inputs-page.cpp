@@ -21,7 +21,7 @@ const int longListLength = 60;
 class InputsPage : public Page
 {
 public:
-    InputsPage();
+    explicit InputsPage(QWidget* parent);
 
     void enterState(const QString& state) override;
     QWidget* opener(const QString& state) const override;
@@ -61,7 +61,8 @@ VantRadioButton* radioButton(const char* key, QButtonGroup* group)
     return button;
 }
 
-InputsPage::InputsPage()
+InputsPage::InputsPage(QWidget* parent)
+    : Page(parent)
 {
     addComboBoxes();
     addMenus();
@@ -81,7 +82,7 @@ void InputsPage::addCheckBoxes()
         { "inputs.check.partial", Qt::PartiallyChecked },
     };
 
-    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("inputs.check")));
+    QGridLayout* grid = addLiveAndDisabled(addSection("inputs.check", "VantCheckBox"));
     for (const auto& row : rows) {
         VantCheckBox* box = live(checkBox(row.key, row.state));
         m_firstBox = m_firstBox ? m_firstBox : box;
@@ -95,7 +96,7 @@ void InputsPage::addRadioButtons()
 {
     auto* liveGroup = new QButtonGroup(this);
     auto* disabledGroup = new QButtonGroup(this);
-    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("inputs.radio")));
+    QGridLayout* grid = addLiveAndDisabled(addSection("inputs.radio", "VantRadioButton"));
     for (const char* key : { "inputs.daily", "inputs.weekly", "inputs.never" }) {
         VantRadioButton* button = live(radioButton(key, liveGroup));
         connect(button, &QRadioButton::clicked, this,
@@ -110,7 +111,7 @@ void InputsPage::addComboBoxes()
     grid->setHorizontalSpacing(px(24));
     grid->setVerticalSpacing(px(12));
     grid->setColumnStretch(2, 1);
-    addSection(QStringLiteral("inputs.combo"))->addLayout(grid);
+    addSection("inputs.combo", "VantComboBox")->addLayout(grid);
 
     const QStringList few = { text("inputs.daily"), text("inputs.weekly"), text("inputs.never") };
     QStringList many;
@@ -151,7 +152,7 @@ void InputsPage::addMenus()
     row->addWidget(cornerButton);
     row->addWidget(live(menuIconButton()));
     row->addStretch(1);
-    addSection(QStringLiteral("inputs.menu"))->addLayout(row);
+    addSection("inputs.menu", "VantMenu")->addLayout(row);
 }
 
 VantIconButton* InputsPage::menuIconButton()
@@ -238,9 +239,9 @@ QWidget* InputsPage::opener(const QString& state) const
 
 } // namespace
 
-Page* createInputsPage()
+Page* createInputsPage(QWidget* parent)
 {
-    return new InputsPage;
+    return new InputsPage(parent);
 }
 
 } // namespace gallery

@@ -45,7 +45,7 @@ protected:
 class LabelsPage : public Page
 {
 public:
-    LabelsPage();
+    explicit LabelsPage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -87,7 +87,8 @@ QLayout* named(const char* name, QWidget* widget)
     return column;
 }
 
-LabelsPage::LabelsPage()
+LabelsPage::LabelsPage(QWidget* parent)
+    : Page(parent)
 {
     addLabel();
     addMessages();
@@ -97,7 +98,7 @@ LabelsPage::LabelsPage()
 
 void LabelsPage::addLabel()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("labels.wrap"));
+    QVBoxLayout* section = addSection("labels.wrap", "VantLabel, MessageLabel");
 
     m_text = comboBox(text("labels.text"), { text("labels.text.long"), text("labels.text.short") }, 160);
     m_width = comboBox(text("labels.width"), {}, 120);
@@ -137,7 +138,7 @@ void LabelsPage::applyChoices()
 
 void LabelsPage::addMessages()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("labels.message"));
+    QVBoxLayout* section = addSection("labels.message", "MessageLabel");
 
     const struct
     {
@@ -180,7 +181,7 @@ void LabelsPage::addLinks()
     live(addLink(row, "labels.link.news"));
     addLink(row, "state.disabled")->setEnabled(false);
     row->addStretch(1);
-    addSection(QStringLiteral("labels.link"))->addLayout(row);
+    addSection("labels.link", "LinkLabel")->addLayout(row);
 }
 
 LinkLabel* LabelsPage::addLink(QHBoxLayout* row, const char* key)
@@ -207,9 +208,9 @@ void LabelsPage::enterState(const QString& state)
 
 } // namespace
 
-Page* createLabelsPage()
+Page* createLabelsPage(QWidget* parent)
 {
-    return new LabelsPage;
+    return new LabelsPage(parent);
 }
 
 } // namespace gallery

@@ -1,15 +1,14 @@
 #include "command-line.h"
 #include "gallery-window.h"
+#include "kit.h"
 #include "network.h"
 #include "places.h"
 #include "screenshots.h"
 #include "startup-times.h"
-#include "texts.h"
-#include "theme.h"
 
 #include <vantkit-qt/vantkit.h>
 
-#include <QDir>
+#include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -27,28 +26,9 @@ QString dataFolder()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-/** Starts the kit, and after it the gallery's own texts. The application object is there already. */
-void startKit(const Options& options, const QString& userFolder, StartupTimes& times)
+int incomplete(const Options& options)
 {
-    useLightGround();
-    times.endPhase("application");
-
-    // Where the theme is, and where the kit may write. A path with "//" in it would open a comment in a
-    // template.
-    UIPathManager& paths = UIPathManager::getInstance();
-    paths.setPath(QStringLiteral("resource_path"), QDir::cleanPath(options.themeFolder));
-    paths.setPath(QStringLiteral("user_data_path"), QDir::cleanPath(userFolder));
-
-    // The words of the kit, and those of the gallery itself.
-    ComponentStrings::getInstance().installStrings(componentStrings(options.themeFolder, options.language));
-    installTexts(options.language);
-    times.endPhase("strings");
-
-    // The images before the templates, which name the folders of the images.
-    ImageManager::getInstance().initialize(ImageManager::LazyLoad);
-    times.endPhase("images");
-    StyleManager::getInstance().initialize(templateFiles(options.themeFolder));
-    times.endPhase("templates");
+    return failure(QStringLiteral("The theme in '%1' is not complete.").arg(options.themes.constLast()));
 }
 
 int showUntilClosed(GalleryWindow& window, StartupTimes& times)
@@ -59,12 +39,14 @@ int showUntilClosed(GalleryWindow& window, StartupTimes& times)
     return QApplication::exec();
 }
 
-int takePictures(int argc, char** argv, const Options& options, StartupTimes& times)
+int takePictures(int argc, char** argv, const Options& options)
 {
     prepareScreenshots();
     const QApplication application(argc, argv);
     const QTemporaryDir passingFolder; // pictures leave nothing behind
-    startKit(options, passingFolder.path(), times);
+    if (!startKit(VantTheme(options.themes.constLast()), passingFolder.path(), options.language)) {
+        return incomplete(options);
+    }
     useMadeUpPlaces(passingFolder.filePath(QStringLiteral("places")));
     return takeScreenshots(options);
 }
@@ -72,8 +54,8 @@ int takePictures(int argc, char** argv, const Options& options, StartupTimes& ti
 int measureStart(int argc, char** argv, const Options& options, StartupTimes& times)
 {
     const QApplication application(argc, argv);
-    startKit(options, dataFolder(), times);
-    GalleryWindow window(options.page, options.language);
+    startKitStepByStep(VantTheme(options.themes.constLast()), dataFolder(), options.language, times);
+    GalleryWindow window(options);
     times.reportFirstPaintOf(&window);
     return showUntilClosed(window, times);
 }
@@ -94,7 +76,14 @@ std::optional<int> handOver(QtSingleApplication& application, const QString& pag
     return failure(QStringLiteral("A gallery runs already, and it does not answer."), noAnswer);
 }
 
-int run(int argc, char** argv, const Options& options, StartupTimes& times)
+/** A gallery to be started when this one has ended, so that it is the one that runs. */
+struct NextStart
+{
+    QStringList arguments;
+    int fontDpi = 0; ///< of the scale that was chosen, 0 for the one that it has
+};
+
+int run(int argc, char** argv, const Options& options, StartupTimes& times, std::optional<NextStart>& next)
 {
     // Who runs is decided before anything is made that only one needs.
     QtSingleApplication application(argc, argv);
@@ -105,12 +94,30 @@ int run(int argc, char** argv, const Options& options, StartupTimes& times)
     if (!options.trustedFile.isEmpty()) {
         trustAsWell(options.trustedFile);
     }
-    startKit(options, dataFolder(), times);
-    GalleryWindow window(options.page, options.language);
+    if (!startKit(VantTheme(options.themes.constLast()), dataFolder(), options.language)) {
+        return incomplete(options);
+    }
+    GalleryWindow window(options);
     QObject::connect(
         &application, &QtSingleApplication::messageReceived, &window, &GalleryWindow::takeUpSecondStart);
+    QObject::connect(&window, &GalleryWindow::startAnew, [&next](const Options& wanted, int fontDpi) {
+        next = NextStart { QStringList(QCoreApplication::applicationFilePath()) + argumentsFor(wanted),
+            fontDpi };
+        QCoreApplication::quit();
+    });
     application.setActivationWindow(&window);
     return showUntilClosed(window, times);
+}
+
+int start(NextStart next)
+{
+    if (next.fontDpi > 0) {
+        qputenv("QT_FONT_DPI", QByteArray::number(next.fontDpi));
+    }
+    const QString program = next.arguments.takeFirst();
+    return QProcess::startDetached(program, next.arguments)
+        ? 0
+        : failure(QStringLiteral("Cannot start '%1'.").arg(program), noAnswer);
 }
 
 } // namespace
@@ -123,14 +130,14 @@ int main(int argc, char** argv)
         return *commandLine.exitCode;
     }
 
-    // The application object comes first: pixmaps need it, and the display's scale is read from it.
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const Options& options = commandLine.options;
     if (options.takesScreenshots()) {
-        return takePictures(argc, argv, options, times);
+        return takePictures(argc, argv, options);
     }
     if (options.startupTimes) {
         return measureStart(argc, argv, options, times);
     }
-    return run(argc, argv, options, times);
+    std::optional<NextStart> next;
+    const int exitCode = run(argc, argv, options, times, next);
+    return next ? start(*next) : exitCode;
 }

@@ -2,6 +2,9 @@
 
 #include <QWidget>
 
+class QFrame;
+class QHBoxLayout;
+class QLayout;
 class QVBoxLayout;
 
 namespace gallery {
@@ -12,7 +15,11 @@ class Page : public QWidget
     Q_OBJECT
 
 public:
-    Page();
+    /** Made where it is to lie: what is moved below another style sheet has its own read once more. */
+    explicit Page(QWidget* parent);
+
+    /** Lays the sections out in @p width pixels: in two columns where they have room side by side. */
+    virtual void fitTo(int width);
 
     /** Enables or disables the live widgets of the page. */
     void setLiveEnabled(bool enabled);
@@ -31,8 +38,14 @@ Q_SIGNALS:
     void happened(const QString& what);
 
 protected:
-    /** Adds a section with the texts `<key>.title` and `<key>.caption`. Its layout takes the content. */
-    QVBoxLayout* addSection(const QString& key);
+    /**
+     * Adds a section with the texts `<key>.title` and `<key>.caption`, and with the snippet @p key, for
+     * @p classes of the kit. Its layout takes the content.
+     */
+    QVBoxLayout* addSection(const char* key, const char* classes);
+
+    /** Opens the code of the section @p key. */
+    void showCode(const QString& key);
 
     /** Has @p widget follow setLiveEnabled(), and returns it. */
     template <class Widget>
@@ -43,7 +56,13 @@ protected:
     }
 
 private:
-    QVBoxLayout* m_layout;
+    QLayout* sectionHead(const QString& key, const QString& classes);
+    int sectionsOfHalf() const;
+
+    QHBoxLayout* m_layout;
+    QVBoxLayout* m_columns[2];
+    bool m_isWide = false; ///< in two columns
+    QList<QFrame*> m_sections;
     QList<QWidget*> m_live;
 };
 

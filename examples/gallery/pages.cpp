@@ -2,25 +2,25 @@
 
 namespace gallery {
 
-Page* createButtonsPage();
-Page* createInputsPage();
-Page* createFieldsPage();
-Page* createLabelsPage();
-Page* createFootbarPage();
-Page* createPathPage();
-Page* createSheetsPage();
-Page* createTablePage();
-Page* createPagingPage();
-Page* createTreePage();
-Page* createCalendarPage();
-Page* createDatesPage();
-Page* createFilterPage();
-Page* createFilesPage();
+Page* createButtonsPage(QWidget* parent);
+Page* createInputsPage(QWidget* parent);
+Page* createFieldsPage(QWidget* parent);
+Page* createLabelsPage(QWidget* parent);
+Page* createFootbarPage(QWidget* parent);
+Page* createPathPage(QWidget* parent);
+Page* createSheetsPage(QWidget* parent);
+Page* createTablePage(QWidget* parent);
+Page* createPagingPage(QWidget* parent);
+Page* createTreePage(QWidget* parent);
+Page* createCalendarPage(QWidget* parent);
+Page* createDatesPage(QWidget* parent);
+Page* createFilterPage(QWidget* parent);
+Page* createFilesPage(QWidget* parent);
 
 const QList<PageInfo>& pages()
 {
     static const QList<PageInfo> table = {
-        { "buttons", createButtonsPage, { "disabled", "focus", "help" } },
+        { "buttons", createButtonsPage, { "disabled", "focus", "help", "code" } },
         { "inputs", createInputsPage, { "disabled", "focus", "combo", "menu" } },
         { "fields", createFieldsPage, { "disabled", "focus", "error" } },
         { "labels", createLabelsPage, { "disabled", "narrow", "focus" } },

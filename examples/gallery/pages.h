@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+class QWidget;
+
 namespace gallery {
 
 class Page;
@@ -12,7 +14,7 @@ class Page;
 struct PageInfo
 {
     QString name; ///< on the command line and in the names of pictures
-    Page* (*create)(); ///< the caller owns the page
+    Page* (*create)(QWidget* parent); ///< the parent owns the page
     QStringList states; ///< what a picture is taken of, beside the page as it opens
 };
 

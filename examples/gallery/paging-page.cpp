@@ -35,7 +35,7 @@ const struct
 class PagingPage : public Page
 {
 public:
-    PagingPage();
+    explicit PagingPage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -107,7 +107,8 @@ QString resultOf(int entry)
     }
 }
 
-PagingPage::PagingPage()
+PagingPage::PagingPage(QWidget* parent)
+    : Page(parent)
 {
     addList();
     addMoments();
@@ -115,7 +116,7 @@ PagingPage::PagingPage()
 
 void PagingPage::addList()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("paging.list"));
+    QVBoxLayout* section = addSection("paging.list", "VantPagingBar");
     section->addLayout(measures());
     section->addWidget(list());
     applyFooter();
@@ -191,7 +192,7 @@ QWidget* PagingPage::list()
 
 void PagingPage::addMoments()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("paging.moment"));
+    QVBoxLayout* section = addSection("paging.moment", "VantPagingBar");
     for (const auto& moment : moments) {
         auto* model = new VantPagingModel(limits[0], this);
         auto* bar = live(new VantPagingBar(model));
@@ -300,9 +301,9 @@ void PagingPage::enterState(const QString& state)
 
 } // namespace
 
-Page* createPagingPage()
+Page* createPagingPage(QWidget* parent)
 {
-    return new PagingPage;
+    return new PagingPage(parent);
 }
 
 } // namespace gallery

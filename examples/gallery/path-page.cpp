@@ -57,7 +57,7 @@ private:
 class PathPage : public Page
 {
 public:
-    PathPage();
+    explicit PathPage(QWidget* parent);
 
     void enterState(const QString& state) override;
     QWidget* opener(const QString& state) const override;
@@ -103,7 +103,8 @@ QStringList foldersAt(int depth)
     }
 }
 
-PathPage::PathPage()
+PathPage::PathPage(QWidget* parent)
+    : Page(parent)
 {
     addLive();
     addFitting();
@@ -112,7 +113,7 @@ PathPage::PathPage()
 
 void PathPage::addLive()
 {
-    QVBoxLayout* section = addSection(QStringLiteral("path.live"));
+    QVBoxLayout* section = addSection("path.live", "VantButtonPath");
     m_bar = live(new FittedPath(text("path.live.title")));
     connect(m_bar, &VantButtonPath::sigUpdatePath, this, &PathPage::go);
     section->addWidget(m_bar);
@@ -157,7 +158,7 @@ void PathPage::addFitting()
     const QString tooLong = joined({ "path.backup", "path.documents", "path.projects", "path.archive",
         "path.letters", "path.contracts", "path.invoices", "path.drafts" });
 
-    QGridLayout* grid = addLiveAndDisabled(addSection(QStringLiteral("path.fit")));
+    QGridLayout* grid = addLiveAndDisabled(addSection("path.fit", "VantButtonPath"));
     for (const QString& path : { fitting, tooLong }) {
         m_long = live(tellingBar(QStringLiteral("path.fit.title"), path));
         FittedPath* disabled = tellingBar(QStringLiteral("state.disabled"), path);
@@ -171,7 +172,7 @@ void PathPage::addFitting()
 void PathPage::addUnusual()
 {
     const QString path = QString::fromUtf8("R&D/Q&A && FAQ/Draft  2/100 %/Größe/Ελλάδα/Услуги/東京/서울");
-    addSection(QStringLiteral("path.odd"))
+    addSection("path.odd", "VantButtonPath")
         ->addWidget(live(tellingBar(QStringLiteral("path.odd.title"), path)));
 }
 
@@ -211,9 +212,9 @@ QWidget* PathPage::opener(const QString& state) const
 
 } // namespace
 
-Page* createPathPage()
+Page* createPathPage(QWidget* parent)
 {
-    return new PathPage;
+    return new PathPage(parent);
 }
 
 } // namespace gallery

@@ -122,6 +122,12 @@ QPixmap pictureOfQuestion(GalleryWindow* window)
     return {};
 }
 
+Options on(const QString& page, Options options)
+{
+    options.page = page;
+    return options;
+}
+
 void showAtRest(GalleryWindow* window)
 {
     QCursor::setPos(-1, -1); // over no window
@@ -132,9 +138,9 @@ void showAtRest(GalleryWindow* window)
     window->focusWidget()->clearFocus();
 }
 
-QPixmap pictureOf(const QString& page, const QString& state, const QString& language)
+QPixmap pictureOf(const QString& page, const QString& state, const Options& options)
 {
-    GalleryWindow window(page, language);
+    GalleryWindow window(on(page, options));
     showAtRest(&window);
     window.growToPage();
     QApplication::processEvents();
@@ -154,9 +160,9 @@ QPixmap pictureOf(const QString& page, const QString& state, const QString& lang
     return pictureOf(&window);
 }
 
-QPixmap pictureOfWindow(const QString& language)
+QPixmap pictureOfWindow(const Options& options)
 {
-    GalleryWindow window(QStringLiteral("path"), language);
+    GalleryWindow window(on(QStringLiteral("path"), options));
     window.resize(px(720), px(420));
     showAtRest(&window);
     QPixmap picture = window.grab();
@@ -178,9 +184,9 @@ QPixmap pictureOfBrowser(GalleryWindow* window)
     return section->grab(place);
 }
 
-QPixmap pictureOfRenaming(const QString& language)
+QPixmap pictureOfRenaming(const Options& options)
 {
-    GalleryWindow window(QStringLiteral("tree"), language);
+    GalleryWindow window(on(QStringLiteral("tree"), options));
     showAtRest(&window);
     auto* tree = window.findChild<QTreeWidget*>();
     QWidget* frame = tree->parentWidget();
@@ -198,15 +204,15 @@ bool save(const QPixmap& picture, const QDir& folder, const char* name)
 }
 
 // What the pages of help show, in the size in which they show it.
-bool saveHelpPictures(const QDir& folder, const QString& language)
+bool saveHelpPictures(const QDir& folder, const Options& options)
 {
-    GalleryWindow browser(QStringLiteral("files"), language);
+    GalleryWindow browser(on(QStringLiteral("files"), options));
     browser.resize(px(1050), px(720));
     showAtRest(&browser);
     browser.growToPage();
-    return folder.mkpath(QStringLiteral(".")) && save(pictureOfWindow(language), folder, "gallery.png")
+    return folder.mkpath(QStringLiteral(".")) && save(pictureOfWindow(options), folder, "gallery.png")
         && save(pictureOfBrowser(&browser), folder, "files.png")
-        && save(pictureOfRenaming(language), folder, "rename.png");
+        && save(pictureOfRenaming(options), folder, "rename.png");
 }
 
 } // namespace
@@ -232,13 +238,13 @@ int takeScreenshots(const Options& options)
         for (const QString& state : QStringList(QString()) + page.states) {
             const QString name = state.isEmpty() ? page.name : page.name + QLatin1Char('-') + state;
             const QString file = QDir(options.screenshotsFolder).filePath(name + QStringLiteral(".png"));
-            if (!pictureOf(page.name, state, options.language).save(file)) {
+            if (!pictureOf(page.name, state, options).save(file)) {
                 return failure(QStringLiteral("Cannot write '%1'.").arg(file));
             }
         }
     }
     const QString helpFolder = QDir(options.screenshotsFolder).filePath(QStringLiteral("help"));
-    if (options.page.isEmpty() && !saveHelpPictures(helpFolder, options.language)) {
+    if (options.page.isEmpty() && !saveHelpPictures(helpFolder, options)) {
         return failure(QStringLiteral("Cannot write to the folder '%1'.").arg(helpFolder));
     }
     return 0;

@@ -48,7 +48,7 @@ const Kind kinds[] = {
 class SheetsPage : public Page
 {
 public:
-    SheetsPage();
+    explicit SheetsPage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -130,7 +130,8 @@ const QList<Function>& functions()
     return table;
 }
 
-SheetsPage::SheetsPage()
+SheetsPage::SheetsPage(QWidget* parent)
+    : Page(parent)
 {
     addFunctions();
     addKinds();
@@ -166,7 +167,7 @@ void SheetsPage::addFunctions()
         grid->addWidget(openButton(function, true), row, 1, Qt::AlignCenter);
         grid->addWidget(openButton(function, false), row, 2, Qt::AlignCenter);
     }
-    addSection(QStringLiteral("sheets.functions"))->addLayout(grid);
+    addSection("sheets.functions", "VantMessageSheet")->addLayout(grid);
 }
 
 VantButton* SheetsPage::openButton(const Function& function, bool inWindow)
@@ -199,7 +200,7 @@ void SheetsPage::addKinds()
     row->addWidget(m_long);
     row->addStretch(1);
     row->addWidget(open);
-    addSection(QStringLiteral("sheets.kinds"))->addLayout(row);
+    addSection("sheets.kinds", "VantMessageSheet")->addLayout(row);
 }
 
 void SheetsPage::openKind()
@@ -228,7 +229,7 @@ void SheetsPage::addWork()
     row->addWidget(icon);
     row->addWidget(movie);
     row->addStretch(1);
-    addSection(QStringLiteral("sheets.work"))->addLayout(row);
+    addSection("sheets.work", "VantMessageSheet")->addLayout(row);
 }
 
 // The user cannot leave a sheet without buttons: whoever opened it takes it down.
@@ -278,7 +279,7 @@ void SheetsPage::addInput()
     row->addWidget(icon);
     row->addWidget(m_folder, 1);
     row->addWidget(rename);
-    addSection(QStringLiteral("sheets.input"))->addLayout(row);
+    addSection("sheets.input", "VantInputSheet")->addLayout(row);
 }
 
 void SheetsPage::openInput()
@@ -309,7 +310,7 @@ void SheetsPage::addCountdown()
     row->addLayout(labelled(text("sheets.countdown.time"), m_seconds));
     row->addStretch(1);
     row->addWidget(open);
-    addSection(QStringLiteral("sheets.countdown"))->addLayout(row);
+    addSection("sheets.countdown", "VantCountdownMessageBox")->addLayout(row);
 }
 
 void SheetsPage::openCountdown()
@@ -349,9 +350,9 @@ void SheetsPage::enterState(const QString& state)
 
 } // namespace
 
-Page* createSheetsPage()
+Page* createSheetsPage(QWidget* parent)
 {
-    return new SheetsPage;
+    return new SheetsPage(parent);
 }
 
 } // namespace gallery

@@ -100,7 +100,7 @@ VantTableColumnsInfo taskColumns()
 class TablePage : public Page
 {
 public:
-    TablePage();
+    explicit TablePage(QWidget* parent);
 
     void enterState(const QString& state) override;
 
@@ -122,9 +122,10 @@ private:
     QLabel* m_hint = nullptr;
 };
 
-TablePage::TablePage()
+TablePage::TablePage(QWidget* parent)
+    : Page(parent)
 {
-    QVBoxLayout* section = addSection(QStringLiteral("table.tasks"));
+    QVBoxLayout* section = addSection("table.tasks", "VantTableWidget");
     section->addLayout(choices());
     section->addWidget(framedTable());
     setUpTable();
@@ -245,9 +246,9 @@ void TablePage::enterState(const QString& state)
 
 } // namespace
 
-Page* createTablePage()
+Page* createTablePage(QWidget* parent)
 {
-    return new TablePage;
+    return new TablePage(parent);
 }
 
 } // namespace gallery

@@ -1,9 +1,12 @@
 #include "texts.h"
 
 #include "languages.h"
-#include "theme.h"
 
 #include <QDebug>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
 
 #include <cmath>
 
@@ -35,7 +38,14 @@ QLocale localeOf(const QString& code)
 
 QMap<QString, QString> textsOf(const QString& language)
 {
-    return readTexts(QStringLiteral(":/gallery/texts/%1.json").arg(language));
+    QFile file(QStringLiteral(":/gallery/texts/%1.json").arg(language));
+    const QJsonObject object =
+        file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    QMap<QString, QString> texts;
+    for (auto entry = object.begin(); entry != object.end(); ++entry) {
+        texts.insert(entry.key(), entry.value().toString());
+    }
+    return texts;
 }
 
 } // namespace

@@ -29,7 +29,7 @@ const char* const deepPath[] = { "srv", "backup", "archive", "projects", "2017",
 class TreePage : public Page
 {
 public:
-    TreePage();
+    explicit TreePage(QWidget* parent);
 
     void enterState(const QString& state) override;
     QWidget* opener(const QString& state) const override;
@@ -122,8 +122,9 @@ bool isTaken(const QString& name, const QTreeWidgetItem* item)
     });
 }
 
-TreePage::TreePage()
-    : m_delegate(new ItemDelegate)
+TreePage::TreePage(QWidget* parent)
+    : Page(parent)
+    , m_delegate(new ItemDelegate)
 {
     m_delegate->setParent(this);
     addFolders();
@@ -147,7 +148,7 @@ void TreePage::addFolders()
     row->setSpacing(px(24));
     row->addWidget(framed(m_tree), 3);
     row->addLayout(explanations(), 2);
-    addSection(QStringLiteral("tree.folders"))->addLayout(row);
+    addSection("tree.folders", "VantTreeWidget")->addLayout(row);
 }
 
 QLayout* TreePage::explanations()
@@ -299,7 +300,7 @@ void TreePage::addDeepFolders()
     row->setSpacing(px(24));
     row->addWidget(framed(m_deepTree), 3);
     row->addLayout(buttons, 2);
-    addSection(QStringLiteral("tree.deep"))->addLayout(row);
+    addSection("tree.deep", "VantTreeWidget")->addLayout(row);
 }
 
 void TreePage::showDeepest()
@@ -341,9 +342,9 @@ QWidget* TreePage::opener(const QString& state) const
 
 } // namespace
 
-Page* createTreePage()
+Page* createTreePage(QWidget* parent)
 {
-    return new TreePage;
+    return new TreePage(parent);
 }
 
 } // namespace gallery

@@ -145,7 +145,7 @@ private Q_SLOTS:
     {
         const Gallery first("sheets");
         QTRY_COMPARE_WITH_TIMEOUT(first.look(), QString("Sheets, on top"), patience);
-        press({ "Tab", "Tab", "Tab", "space" });
+        press({ "Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "space" });
         QTRY_VERIFY_WITH_TIMEOUT(!first.canClose(), patience);
         QCOMPARE(startAgain({ "--page", "labels" }), QStringList("0"));
         QTRY_COMPARE_WITH_TIMEOUT(first.look(), QString("Sheets, on top"), patience);

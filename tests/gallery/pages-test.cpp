@@ -1,14 +1,17 @@
 #include "gallery-window.h"
+#include "kit.h"
 #include "languages.h"
 #include "pages.h"
 #include "places.h"
+#include "snippets.h"
 #include "support/guarded-test.h"
 #include "texts.h"
-#include "theme.h"
 
 #include <vantkit-qt/vantkit.h>
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
@@ -34,6 +37,41 @@ QStringList namelessIn(QAccessibleInterface* object)
     return nameless;
 }
 
+/** The sections in @p window without a snippet, or of a class that no header has. */
+QStringList sectionsWithoutExample(const GalleryWindow& window)
+{
+    static const QString headers = [] {
+        QString text;
+        for (QDirIterator all(KIT_HEADERS, { "*.h" }, QDir::Files, QDirIterator::Subdirectories);
+             all.hasNext();) {
+            QFile header(all.next());
+            text += header.open(QIODevice::ReadOnly) ? header.readAll() : QByteArray();
+        }
+        return text;
+    }();
+    QStringList missing;
+    for (const QFrame* section : window.findChildren<QFrame*>("section")) {
+        const QString key =
+            section->findChildren<QPushButton*>(QRegularExpression("\\.")).constFirst()->objectName();
+        const QStringList names = section->findChild<QLabel*>("class")->text().split(", ");
+        const bool areThere = std::all_of(names.begin(), names.end(), [](const QString& name) {
+            return headers.contains(QRegularExpression("class VANTKIT_EXPORT " + name + "\\s"));
+        });
+        if (!areThere || snippetOf(key).isEmpty()) {
+            missing << key;
+        }
+    }
+    return missing;
+}
+
+Options optionsIn(const QString& language)
+{
+    Options options;
+    options.language = language;
+    options.themes << VantTheme::of("default").folder();
+    return options;
+}
+
 QJsonObject textsIn(const QString& language)
 {
     QFile file(QDir(GALLERY_TEXTS).filePath(language + ".json"));
@@ -51,11 +89,7 @@ private Q_SLOTS:
 
     void initTestCase()
     {
-        useLightGround();
-        UIPathManager::getInstance().setPath("resource_path", defaultThemeFolder());
-        UIPathManager::getInstance().setPath("user_data_path", m_folder.path());
-        ImageManager::getInstance().initialize(ImageManager::LazyLoad);
-        StyleManager::getInstance().initialize(templateFiles(defaultThemeFolder()));
+        QVERIFY(startKit(VantTheme::of("default"), m_folder.path(), "enu"));
         useMadeUpPlaces(m_folder.filePath("places"));
     }
 
@@ -70,9 +104,9 @@ private Q_SLOTS:
     void everyLanguage()
     {
         QFETCH(QString, language);
-        ComponentStrings::getInstance().installStrings(componentStrings(defaultThemeFolder(), language));
+        ComponentStrings::getInstance().installStrings(VantTheme::of("default").strings(language));
         installTexts(language);
-        GalleryWindow window(pageNames().first(), language);
+        GalleryWindow window(optionsIn(language));
         window.show();
         for (const QString& page : pageNames()) {
             window.takeUpSecondStart(page);
@@ -80,6 +114,7 @@ private Q_SLOTS:
             QCoreApplication::processEvents(); // draws it, once
             if (language == "enu") {
                 QCOMPARE(namelessIn(QAccessible::queryAccessibleInterface(&window)).join('\n'), QString());
+                QCOMPARE(sectionsWithoutExample(window).join('\n'), QString());
             }
         }
 
@@ -89,6 +124,34 @@ private Q_SLOTS:
         for (auto text = translated.begin(); text != translated.end(); ++text) {
             QVERIFY2(!text.value().toString().trimmed().isEmpty(), qPrintable(text.key()));
         }
+    }
+
+    void codeIsCopied()
+    {
+        GalleryWindow window(optionsIn("enu"));
+        window.show();
+        QTest::keyClick(window.findChild<QPushButton*>("buttons.icon"), Qt::Key_Space);
+        QPointer<QWidget> code(QApplication::activeModalWidget());
+        QTest::keyClick(code, Qt::Key_Return);
+        QCOMPARE(QGuiApplication::clipboard()->text(), snippetOf("buttons.icon"));
+        QTest::keyClick(code, Qt::Key_Escape);
+        QTRY_VERIFY(!code);
+    }
+
+    void switchesByKeyboard()
+    {
+        GalleryWindow window(optionsIn("enu"));
+        window.show();
+        QSignalSpy startedAnew(&window, &GalleryWindow::startAnew);
+        window.takeUpSecondStart("labels");
+        for (int key : { Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Space }) {
+            QTest::keyClick(window.focusWidget(), Qt::Key(key));
+        }
+        QCOMPARE(startedAnew.size(), 1);
+        QCOMPARE(startedAnew[0][1].toInt(), 120); // the scale after 100 per cent
+        QCOMPARE(window.layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(
+            argumentsFor(startedAnew[0][0].value<Options>()).mid(0, 2), QStringList({ "--page", "labels" }));
     }
 
 private:
