@@ -9,11 +9,9 @@
 #include <dlfcn.h>
 #endif
 
-// The library is found by any function in it.
-
 QString vantkit::internal::libraryFolder()
 {
-    const auto address = reinterpret_cast<void*>(&libraryFolder);
+    const auto address = reinterpret_cast<void*>(&libraryFolder); // or any other function in it
 #ifdef _WIN32
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,

@@ -17,15 +17,7 @@
 
 namespace vantkit::internal {
 
-#ifdef _WIN32
-
-bool listenForUser(QLocalServer& server, const QString& name)
-{
-    server.setSocketOptions(QLocalServer::UserAccessOption);
-    return server.listen(name);
-}
-
-#else
+#ifndef _WIN32
 
 namespace {
 
@@ -53,17 +45,21 @@ bool isDead(const QByteArray& path)
             return errno == ECONNREFUSED;
         }
         pollfd hangUp { socket.number(), POLLIN, 0 };
-        if (poll(&hangUp, 1, endingTime) <= 0) {
-            break;
-        }
+        poll(&hangUp, 1, endingTime);
     }
     return false;
 }
 
 } // namespace
 
+#endif
+
 bool listenForUser(QLocalServer& server, const QString& name)
 {
+#ifdef _WIN32
+    server.setSocketOptions(QLocalServer::UserAccessOption);
+    return server.listen(name);
+#else
     // Where QLocalServer puts it.
     const QByteArray path = QFile::encodeName(QDir::cleanPath(QDir::tempPath()) + QLatin1Char('/') + name);
     if (isOwnSocket(path) && isDead(path)) {
@@ -74,8 +70,7 @@ bool listenForUser(QLocalServer& server, const QString& name)
     const bool listens = server.listen(name);
     umask(former);
     return listens;
-}
-
 #endif
+}
 
 } // namespace vantkit::internal

@@ -14,21 +14,9 @@ namespace {
 
 constexpr const char* temporaryFolder = "/tmp";
 constexpr off_t presenceByte = 0;
-
 constexpr char noNote = 0;
 constexpr char freeNote = 'f';
 constexpr char ownedNote = 'o';
-
-/** In the manner of FNV-1a, of a name and its user. */
-std::uint64_t hashOf(const std::u16string& name)
-{
-    static const uid_t user = geteuid();
-    std::uint64_t hash = (0xCBF29CE484222325 ^ user) * 0x100000001B3;
-    for (const char16_t unit : name) {
-        hash = (hash ^ unit) * 0x100000001B3;
-    }
-    return hash;
-}
 
 struct flock lockOn(off_t byte, short type)
 {
@@ -54,6 +42,12 @@ bool isLockedByOthers(int file, off_t byte)
 {
     struct flock lock = lockOn(byte, F_WRLCK);
     return fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+bool isRemoved(int file)
+{
+    struct stat status = {};
+    return fstat(file, &status) == 0 && status.st_nlink == 0;
 }
 
 /**
@@ -107,7 +101,12 @@ FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
 
 NamedMutex::NamedMutex(const std::u16string& name)
 {
-    const std::uint64_t hash = hashOf(name);
+    // In the manner of FNV-1a, of the name and its user.
+    static const uid_t user = geteuid();
+    std::uint64_t hash = (0xCBF29CE484222325 ^ user) * 0x100000001B3;
+    for (const char16_t unit : name) {
+        hash = (hash ^ unit) * 0x100000001B3;
+    }
     m_fileName = std::to_string(hash) + ".mutex";
     m_ownershipByte = presenceByte + 1 + static_cast<off_t>(hash >> 2U);
 }
@@ -143,7 +142,7 @@ bool NamedMutex::open(bool mayCreate)
 bool NamedMutex::lock(bool mayWait)
 {
     while (setLock(m_file.number(), m_ownershipByte, F_WRLCK, mayWait)) {
-        if (!isRemoved()) {
+        if (!isRemoved(m_file.number())) {
             m_lastNote = note();
             if (m_lastNote != noNote || !isOwnedUnderAnotherFile()) {
                 return true;
@@ -173,20 +172,12 @@ bool NamedMutex::own()
 
 bool NamedMutex::release()
 {
-    if (!m_isOwned) {
-        errno = EPERM;
-        return false;
+    if (m_isOwned) {
+        writeNote(freeNote);
+        unlock();
     }
-    m_isOwned = false;
-    writeNote(freeNote);
-    unlock();
-    return true;
-}
-
-bool NamedMutex::isRemoved() const
-{
-    struct stat status = {};
-    return fstat(m_file.number(), &status) == 0 && status.st_nlink == 0;
+    errno = EPERM; // if it was not
+    return std::exchange(m_isOwned, false);
 }
 
 bool NamedMutex::isOwnedUnderAnotherFile() const
@@ -213,8 +204,7 @@ char NamedMutex::note() const
 
 void NamedMutex::writeNote(char note) const
 {
-    const ssize_t written = pwrite(m_file.number(), &note, 1, 0);
-    static_cast<void>(written);
+    static_cast<void>(pwrite(m_file.number(), &note, 1, 0) == 1);
 }
 
 } // namespace vantkit::internal

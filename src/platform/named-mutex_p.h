@@ -42,7 +42,6 @@ public:
     bool release();
 
 private:
-    bool isRemoved() const;
     bool isOwnedUnderAnotherFile() const;
     char note() const;
     void writeNote(char note) const;

@@ -10,15 +10,7 @@
 
 namespace vantkit::internal {
 
-#ifdef _WIN32
-
-ProcessIdToSessionIdFunction resolveProcessIdToSessionId()
-{
-    return reinterpret_cast<ProcessIdToSessionIdFunction>(
-        QLibrary(QStringLiteral("kernel32")).resolve("ProcessIdToSessionId"));
-}
-
-#else
+#ifndef _WIN32
 
 namespace {
 
@@ -40,11 +32,16 @@ BOOL processIdToSessionId(DWORD process, DWORD* session)
 
 } // namespace
 
+#endif
+
 ProcessIdToSessionIdFunction resolveProcessIdToSessionId()
 {
+#ifdef _WIN32
+    return reinterpret_cast<ProcessIdToSessionIdFunction>(
+        QLibrary(QStringLiteral("kernel32")).resolve("ProcessIdToSessionId"));
+#else
     return processIdToSessionId;
-}
-
 #endif
+}
 
 } // namespace vantkit::internal

@@ -4,9 +4,8 @@
 #include <QWidget>
 #include <QWindow>
 
-// A window has no system menu here. What stands for it is the window itself: the flags of the native window
-// tell the window manager which functions it has, while those of the widget stay as the application wants
-// them.
+// A window has no system menu here, and stands for it itself: the flags of its native window tell the window
+// manager which functions it has, while those of the widget stay as the application wants them.
 
 namespace {
 

@@ -36,7 +36,6 @@ using LPSECURITY_ATTRIBUTES = void*;
 
 constexpr DWORD SYNCHRONIZE = 0x100000;
 constexpr DWORD MUTEX_MODIFY_STATE = 1;
-
 constexpr DWORD INFINITE = 0xFFFFFFFF;
 constexpr DWORD MAXIMUM_WAIT_OBJECTS = 64;
 
@@ -44,7 +43,6 @@ constexpr DWORD WAIT_OBJECT_0 = 0;
 constexpr DWORD WAIT_ABANDONED = 0x80;
 constexpr DWORD WAIT_TIMEOUT = 0x102;
 constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
-
 constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
 constexpr DWORD ERROR_GEN_FAILURE = 31;
 
@@ -68,7 +66,6 @@ DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD
 
 /** FALSE if the mutex is not owned through this handle. */
 BOOL ReleaseMutex(HANDLE handle);
-
 /** Drops a handle, and the ownership that goes with it. */
 BOOL CloseHandle(HANDLE handle);
 
@@ -76,7 +73,6 @@ BOOL CloseHandle(HANDLE handle);
 DWORD GetLastError();
 
 DWORD GetCurrentProcessId();
-
 void Sleep(DWORD milliseconds);
 
 // The system menu of a window, which has its close function.
