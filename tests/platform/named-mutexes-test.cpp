@@ -16,14 +16,13 @@ TEST_CASE("Scenes of mutexes")
         "Q release a: false; Q take a!: begun; Q waits; P1 release a; Q answers; P1 try a: busy; "
         "P1 release a: false; Q release a; P2 take a; P1 try a: busy";
     const char* const ofExistence =
-        "P open a: missing; P create a; P1 open a; Q create a; P close a; P1 close a; P open a; P close a; "
-        "Q close a; P open a: missing; Q open a: missing; P create a; P take a; Q create b; Q take b; P "
-        "kill; "
-        "Q open a: missing; Q create a; Q take a; Q kill; R open a: missing; R create b; R take b";
+        "P open a: missing; P create a; P1 open a; Q create a; P close a; P1 close a; P open a; "
+        "P close a; Q close a; P open a: missing; Q open a: missing; P create a; P take a; Q create b; "
+        "Q take b; P kill; Q open a: missing; Q create a; Q take a; Q kill; R open a: missing; "
+        "R create b; R take b";
     const char* const ofAbandonment =
-        "P create a; Q create a b; P take a; P kill; Q take a: abandoned; Q release a; Q take a; Q release "
-        "a; "
-        "P create a; P take a; P kill; Q take a b: abandoned; Q release a b; Q take a b";
+        "P create a; Q create a b; P take a; P kill; Q take a: abandoned; Q release a; Q take a; "
+        "Q release a; P create a; P take a; P kill; Q take a b: abandoned; Q release a b; Q take a b";
     const char* const ofWaitsInAnyOrder =
         "P often 1000 a b c!: begun; Q often 1000 c b a!: begun; R often 1000 b c a!: begun; "
         "S often 1000 a!: begun; P answers; Q answers; R answers; S answers; P open a: missing";

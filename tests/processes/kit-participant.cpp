@@ -68,7 +68,7 @@ Verbs fileVerbs()
     return performed(verbs, Qt::DirectConnection);
 }
 
-/** So many texts from a number on; each number has its own, of up to a million bytes, with all that is special. */
+/** So many texts from a number on. Each has its own, of up to a million bytes, with all that is special. */
 QStringList texts(const Words& words)
 {
     static const QString letters = QStringLiteral("\uFFFD\u2028😀𝄞漢яéZ0 \t\n\r\n\"'`\\%\x7F");

@@ -7,14 +7,20 @@
 #include <QLocalSocket>
 #include <QtTest>
 
+#include <memory>
+
 constexpr int longEnough = 30000; // milliseconds
 
-/** What a peer sends, and what others may do to it. */
+/** Who among P, Q, R and S has the lock of a file or is the primary process, and what comes over its socket. */
 class LocalPeerTest : public GuardedTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void names();
+    void scenes_data();
+    void scenes();
+    void manyReaders();
     void end();
     void exchange_data();
     void exchange();
@@ -24,16 +30,107 @@ private Q_SLOTS:
 public Q_SLOTS:
 
     void succeed() { QVERIFY(!QtLocalPeer(nullptr, sceneIdentity).isClient()); }
+
+    void drop()
+    {
+        QVERIFY2(!peer->findChild<QLocalSocket*>(), "the sender is not let go first");
+        peer.reset();
+    }
+
+private:
+    std::unique_ptr<QtLocalPeer> peer;
 };
+
+/** The names that processes of whatever release of the kit have to agree on, but for the session. */
+void LocalPeerTest::names()
+{
+    const KitScene scene;
+    for (const char* identity : { "abc", "ABC", "12345", "Größe 漢😀", "kitchenette" }) {
+        QCOMPARE(QtLocalPeer(nullptr, identity).applicationId(), identity);
+    }
+    const QString path = QCoreApplication::applicationFilePath().toLower();
+    QCOMPARE(QtLocalPeer().applicationId(), path);
+    QtLocalPeer(nullptr, path);
+    QStringList names = QDir::temp().entryList(QDir::Files);
+    names.replaceInStrings(QRegularExpression("^qtsingleapp-(.*)-[0-9a-f]+-lockfile$"), "\\1");
+    for (const char* name : { "-bb40", "ABC-9f2f", "Gre-9db2", "abc-9e25", "kitche-cc29" }) {
+        QVERIFY2(names.contains(name), name);
+    }
+    const QString checksum = names.filter(QRegularExpression("^testlo-")).value(0).section('-', 1);
+    QCOMPARE(names.filter(QRegularExpression("-" + checksum + "$")).size(), 2);
+}
+
+void LocalPeerTest::scenes_data()
+{
+    QTest::addColumn<QString>("steps");
+    QTest::newRow("a writer keeps all others out")
+        << "P0 write; P0 mode: 2; Q0 write: false; Q0 read: false; P1 read: false; P owned: writer; "
+           "P0 write; P0 unlock; P0 unlock; P0 mode: 0; Q0 write; P0 write: false; Q0 none; P0 read";
+    QTest::newRow("readers keep writers out, take the lowest free slot, and leave nothing")
+        << "P0 read; P0 mode: 1; Q0 read; P1 read; P2 read; R owned: 0 1 2 3; Q1 write: false; "
+           "Q1 mode: 0; P1 unlock; P0 unlock; P2 read; R0 read; R owned: 0 1 3; R0 write: false; "
+           "R0 mode: 0; Q0 unlock; R owned: 3; P2 write; R owned: writer; P2 read; P2 mode: 1; "
+           "R owned: 0; P2 unlock; R open file0: missing; R open file1: missing; R open file3: missing";
+    QTest::newRow("a writer takes what others have merely open")
+        << "P create file0 file7 file63; Q0 write; R owned: writer 0 7 63; Q0 unlock; R owned: ; "
+           "P close file0 file7 file63; R open file0: missing; R open file63: missing";
+    QTest::newRow("a writer waits for all readers, and nobody passes him")
+        << "P0 read; Q0 read; P1 read; R0 write waiting!: begun; S owned becomes writer 0 1 2; P0 unlock; "
+           "S0 read: false; S0 write: false; Q0 unlock; R waits; P kill; R answers; R0 mode: 2; "
+           "S0 read: false";
+    QTest::newRow("others wait for a writer, who is killed in the end")
+        << "P0 write; Q0 read waiting!: begun; R0 read: false; Q waits; P0 unlock; Q answers; R owned: 0; "
+           "Q0 none; P0 write; Q0 write waiting!: begun; Q waits; P kill; Q answers; R0 read: false";
+    QTest::newRow("paths in any case, and an object that is deleted")
+        << "P0 new File; Q0 new fILE; P0 write; Q0 write: false; P owned: writer; P0 new other; Q0 write; "
+           "P0 write";
+    QTest::newRow("a file is closed under its lock, and not to be truncated")
+        << "P0 write; P0 shut; P0 unlock: false [QtLockedFile::unlock(): file is not opened]; P0 mode: 2; "
+           "P0 read: false [QtLockedFile::lock(): file is not opened]; Q0 write: false; "
+           "P0 truncate: false [QtLockedFile::open(): Truncate mode not allowed.]; P0 reopen; P0 unlock; "
+           "Q0 write";
+
+    QTest::newRow("nobody is primary unasked, or sends to himself")
+        << "R identity: scene; P send no: false; P isClient: false; Q isClient; R isClient; "
+           "P send no: false; Q send hello; R send; P next: hello; P next: ; P left: 0";
+    QTest::newRow("the primary ends, the next one is killed, and that after it unlocks")
+        << "P isClient: false; Q isClient; P end; Q send no: false; R isClient; R send a; Q next: a; "
+           "Q left: 0; Q kill; R send no: false; R isClient: false; S send b; R next: b; R unlock; "
+           "R unlock; R end; S isClient: false; P send c; S next: c";
+}
+
+void LocalPeerTest::scenes()
+{
+    QFETCH(QString, steps);
+    QCOMPARE(KitScene().play(steps), QString());
+}
+
+void LocalPeerTest::manyReaders()
+{
+    KitScene scene;
+    QString all;
+    for (int reader = 0; reader < 64; ++reader) {
+        QCOMPARE(scene.play(QStringLiteral("%1%2 read").arg(reader % 2 ? 'P' : 'Q').arg(reader)), QString());
+        all += QStringLiteral(" %1").arg(reader);
+    }
+    const QString steps =
+        "R0 read: false %1; R0 mode: 0; R0 read waiting!: begun; R answers: false %1; R owned: %2; "
+        "R0 write: false; P17 unlock; R0 read; R owned: %2; R1 read: false %1";
+    QCOMPARE(scene.play(steps.arg("[QtLockedFile::lock(): too many readers]", all.mid(1))), QString());
+}
 
 /** Where the lock is free, the name of the socket is as well. */
 void LocalPeerTest::end()
 {
-    const KitScene scene;
-    QtLocalPeer peer(nullptr, sceneIdentity);
-    QVERIFY(!peer.isClient());
+    KitScene scene;
+    peer = std::make_unique<QtLocalPeer>(nullptr, sceneIdentity);
+    QVERIFY(!peer->isClient());
     // The base class says so when the lock is already gone, and the children are not.
-    connect(&peer, SIGNAL(destroyed()), this, SLOT(succeed()));
+    connect(peer.get(), SIGNAL(destroyed()), this, SLOT(succeed()));
+    connect(peer.get(), SIGNAL(messageReceived(QString)), this, SLOT(drop()));
+    scene.tell("Q", "send hello");
+    QTRY_VERIFY(!peer);
+    QCOMPARE(scene.answer("Q"), "true");
 }
 
 void LocalPeerTest::exchange_data()

@@ -43,27 +43,29 @@ void PosixTest::scenes_data()
            "P0 mode: 0; P limit-files 1000; P0 write";
     QTest::newRow("a reader mutex that cannot be opened")
         << "P0 write; P0 unlock; Q0 read; P limit-files 4; "
-           "P0 read: false [lock: OpenMutex failed] [lock: CreateMutex failed]; P limit-files 1000; P0 read";
+           "P0 read: false [lock: OpenMutex failed] [lock: CreateMutex failed]; P limit-files 1000; "
+           "P0 read";
     QTest::newRow("the file of the writer mutex is removed")
-        << "P0 write; P remove-files; Q0 write: false; Q0 read: false; Q0 write waiting!: begun; Q answers: "
-           "false "
-           "[lock: WaitForSingleObject failed]; Q0 mode: 0; P0 unlock; Q0 write; P0 write: false";
+        << "P0 write; P remove-files; Q0 write: false; Q0 read: false; Q0 write waiting!: begun; "
+           "Q answers: false [lock: WaitForSingleObject failed]; Q0 mode: 0; P0 unlock; Q0 write; "
+           "P0 write: false";
     QTest::newRow("the file of a reader mutex is removed")
-        << "Q0 read; Q remove-files; P create file0; R0 write: false; R0 write waiting!: begun; R answers: "
-           "false "
-           "[lock: WaitForMultipleObjects failed]; R0 mode: 0; Q0 unlock; R0 write";
-    QTest::newRow("who has the lock is stopped") << "P0 write; P stop; Q0 write: false; Q0 read: false; P "
-                                                    "kill; Q0 read; Q stop; R0 write: false; R0 read; Q go";
+        << "Q0 read; Q remove-files; P create file0; R0 write: false; R0 write waiting!: begun; "
+           "R answers: false [lock: WaitForMultipleObjects failed]; R0 mode: 0; Q0 unlock; R0 write";
+    QTest::newRow("who has the lock is stopped") << "P0 write; P stop; Q0 write: false; Q0 read: false; "
+                                                    "P kill; Q0 read; Q stop; R0 write: false; R0 read; "
+                                                    "Q go";
     QTest::newRow("the primary is stopped")
         << "P isClient: false; P stop; Q isClient; Q send no 100: false; P kill; Q isClient: false";
     QTest::newRow("the files of the primary's mutexes are removed")
-        << "P isClient: false; P remove-files; Q isClient; Q send hello; P next: hello; P end; Q isClient: "
-           "false";
+        << "P isClient: false; P remove-files; Q isClient; Q send hello; P next: hello; P end; "
+           "Q isClient: false";
     QTest::newRow("the primary unlocks")
-        << "P isClient: false; P unlock; Q isClient: false [deaf]; P isClient; R send hello; P next: hello; "
-           "Q end; P isClient: false [QLocalServer::listen() called when already listening] "
-           "[QtSingleCoreApplication: listen on local socket failed, ]; P isClient: false; R send again; "
-           "P next: again; P left: 0";
+        << "P isClient: false; P unlock; Q isClient: false [deaf]; P isClient; R send hello; "
+           "P next: hello; Q end; "
+           "P isClient: false [QLocalServer::listen() called when already listening] "
+           "[QtSingleCoreApplication: listen on local socket failed, ]; "
+           "P isClient: false; R send again; P next: again; P left: 0";
 }
 
 void PosixTest::scenes()

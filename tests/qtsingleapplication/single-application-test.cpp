@@ -13,20 +13,6 @@ char programName[] = "program";
 char* arguments[] = { programName, nullptr };
 const Qt::WindowStates iconic = Qt::WindowMinimized | Qt::WindowMaximized;
 
-/** A window that counts how often it is brought to the front. */
-class CountingWindow : public QWidget
-{
-public:
-    int raised = 0;
-
-protected:
-    bool event(QEvent* event) override
-    {
-        raised += event->type() == QEvent::ZOrderChange ? 1 : 0;
-        return QWidget::event(event);
-    }
-};
-
 } // namespace
 
 /** The application object, which is in this process; P and Q are others of the same application. */
@@ -49,7 +35,15 @@ public Q_SLOTS:
         QCOMPARE(window->windowState(), iconic);
     }
 
+    /** Counts how often a window is brought to the front. */
+    bool eventFilter(QObject* /*window*/, QEvent* event) override
+    {
+        raised += event->type() == QEvent::ZOrderChange ? 1 : 0;
+        return false;
+    }
+
 private:
+    int raised = 0;
     QStringList received;
     QWidget* window = nullptr;
     KitScene* scene = nullptr;
@@ -89,8 +83,9 @@ void SingleApplicationTest::activation()
     KitScene others;
     QtSingleApplication application(sceneIdentity, argumentCount, arguments);
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(note(const QString&)));
-    CountingWindow minimised;
+    QWidget minimised;
     minimised.setWindowState(iconic);
+    minimised.installEventFilter(this);
     minimised.show();
     QWidget front;
     front.show();
@@ -103,14 +98,14 @@ void SingleApplicationTest::activation()
     QWidget* const target = application.activationWindow();
     scene = &others;
     window = &minimised;
-    minimised.raised = 0;
+    raised = 0;
 
     QVERIFY(!application.isRunning());
     others.tell("Q", "send hello");
     QTRY_COMPARE(received, QStringList("hello"));
-    QCOMPARE(minimised.raised, activations);
+    QCOMPARE(raised, activations);
     application.activateWindow();
-    QCOMPARE(minimised.raised, target ? activations + 1 : 0);
+    QCOMPARE(raised, target ? activations + 1 : 0);
     QCOMPARE(minimised.windowState() & ~Qt::WindowActive, target ? Qt::WindowMaximized : iconic);
     QTRY_COMPARE(QApplication::activeWindow(), target ? &minimised : &front);
 }
