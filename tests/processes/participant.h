@@ -20,6 +20,7 @@ Verbs mutexVerbs();
  * answers with a line.
  *
  * A line is a verb and its words. A number before the verb says which thread does it instead of this one;
- * each has verbs of its own, which @p ofThread gives. With a "!" at the end of the line, "begun" is said first.
+ * each has verbs of its own, which @p ofThread gives. With a "!" at the end of the line, "begun" is said
+ * first.
  */
 void serve(const Verbs& own, const std::function<Verbs()>& ofThread);
