@@ -21,7 +21,7 @@ inline QString monthName(int month)
     return QString("%1th month").arg(month, 2, 10, QChar('0'));
 }
 
-/** The base of the tests of views: in the theme that is shipped. Strings but those of months are their keys. */
+/** The base of the tests of views: in the theme that is shipped. Strings but the months are their keys. */
 class ViewTest : public GuardedTest
 {
     Q_OBJECT
