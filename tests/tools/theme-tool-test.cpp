@@ -38,7 +38,8 @@ QString tool(const QStringList& arguments)
     QProcess process;
     process.start(VANTKIT_THEME, arguments);
     process.waitForFinished(-1);
-    return QString::fromUtf8(process.readAllStandardOutput()) + QString::number(process.exitCode());
+    const QString output = QString::fromUtf8(process.readAllStandardOutput()).remove('\r');
+    return output + QString::number(process.exitCode());
 }
 
 /** What @p pattern captures in the sources of the kit, in files that hold what @p user matches. */
@@ -85,7 +86,7 @@ private:
         return QImage(path(theme + image)) != QImage(defaultTheme + image);
     }
 
-private slots:
+private Q_SLOTS:
 
     void initTestCase() { QCOMPARE(makeTheme(defaultTheme, path("copy"), {}), QString()); }
 
@@ -139,14 +140,14 @@ private slots:
     {
         QCOMPARE(tool({ "check", defaultTheme }), QString("0"));
         QCOMPARE(tool({ "check", path("nowhere") }), QString("2"));
-        const QString movie = copied("images/processing.gif");
-        QFile::remove(movie);
-        QCOMPARE(tool({ "check", path("copy") }), movie + ": there is no file images/processing.gif\n1");
+        const QString palette = copied("palette.json");
+        QFile::remove(palette);
+        QCOMPARE(tool({ "check", path("copy") }), palette + ": is missing\n1");
         const QString json = tool({ "check", "--json", path("copy") }).chopped(1);
-        QCOMPARE(QJsonDocument::fromJson(json.toUtf8())[0].toObject()["file"].toString(), movie);
+        QCOMPARE(QJsonDocument::fromJson(json.toUtf8())[0].toObject()["file"].toString(), palette);
         write(copied("images.json"), "[");
         QVERIFY(tool({ "check", path("copy") }).endsWith("\n2"));
-        restore("images/processing.gif");
+        restore("palette.json");
         restore("images.json");
     }
 
@@ -267,6 +268,7 @@ strings/deu.json | "Heute" | " " | deu.json:29: "today" is empty
 strings/deu.json | "Juli" | "Juni" | 23: "month_jul" looks like "month_jun" in the menu of months: "Jun"
 strings/deu.json | "Heute", | "Heute" | deu.json:30: unterminated object
 strings/enu.json | | | enu.json: is missing
+images/processing.gif | | | there is no file images/processing.gif
 palette.json | #8C9AA8 | pale | palette.json:5: "ink-off" is no colour
 palette.json | "ground" | "page" | palette.json: "ground" is missing
 )";

@@ -31,6 +31,7 @@ public:
     void checkFiles();
 
 private:
+    void checkStates(const QString& name, const Place& place);
     QImage image(const QString& file, const Place& place);
 
     void tell(const Place& place, const QString& text) { m_findings.push_back({ place, text }); }
@@ -111,18 +112,23 @@ void Checker::checkImages()
         if (!kitrequests::images().contains(name)) {
             tell(place, QStringLiteral("nobody asks for \"%1\"").arg(name));
         }
-        const QImage rest = image(fileOf(name), place);
-        for (const char* suffix : { "_hover", "_click", "_disable" }) {
-            const QString state = fileOf(name + QLatin1String(suffix));
-            if (!kitrequests::hasFourStates(name) && !m_folder.exists(state)) {
-                continue;
-            }
-            const QImage other = image(state, place);
-            if (!other.isNull() && other.size() != rest.size()) {
-                tell({ state, 0 }, QStringLiteral("is not as large as the image at rest"));
-            } else if (!other.isNull() && other == rest) {
-                tell({ state, 0 }, QStringLiteral("looks like the image at rest"));
-            }
+        checkStates(name, place);
+    }
+}
+
+void Checker::checkStates(const QString& name, const Place& place)
+{
+    const QImage rest = image(fileOf(name), place);
+    for (const char* suffix : { "_hover", "_click", "_disable" }) {
+        const QString file = fileOf(name + QLatin1String(suffix));
+        if (!kitrequests::hasFourStates(name) && !m_folder.exists(file)) {
+            continue;
+        }
+        const QImage state = image(file, place);
+        if (!state.isNull() && state.size() != rest.size()) {
+            tell({ file, 0 }, QStringLiteral("is not as large as the image at rest"));
+        } else if (!state.isNull() && state == rest) {
+            tell({ file, 0 }, QStringLiteral("looks like the image at rest"));
         }
     }
 }

@@ -57,10 +57,9 @@ void checkSheet(const Section& section, Findings& findings)
     if (!wordsOfQt(section.text()).contains(unparsed)) {
         return;
     }
-    Place place = section.header;
     const std::vector<Rule> rules = rulesOf(section);
-    const auto broken = std::find_if(
-        rules.begin(), rules.end(), [](const Rule& rule) { return !wordsOfQt(rule.text).isEmpty(); });
+    const auto broken = std::find_if(rules.begin(), rules.end(),
+        [&unparsed](const Rule& rule) { return wordsOfQt(rule.text).contains(unparsed); });
     findings.push_back({ broken == rules.end() ? section.header : broken->place, unparsed, Finding::Broken });
 }
 

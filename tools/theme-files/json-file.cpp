@@ -14,10 +14,14 @@ QString quoted(const QString& text)
 
 } // namespace
 
-JsonFile::JsonFile(const QDir& folder, const QString& file, Findings& findings)
+JsonFile::JsonFile(const QDir& folder, const QString& file, Finding::Weight absence, Findings& findings)
     : name(file)
 {
     QFile device(folder.filePath(name));
+    if (!device.exists()) {
+        findings.push_back({ { name, 0 }, QStringLiteral("is missing"), absence });
+        return;
+    }
     if (!device.open(QIODevice::ReadOnly)) {
         findings.push_back({ { name, 0 }, device.errorString(), Finding::Unreadable });
         return;

@@ -12,8 +12,11 @@ struct JsonFile
     QString text;
     QJsonObject object;
 
-    /** Reads @p file of the theme in @p folder and tells why it cannot be read. */
-    JsonFile(const QDir& folder, const QString& file, Findings& findings);
+    /**
+     * Reads @p file of the theme in @p folder, and tells why it cannot be read. How grave it is that there is
+     * none is for @p absence to say.
+     */
+    JsonFile(const QDir& folder, const QString& file, Finding::Weight absence, Findings& findings);
 
     /** Where @p key stands; the whole file if it does not. */
     Place placeOfKey(const QString& key) const;

@@ -28,16 +28,18 @@ struct TextFiles
 };
 
 TextFiles::TextFiles(const QString& folder)
-    : images(folder, QStringLiteral("images.json"), findings)
-    , palette(folder, QStringLiteral("palette.json"), findings)
+    : images(folder, QStringLiteral("images.json"), Finding::Unreadable, findings)
+    , palette(folder, QStringLiteral("palette.json"), Finding::Flaw, findings)
 {
     const VantTheme theme(folder);
     for (const QString& code : theme.languages()) {
-        words.emplace_back(folder, QStringLiteral("strings/%1.json").arg(code), findings);
+        words.emplace_back(
+            folder, QStringLiteral("strings/%1.json").arg(code), Finding::Unreadable, findings);
     }
     if (!theme.languages().contains(english)) {
         findings.push_back({ { QStringLiteral("strings/enu.json"), 0 },
-            QStringLiteral("is missing, and gives other languages what they lack"), Finding::Unreadable });
+            QStringLiteral("is missing, and gives other languages what they lack"),
+            words.empty() ? Finding::Unreadable : Finding::Flaw });
     }
     Templates templates = readTemplates(folder);
     if (theme.templates().empty()) {
@@ -107,9 +109,11 @@ Findings checkTheme(const QString& folder)
 {
     TextFiles files(folder);
     Findings& findings = files.findings;
-    checkStyles(files.sections, findings);
-    checkContrast(files.sections, pagesOf(files.palette), findings);
     // Of a file that cannot be read there is nothing more to say.
+    if (!files.sections.empty()) {
+        checkStyles(files.sections, findings);
+        checkContrast(files.sections, pagesOf(files.palette), findings);
+    }
     if (!files.images.object.isEmpty()) {
         checkImages(folder, files.images, files.sections, findings);
     }

@@ -34,9 +34,9 @@ void ThemeWatch::look()
     m_seen = now;
     const Findings findings = findBrokenFiles(m_folder);
     if (findings.empty()) {
-        emit changed();
+        Q_EMIT changed();
     } else {
-        emit broken(describe(findings.front(), m_folder));
+        Q_EMIT broken(describe(findings.front(), m_folder));
     }
 }
 

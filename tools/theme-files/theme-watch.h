@@ -18,14 +18,14 @@ public:
     /** Watches @p folder. The files in it as they are now count as seen. */
     explicit ThemeWatch(const QString& folder, QObject* parent = nullptr);
 
-signals:
+Q_SIGNALS:
     /** The theme has changed, and can be loaded. */
     void changed();
 
     /** The theme has changed, and cannot be used: @p message tells the place and the reason. */
     void broken(const QString& message);
 
-private slots:
+private Q_SLOTS:
     void look();
 
 private:

@@ -118,7 +118,7 @@ int makeNew(const QString& folder, const QCommandLineParser& options)
         return Unusable;
     }
     const QString from = options.value(QStringLiteral("from"));
-    const QString source = QDir(from).exists() ? from : VantTheme::of(from).folder();
+    const QString source = VantTheme::installed().contains(from) ? VantTheme::of(from).folder() : from;
     const QString reason = makeTheme(source, folder, colours);
     return reason.isEmpty() ? check(folder, false) : fail(reason);
 }

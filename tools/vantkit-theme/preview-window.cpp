@@ -43,7 +43,9 @@ PreviewWindow::PreviewWindow(const QString& folder, const QString& language, con
         item->setData(Qt::UserRole, page);
     }
     m_list->setFrameShape(QFrame::NoFrame);
-    m_list->setStyleSheet(QStringLiteral("QListWidget::item { border: none; padding: 4px 8px; }"));
+    m_list->setStyleSheet(QStringLiteral(
+        "QListWidget { outline: none; } QListWidget::item { border: none; padding: 4px 8px; }"
+        "QListWidget::item:selected { background: palette(highlight); color: palette(highlighted-text); }"));
     m_list->setFixedWidth(logicalDpiX() * widthOfList / 96);
     m_list->setCurrentRow(0);
     m_message->setWordWrap(true);
@@ -69,10 +71,9 @@ PreviewWindow::PreviewWindow(const QString& folder, const QString& language, con
     connect(m_list, SIGNAL(currentRowChanged(int)), this, SLOT(showPage()));
     connect(&m_watch, SIGNAL(changed()), this, SLOT(draw()));
     connect(&m_watch, SIGNAL(broken(QString)), this, SLOT(tell(QString)));
+    draw();
     const Findings findings = findBrokenFiles(m_folder);
-    if (findings.empty()) {
-        draw();
-    } else {
+    if (!findings.empty()) {
         tell(describe(findings.front(), m_folder));
     }
 }
@@ -90,6 +91,7 @@ QString PreviewWindow::currentPage() const
 // What is looked at comes first.
 void PreviewWindow::draw()
 {
+    m_message->hide();
     m_waiting = pageNames();
     m_waiting.removeAll(currentPage());
     start({ currentPage() });
@@ -129,7 +131,6 @@ void PreviewWindow::takePictures()
                  .arg(QString::fromLocal8Bit(m_process->readAllStandardError()).trimmed()));
         return;
     }
-    m_message->hide();
     for (const QString& page : pageNames()) {
         const QString file = m_output.filePath(fileOf(page));
         QPixmap picture(file);

@@ -26,7 +26,7 @@ public:
 
     ~PreviewWindow() override;
 
-private slots:
+private Q_SLOTS:
     void draw();
     void takePictures();
     void showPage();
