@@ -5,7 +5,7 @@
 
 #include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
 
-#include <QFileInfo>
+#include <QDir>
 #include <QLocalSocket>
 #include <QUrl>
 #include <QtEndian>
