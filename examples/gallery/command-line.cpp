@@ -49,6 +49,7 @@ private:
     QCommandLineOption m_language;
     QCommandLineOption m_theme;
     QCommandLineOption m_rightToLeft;
+    QCommandLineOption m_watch;
     QCommandLineOption m_screenshots;
     QCommandLineOption m_startupTimes;
     QCommandLineOption m_trust;
@@ -69,6 +70,8 @@ Reader::Reader()
                          "one shows, and the others can be chosen."),
           QStringLiteral("dir"))
     , m_rightToLeft(QStringLiteral("right-to-left"), QStringLiteral("Lay everything out from right to left."))
+    , m_watch(QStringLiteral("watch"),
+          QStringLiteral("For those who write a theme: show a change of its files when they are saved."))
     , m_screenshots(QStringLiteral("screenshots"),
           QStringLiteral(
               "Write one PNG per page and state to the folder <dir> and exit. Needs no display; with "
@@ -89,8 +92,8 @@ Reader::Reader()
                        "One gallery runs at a time: started again, it brings the window of the first to\n"
                        "the front, on the page that --page names, and exits. The first keeps its language\n"
                        "and its theme."));
-    m_parser.addOptions({ m_page, m_language, m_theme, m_rightToLeft, m_screenshots, m_startupTimes, m_trust,
-        m_help, m_version });
+    m_parser.addOptions({ m_page, m_language, m_theme, m_rightToLeft, m_watch, m_screenshots, m_startupTimes,
+        m_trust, m_help, m_version });
 }
 
 CommandLine Reader::read(const QStringList& arguments)
@@ -124,6 +127,7 @@ Options Reader::options() const
     options.themes = m_parser.isSet(m_theme) ? m_parser.values(m_theme)
                                              : QStringList(VantTheme::of(QStringLiteral("default")).folder());
     options.rightToLeft = m_parser.isSet(m_rightToLeft);
+    options.watchesTheme = m_parser.isSet(m_watch);
     options.screenshotsFolder = m_parser.value(m_screenshots);
     options.startupTimes = m_parser.isSet(m_startupTimes);
     options.trustedFile = m_parser.value(m_trust);
@@ -172,6 +176,9 @@ QStringList argumentsFor(const Options& options)
     }
     if (options.rightToLeft) {
         arguments << QStringLiteral("--right-to-left");
+    }
+    if (options.watchesTheme) {
+        arguments << QStringLiteral("--watch");
     }
     if (!options.trustedFile.isEmpty()) {
         arguments << QStringLiteral("--trust") << options.trustedFile;

@@ -13,6 +13,7 @@ struct Options
     QString language;
     QStringList themes; ///< their folders; the last one is shown
     bool rightToLeft = false;
+    bool watchesTheme = false;
     QString screenshotsFolder;
     QString trustedFile; ///< PEM file of an authority
     bool startupTimes = false;

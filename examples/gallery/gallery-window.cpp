@@ -2,6 +2,7 @@
 
 #include "controls.h"
 #include "help.h"
+#include "kit.h"
 #include "languages.h"
 #include "page.h"
 #include "texts.h"
@@ -136,7 +137,7 @@ GalleryWindow::GalleryWindow(const Options& options)
     connect(help, &QShortcut::activated, this, &GalleryWindow::openHelp);
 
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
-        &GalleryWindow::openWantedPage);
+        &GalleryWindow::takeUpWhatWaits);
 }
 
 // Everything is made anew when the language changes: the kit's widgets take their texts when they are made.
@@ -160,6 +161,10 @@ void GalleryWindow::build()
     auto* rows = new QVBoxLayout;
     rows->setSpacing(0);
     rows->addWidget(header());
+    m_brokenTheme = wrappedLabel({}, "gallery.broken_theme");
+    m_brokenTheme->setTextFormat(Qt::PlainText);
+    m_brokenTheme->setVisible(false);
+    rows->addWidget(m_brokenTheme);
     rows->addWidget(pageArea(), 1);
     rows->addWidget(footbar());
     columns->addLayout(rows, 1);
@@ -424,16 +429,49 @@ void GalleryWindow::takeUpSecondStart(const QString& page)
     const int index = pageNames().indexOf(page);
     if (index >= 0) {
         m_wanted = index;
+        takeUpWhatWaits();
+    }
+}
+
+void GalleryWindow::takeUpTheme()
+{
+    m_themeHasChanged = true;
+    takeUpWhatWaits();
+}
+
+void GalleryWindow::tellBrokenTheme(const QString& message)
+{
+    m_brokenTheme->setText(message);
+    m_brokenTheme->setVisible(true);
+}
+
+// A page that has opened a question goes on when it is answered, and has to be there then.
+void GalleryWindow::takeUpWhatWaits()
+{
+    if (!isInMainLoop()) {
+        return;
+    }
+    if (std::exchange(m_themeHasChanged, false) && readThemeAgain(m_options.language)) {
+        rebuild();
+    }
+    if (m_wanted) {
         openWantedPage();
     }
 }
 
-// A page that has opened a question goes on when it is answered, and has to be there then.
+void GalleryWindow::rebuild()
+{
+    const int place = m_scrollArea->verticalScrollBar()->value();
+    setStyleSheet(getStyleSheet("gallery.window"));
+    build();
+    layOut(this); // down to the height of the page
+    layOut(this);
+    m_scrollArea->verticalScrollBar()->setValue(place);
+    m_navigation->setFocus();
+}
+
 void GalleryWindow::openWantedPage()
 {
-    if (!m_wanted || !isInMainLoop()) {
-        return;
-    }
     const int index = *std::exchange(m_wanted, std::nullopt);
     if (index != m_index) {
         delete m_help; // which is that of another page

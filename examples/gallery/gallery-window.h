@@ -49,6 +49,12 @@ public:
      */
     void takeUpSecondStart(const QString& page);
 
+    /** Shows the theme as its files are now, with page and place kept, once no question waits. */
+    void takeUpTheme();
+
+    /** Tells above the page why the files of the theme cannot be used. What shows stays. */
+    void tellBrokenTheme(const QString& message);
+
 Q_SIGNALS:
     /** The gallery is to be started anew, at @p fontDpi dots to the inch if it is not 0. */
     void startAnew(const gallery::Options& options, int fontDpi);
@@ -71,15 +77,19 @@ private:
     void showPage(int index);
     void openPage();
     void openHelp();
+    void takeUpWhatWaits();
     void openWantedPage();
+    void rebuild();
 
     int m_index = 0;
     std::optional<int> m_wanted; ///< the page to go to as soon as the present one can be left
+    bool m_themeHasChanged = false; ///< and is to be read as soon as the page can be left
     Options m_options;
     QWidget* m_content = nullptr;
     QListWidget* m_navigation = nullptr;
     VantComboBox* m_languages = nullptr;
     VantCheckBox* m_direction = nullptr;
+    QLabel* m_brokenTheme = nullptr;
     QLabel* m_title = nullptr;
     QLabel* m_caption = nullptr;
     VantCheckBox* m_enabled = nullptr;

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPixmapCache>
 #include <QStyleFactory>
 
 namespace gallery {
@@ -66,6 +67,7 @@ bool readThemeAgain(const QString& language)
     if (!theme.load(language)) {
         return false;
     }
+    QPixmapCache::clear(); // it tells files apart by the second
     QApplication::setPalette(theme.palette());
     StyleManager::getInstance().initialize({ ownStyle });
     return true;

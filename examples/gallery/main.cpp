@@ -13,7 +13,9 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <memory>
 #include <optional>
+#include <theme-files/theme-watch.h>
 
 using namespace gallery;
 
@@ -105,6 +107,12 @@ int run(int argc, char** argv, const Options& options, StartupTimes& times, std:
             fontDpi };
         QCoreApplication::quit();
     });
+    std::unique_ptr<ThemeWatch> watch;
+    if (options.watchesTheme) {
+        watch = std::make_unique<ThemeWatch>(options.themes.constLast());
+        QObject::connect(watch.get(), &ThemeWatch::changed, &window, &GalleryWindow::takeUpTheme);
+        QObject::connect(watch.get(), &ThemeWatch::broken, &window, &GalleryWindow::tellBrokenTheme);
+    }
     application.setActivationWindow(&window);
     return showUntilClosed(window, times);
 }
