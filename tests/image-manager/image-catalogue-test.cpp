@@ -34,7 +34,7 @@ private Q_SLOTS:
 
     void sizes()
     {
-        // Of the file; of the copy for style sheets, and of the pixmap in logical pixels, by the display's scale.
+        // Of the file; of the copy for style sheets and, in logical pixels, of the pixmap, by the scale.
         const QVector<QSize> rows[] { { { 64, 48 }, { 16, 12 }, { 20, 15 }, { 24, 18 }, { 32, 24 } },
             { { 50, 30 }, { 13, 8 }, { 16, 10 }, { 20, 12 }, { 26, 16 } },
             { { 101, 6 }, { 25, 1 }, { 31, 1 }, { 38, 2 }, { 50, 2 } },

@@ -11,7 +11,7 @@
 
 constexpr int longEnough = 30000; // milliseconds
 
-/** Who among P, Q, R and S has the lock of a file or is the primary process, and what comes over its socket. */
+/** Who among P, Q, R and S has a file's lock or is the primary process, and what comes over its socket. */
 class LocalPeerTest : public GuardedTest
 {
     Q_OBJECT

@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(window.focusWidget(), window.after);
     }
 
-    // The table below the row has a will of its own: it edits what is pointed at, and goes where the keys lead.
+    // The table below the row has a will of its own: it edits what is pointed at, and follows the keys.
     void pointerAndStrayKeys()
     {
         const Window window(400, fiveNames);
