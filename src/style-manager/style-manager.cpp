@@ -5,6 +5,7 @@
 #include "utils/dpi-info.h"
 #include "utils/text-decoding_p.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTextStream>
 
@@ -53,6 +54,13 @@ bool isHeader(const QString& line)
     return line.startsWith(headerMark) && line.endsWith(headerMark);
 }
 
+// Back slashes would begin escapes, and the slashes in front of another machine's name a comment.
+QString inStyleSheet(const QString& folder)
+{
+    const QString path = QDir::fromNativeSeparators(folder);
+    return path.startsWith(QLatin1String("//")) ? QLatin1String("/\\") + path.mid(1) : path;
+}
+
 QString keyOf(QString header)
 {
     return header.remove(QLatin1Char('=')).remove(QLatin1Char(' '));
@@ -69,10 +77,11 @@ StyleManager& StyleManager::getInstance()
 void StyleManager::initialize(const std::vector<QString>& files)
 {
     QString text = readTemplates(files);
+    ImageManager& images = ImageManager::getInstance();
     // The longer token first: it contains the other one. QString::replace would move the rest of the text
     // again and again.
-    text = text.split(QStringLiteral("TMPIMG_LOC")).join(ImageManager::getInstance().getTempImageFolder());
-    text = text.split(QStringLiteral("IMG_LOC")).join(ImageManager::getInstance().getImageFolder());
+    text = text.split(QStringLiteral("TMPIMG_LOC")).join(inStyleSheet(images.getTempImageFolder()));
+    text = text.split(QStringLiteral("IMG_LOC")).join(inStyleSheet(images.getImageFolder()));
     text = withoutComments(text, QLatin1String("/*"), QLatin1String("*/"));
     text = withoutComments(text, QLatin1String("//"), QLatin1String("\n"));
 

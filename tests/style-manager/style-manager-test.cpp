@@ -58,6 +58,15 @@ private Q_SLOTS:
         QCOMPARE(sectionIn(file), text.replace("TMP", theme.userFolder() + "/tmp_images"));
     }
 
+    /** Its name stands behind two slashes, as a comment does. */
+    void imagesOfAnotherMachine()
+    {
+        ThemeFolder::setPaths("//host/share", theme.userFolder());
+        ImageManager::getInstance().initialize(ImageManager::LazyLoad);
+        QCOMPARE(sectionIn("==a==\nurl(IMG_LOC/b.png)"), QString("\nurl(/\\/host/share/images/b.png)"));
+        theme.initializeImages(ImageManager::LazyLoad);
+    }
+
     void scaledAtRequest()
     {
         const QString raw = "\nx: 10px 3px 12px;";

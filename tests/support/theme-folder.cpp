@@ -55,7 +55,7 @@ void ThemeFolder::writeList(const QStringList& images, const QStringList& tempor
 
 void ThemeFolder::initializeImages(ImageManager::InitializeType type) const
 {
-    setPaths(folder.filePath("resources"), userFolder());
+    setPaths(QDir::toNativeSeparators(folder.filePath("resources")), QDir::toNativeSeparators(userFolder()));
     ImageManager::getInstance().initialize(type);
 }
 

@@ -21,8 +21,8 @@ QStringList templates()
 
 void load(const QString& userFolder)
 {
-    UIPathManager::getInstance().setPath("resource_path", folder().path());
-    UIPathManager::getInstance().setPath("user_data_path", userFolder);
+    UIPathManager::getInstance().setPath("resource_path", QDir::toNativeSeparators(folder().path()));
+    UIPathManager::getInstance().setPath("user_data_path", QDir::toNativeSeparators(userFolder));
     ImageManager::getInstance().initialize(ImageManager::LazyLoad);
     const QStringList files = templates();
     StyleManager::getInstance().initialize({ files.begin(), files.end() });
