@@ -49,7 +49,7 @@ private:
 void HelpOnlineTest::initTestCase()
 {
     defaulttheme::load(folder.filePath("user"));
-    qputenv("TMPDIR", QFile::encodeName(folder.path()));
+    setTemporaryFolder(folder.path());
     server.useCertificate("good");
     time.start();
     for (auto* window : { &answered.emplace(), &waiting.emplace() }) {

@@ -3,8 +3,16 @@
 #include <vantkit-qt/help/help-window.h>
 #include <vantkit-qt/help/html-text-browser.h>
 
+#include <QFile>
 #include <QImage>
 #include <QSignalSpy>
+
+inline void setTemporaryFolder(const QString& path)
+{
+    for (const char* variable : { "TMPDIR", "TMP" }) { // of Unix, and of Windows
+        qputenv(variable, QFile::encodeName(path));
+    }
+}
 
 /** The rectangle on @p widget that @p color covers, or all else but that colour. */
 inline QRect areaOf(const QColor& color, QWidget* widget, bool isCovered = true)

@@ -6,6 +6,9 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QtTest>
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 #include <memory>
 
@@ -125,6 +128,11 @@ void LocalPeerTest::end()
     KitScene scene;
     peer = std::make_unique<QtLocalPeer>(nullptr, sceneIdentity);
     QVERIFY(!peer->isClient());
+#ifdef Q_OS_WIN
+    DWORD session = 0;
+    QVERIFY(ProcessIdToSessionId(GetCurrentProcessId(), &session));
+    QCOMPARE(scene.socketName().section('-', 3), QString::number(session, 16));
+#endif
     // The base class says so when the lock is already gone, and the children are not.
     connect(peer.get(), SIGNAL(destroyed()), this, SLOT(succeed()));
     connect(peer.get(), SIGNAL(messageReceived(QString)), this, SLOT(drop()));
@@ -212,8 +220,8 @@ void LocalPeerTest::strangers()
     QLocalSocket stranger;
     stranger.connectToServer(scene.socketName());
     QVERIFY(stranger.waitForConnected(longEnough));
-    for (const char byte : bytes) {
-        stranger.write(&byte, 1);
+    for (const char one : bytes) {
+        stranger.write(&one, 1);
         stranger.flush();
     }
     if (!stays) {

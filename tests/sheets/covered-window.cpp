@@ -5,6 +5,9 @@
 #include <QHBoxLayout>
 #include <QWindow>
 #include <QtTest>
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 CoveredWindow::CoveredWindow(const QSize& size)
     : field(new QLineEdit)
@@ -65,7 +68,12 @@ void CoveredWindow::press(int key)
 
 bool CoveredWindow::hasCloseButton() const
 {
+#ifdef Q_OS_WIN
+    const HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(winId()), FALSE);
+    return !(GetMenuState(menu, SC_CLOSE, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED));
+#else
     return windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
+#endif
 }
 
 VantMask* CoveredWindow::shownMask() const
