@@ -11,7 +11,7 @@
 
 QString vantkit::internal::libraryFolder()
 {
-    const auto address = reinterpret_cast<void*>(&libraryFolder); // or any other function in it
+    auto* const address = reinterpret_cast<void*>(&libraryFolder); // or any other function in it
 #ifdef _WIN32
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,

@@ -54,9 +54,12 @@ bool isHeader(const QString& line)
     return line.startsWith(headerMark) && line.endsWith(headerMark);
 }
 
-// Back slashes would begin escapes, and the slashes in front of another machine's name a comment.
+// Where paths have back slashes, these would begin escapes, and two in front of a machine's name a comment.
 QString inStyleSheet(const QString& folder)
 {
+    if (QDir::separator() == QLatin1Char('/')) {
+        return folder;
+    }
     const QString path = QDir::fromNativeSeparators(folder);
     return path.startsWith(QLatin1String("//")) ? QLatin1String("/\\") + path.mid(1) : path;
 }

@@ -75,7 +75,7 @@ QString folderOfThemes()
     QDir folder(vantkit::internal::libraryFolder());
     // The library lies in `lib`, in `lib/<architecture>`, or in `bin`.
     for (int level = 0; level < 3 && folder.cdUp(); ++level) {
-        const QString themes = folder.filePath(QStringLiteral("share/vantkit-qt/themes"));
+        QString themes = folder.filePath(QStringLiteral("share/vantkit-qt/themes"));
         if (QFileInfo(themes).isDir()) {
             return themes;
         }
@@ -93,7 +93,8 @@ QStringList VantTheme::installed()
 {
     const QDir themes(folderOfThemes());
     QStringList names;
-    for (const QString& name : themes.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+    const QStringList folders = themes.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString& name : folders) {
         if (themes.exists(name + QLatin1Char('/') + listOfImages)) {
             names << name;
         }
@@ -133,7 +134,8 @@ std::vector<QString> VantTheme::templates() const
 {
     const QString folder = path(QStringLiteral("templates"));
     std::vector<QString> paths;
-    for (const QString& name : filesIn(folder, QStringLiteral("*.style"))) {
+    const QStringList names = filesIn(folder, QStringLiteral("*.style"));
+    for (const QString& name : names) {
         paths.push_back(folder + QLatin1Char('/') + name);
     }
     return paths;
