@@ -61,7 +61,7 @@ QString inStyleSheet(const QString& folder)
         return folder;
     }
     const QString path = QDir::fromNativeSeparators(folder);
-    return path.startsWith(QLatin1String("//")) ? QLatin1String("/\\") + path.mid(1) : path;
+    return path.startsWith(QLatin1String("//")) ? QStringLiteral("/\\") + path.mid(1) : path;
 }
 
 QString keyOf(QString header)

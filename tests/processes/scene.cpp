@@ -3,10 +3,10 @@
 #include "processes/queue.h"
 #include "processes/system.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <regex>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -64,18 +64,26 @@ Scene::~Scene()
 
 std::string Scene::play(const std::string& steps)
 {
-    static const std::regex form("(\\w) ?(.*?)(?:(: | becomes )(.*?))?(?:; |$)");
-    for (std::sregex_iterator step(steps.begin(), steps.end(), form), none; step != none; ++step) {
-        const std::string separator = step->str(3);
-        const std::string expected = separator.empty() ? "true" : step->str(4);
+    for (std::size_t begin = 0; begin < steps.size();) {
+        const std::size_t end = std::min(steps.find("; ", begin), steps.size());
+        const std::string step = steps.substr(begin, end - begin);
+        begin = end + 2;
+        const std::size_t colon = std::min(step.find(": "), step.size());
+        const std::size_t becomes = step.find(" becomes ");
+        const bool isRepeated = becomes < colon;
+        std::string line = step.substr(1, (isRepeated ? becomes : colon) - 1);
+        line.erase(0, line.find_first_not_of(' '));
+        const std::string expected = isRepeated ? step.substr(becomes + 9)
+            : colon < step.size()               ? step.substr(colon + 2)
+                                                : "true";
         const auto deadline = Clock::now() + patience;
         std::string answer;
         do {
-            answer = perform(step->str(1), step->str(2));
+            answer = perform(step.substr(0, 1), line);
             m_isFine = answer == expected || expected == "*";
-        } while (!m_isFine && separator == " becomes " && Clock::now() < deadline);
+        } while (!m_isFine && isRepeated && Clock::now() < deadline);
         if (!m_isFine) {
-            return "\"" + step->str() + "\" gave \"" + answer + "\"";
+            return "\"" + step + "\" gave \"" + answer + "\"";
         }
     }
     return {};
