@@ -158,7 +158,7 @@ private Q_SLOTS:
         // Entries outlive the list, so every row lists a name of its own.
         const QPair<QByteArray, bool> rows[] { { R"({ "images": { "1": "" }, "tmp_images": 5 })", false },
             { R"({ "images": [1, null, [], "2", {}] })", true },
-            { QByteArray("{ \"images\": [\"3\"] }\0 behind", 29), true },
+            { QByteArray("{ \"images\": [\"3\"] }\0 behind", 27), true },
             { "{ \"images\": [\"\xff\xfe\", \"4\"] }", true } };
         int name = 0;
         for (const auto& [json, listed] : rows) {
