@@ -38,7 +38,7 @@ std::vector<File> filesOf(const QDir& folder, const QDir& target)
     QDirIterator files(folder.path(), QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QFileInfo file(files.next());
-        const QString name = folder.relativeFilePath(file.filePath());
+        const QString name = folder.relativeFilePath(file.absoluteFilePath());
         const QFileInfo copy(target.filePath(name));
         const bool isSame = copy.size() == file.size() && copy.lastModified() >= file.lastModified();
         const State state = !copy.exists() ? New : isSame ? Copied : Changed;
@@ -119,7 +119,6 @@ VantLineEdit* BackupWindow::addFolder(const QString& label, const QString& folde
     field->getLineEdit()->setText(QDir::toNativeSeparators(folder));
     field->setValidator(isFolder);
     connect(field->getLineEdit(), &QLineEdit::editingFinished, this, &BackupWindow::list);
-
     auto* choose = new VantButton("Choose...", 1);
     connect(choose, &QPushButton::clicked, this, [this, field] {
         const QString chosen = QFileDialog::getExistingDirectory(this, {}, field->getEditText());
@@ -171,7 +170,8 @@ void BackupWindow::showFile(const File& file)
 /** Whether there is a place for the copies, and older ones may be replaced. */
 bool BackupWindow::mayBackUp()
 {
-    const QString inFolder = QDir(m_folder->getEditText()).relativeFilePath(m_target->getEditText());
+    const QString target = QFileInfo(m_target->getEditText()).absoluteFilePath();
+    const QString inFolder = QDir(m_folder->getEditText()).relativeFilePath(target);
     const bool isGood = m_target->validate() && (inFolder.startsWith("..") || QDir::isAbsolutePath(inFolder));
     m_target->setError(!isGood);
     if (!isGood) {
