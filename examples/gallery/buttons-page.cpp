@@ -135,15 +135,16 @@ void ButtonsPage::addIconButtons()
 QGridLayout* ButtonsPage::addStateGrid(QVBoxLayout* section)
 {
     auto* grid = new QGridLayout;
+    section->addLayout(grid);
     grid->setHorizontalSpacing(px(8));
     grid->setVerticalSpacing(px(12));
     grid->setColumnStretch(0, 1);
     int column = 1;
     for (const char* state : { "state.live", "state.hover", "state.pressed", "state.disabled" }) {
-        grid->addWidget(styledLabel(text(state), "gallery.caption"), 0, column, Qt::AlignCenter);
+        QLabel* caption = styledLabel(text(state), "gallery.caption", grid->parentWidget());
+        grid->addWidget(caption, 0, column, Qt::AlignCenter);
         grid->setColumnMinimumWidth(column++, px(columnWidth));
     }
-    section->addLayout(grid);
     return grid;
 }
 
@@ -151,8 +152,8 @@ void ButtonsPage::addRow(QGridLayout* grid, const QString& name, const QString& 
 {
     auto* words = new QVBoxLayout;
     words->setSpacing(0);
-    words->addWidget(styledLabel(name, "gallery.text"));
-    words->addWidget(styledLabel(hint, "gallery.caption"));
+    words->addWidget(styledLabel(name, "gallery.text", grid->parentWidget()));
+    words->addWidget(styledLabel(hint, "gallery.caption", grid->parentWidget()));
     grid->addLayout(words, grid->rowCount(), 0, Qt::AlignVCenter);
 }
 

@@ -39,16 +39,16 @@ int px(int designPixels)
     return static_cast<int>(designPixels * DPIinfo::getInstance().getDPI());
 }
 
-QLabel* styledLabel(const QString& text, const char* key)
+QLabel* styledLabel(const QString& text, const char* key, QWidget* parent)
 {
-    auto* label = new QLabel(text);
+    auto* label = new QLabel(text, parent);
     label->setStyleSheet(getStyleSheet(key));
     return label;
 }
 
-QLabel* wrappedLabel(const QString& text, const char* key)
+QLabel* wrappedLabel(const QString& text, const char* key, QWidget* parent)
 {
-    QLabel* label = styledLabel(text, key);
+    QLabel* label = styledLabel(text, key, parent);
     label->setWordWrap(true);
     return label;
 }

@@ -27,11 +27,14 @@ VantTheme currentTheme();
 /** The length of @p designPixels on this display. */
 int px(int designPixels);
 
-/** A label with the look of the style key @p key. */
-QLabel* styledLabel(const QString& text, const char* key);
+/**
+ * A label with the look of the style key @p key. Made in the @p parent in which it is to lie, it has its style sheet
+ * read once, and not anew on its way there.
+ */
+QLabel* styledLabel(const QString& text, const char* key, QWidget* parent = nullptr);
 
 /** The same with a text that wraps. */
-QLabel* wrappedLabel(const QString& text, const char* key);
+QLabel* wrappedLabel(const QString& text, const char* key, QWidget* parent = nullptr);
 
 /** The font of code. */
 QFont codeFont(int pixelSize);

@@ -183,8 +183,8 @@ QWidget* GalleryWindow::sidebar()
     auto* brand = new QVBoxLayout;
     brand->setContentsMargins(px(12), 0, px(12), px(20));
     brand->setSpacing(0);
-    brand->addWidget(styledLabel(QStringLiteral("vantkit-qt"), "gallery.brand"));
-    brand->addWidget(styledLabel(text("window.subtitle"), "gallery.caption"));
+    brand->addWidget(styledLabel(QStringLiteral("vantkit-qt"), "gallery.brand", sidebar));
+    brand->addWidget(styledLabel(text("window.subtitle"), "gallery.caption", sidebar));
     layout->addLayout(brand);
 
     layout->addWidget(navigation(sidebar), 1);
@@ -229,10 +229,11 @@ QWidget* GalleryWindow::switches(QWidget* parent)
 
 VantComboBox* GalleryWindow::addSwitch(QGridLayout* grid, const char* key, const QRect& place)
 {
-    auto* box = new VantComboBox;
+    // Made where it is to lie, as a page is.
+    auto* box = new VantComboBox(grid->parentWidget());
     box->setAccessibleName(text(key));
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    QLabel* label = styledLabel(text(key), "gallery.caption");
+    QLabel* label = styledLabel(text(key), "gallery.caption", grid->parentWidget());
     label->setBuddy(box);
     grid->addWidget(label, place.y(), place.x(), 1, place.width());
     grid->addWidget(box, place.y() + 1, place.x(), 1, place.width());
@@ -298,7 +299,7 @@ void GalleryWindow::addScaleSwitch(QGridLayout* grid)
 
 void GalleryWindow::addDirectionSwitch(QGridLayout* grid)
 {
-    m_direction = new VantCheckBox(text("window.right_to_left"));
+    m_direction = new VantCheckBox(text("window.right_to_left"), grid->parentWidget());
     m_direction->setChecked(m_options.rightToLeft);
     connect(m_direction, &QCheckBox::clicked, this, &GalleryWindow::setRightToLeft);
     grid->addWidget(m_direction, 6, 0, 1, 2);
@@ -311,15 +312,15 @@ QWidget* GalleryWindow::header()
     layout->setContentsMargins(px(32), px(20), px(32), px(20));
     layout->setSpacing(px(24));
 
-    m_title = styledLabel({}, "gallery.page_title");
-    m_caption = wrappedLabel({}, "gallery.page_caption");
+    m_title = styledLabel({}, "gallery.page_title", header);
+    m_caption = wrappedLabel({}, "gallery.page_caption", header);
     auto* words = new QVBoxLayout;
     words->setSpacing(px(4));
     words->addWidget(m_title);
     words->addWidget(m_caption);
     layout->addLayout(words, 1);
 
-    m_enabled = new VantCheckBox(text("window.enabled"));
+    m_enabled = new VantCheckBox(text("window.enabled"), header);
     m_enabled->setChecked(true);
     layout->addWidget(m_enabled);
     return header;

@@ -111,8 +111,8 @@ QVBoxLayout* Page::addSection(const char* key, const char* classes)
     auto* layout = new QVBoxLayout(section);
     layout->setContentsMargins(px(24), px(20), px(24), px(24));
     layout->setSpacing(px(4));
-    layout->addLayout(sectionHead(name, QLatin1String(classes)));
-    layout->addWidget(wrappedLabel(text(name + QStringLiteral(".caption")), "gallery.caption"));
+    layout->addLayout(sectionHead(section, name, QLatin1String(classes)));
+    layout->addWidget(wrappedLabel(text(name + QStringLiteral(".caption")), "gallery.caption", section));
     layout->addSpacing(px(8));
 
     auto* content = new QVBoxLayout;
@@ -121,14 +121,14 @@ QVBoxLayout* Page::addSection(const char* key, const char* classes)
     return content;
 }
 
-QLayout* Page::sectionHead(const QString& key, const QString& classes)
+QLayout* Page::sectionHead(QWidget* section, const QString& key, const QString& classes)
 {
     const QString title = text(key + QStringLiteral(".title"));
-    QLabel* ofClasses = styledLabel(classes, "gallery.class");
+    QLabel* ofClasses = styledLabel(classes, "gallery.class", section);
     ofClasses->setObjectName(QStringLiteral("class"));
     ofClasses->setFont(codeFont(12));
     ofClasses->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* code = new QPushButton(text("window.code"));
+    auto* code = new QPushButton(text("window.code"), section);
     code->setObjectName(key);
     code->setStyleSheet(getStyleSheet("gallery.code_button"));
     code->setAccessibleName(QStringLiteral("%1: %2").arg(text("window.code"), title));
@@ -136,7 +136,7 @@ QLayout* Page::sectionHead(const QString& key, const QString& classes)
 
     auto* head = new QHBoxLayout;
     head->setSpacing(px(12));
-    head->addWidget(styledLabel(title, "gallery.section_title"), 0, Qt::AlignBaseline);
+    head->addWidget(styledLabel(title, "gallery.section_title", section), 0, Qt::AlignBaseline);
     head->addWidget(ofClasses, 0, Qt::AlignBaseline);
     head->addStretch(1);
     head->addWidget(code, 0, Qt::AlignBaseline);

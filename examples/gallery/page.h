@@ -56,7 +56,7 @@ protected:
     }
 
 private:
-    QLayout* sectionHead(const QString& key, const QString& classes);
+    QLayout* sectionHead(QWidget* section, const QString& key, const QString& classes);
     int sectionsOfHalf() const;
 
     QHBoxLayout* m_layout;

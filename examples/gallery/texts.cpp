@@ -52,10 +52,13 @@ QMap<QString, QString> textsOf(const QString& language)
 
 void installTexts(const QString& language)
 {
-    table() = textsOf(QStringLiteral("enu"));
-    const QMap<QString, QString> translated = textsOf(language);
-    for (auto entry = translated.begin(); entry != translated.end(); ++entry) {
-        table().insert(entry.key(), entry.value());
+    const QString english = QStringLiteral("enu");
+    table() = textsOf(english);
+    if (language != english) {
+        const QMap<QString, QString> translated = textsOf(language);
+        for (auto entry = translated.begin(); entry != translated.end(); ++entry) {
+            table().insert(entry.key(), entry.value());
+        }
     }
     tableLocale() = localeOf(language);
 }

@@ -224,9 +224,9 @@ images.json | "folder", | | json: "images" lacks "folder"
 images.json | "folder", | "folder", "folder", | 3: "folder" stands twice in "images"
 images.json | "folder", | "folder", "more", | 3: nobody asks for "more"
 images.json | "dash", | | inputs.style:44: nobody makes TMPIMG_LOC/tmp_dash.png
-images.json | "dash", | "dash", "bt_next", | 29: no style sheet asks for "bt_next"
-images.json | "dash", | "dash", "bt_next", | 29: "bt_next@2x" is missing
-images.json | "dash", | "dash", "dash", | 29: "dash" stands twice in "tmp_images"
+images.json | "dash", | "dash", "bt_next", | 26: no style sheet asks for "bt_next"
+images.json | "dash", | "dash", "bt_next", | 26: "bt_next@2x" is missing
+images.json | "dash", | "dash", "dash", | 26: "dash" stands twice in "tmp_images"
 images.json | \],\s*"tmp[^$]* | | 23: unterminated array
 images/folder.png | | | images.json:3: there is no file images/folder.png
 images/bt_pagebar_next_hover.png | | | json:20: there is no file images/bt_pagebar_next_hover.png
