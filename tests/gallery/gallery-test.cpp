@@ -92,16 +92,6 @@ private Q_SLOTS:
         QCOMPARE(seen.size(), 13); // each unlike the others
     }
 
-    /** In style sheets "//" begins a comment, and the data folder stands in them. */
-    void startsOnAnyDataFolder()
-    {
-        const Outcome outcome =
-            runGallery({ "--startup-times" }, { "XDG_DATA_HOME=" + m_folder.path() + "//data" });
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.errors, QString());
-        QVERIFY(outcome.output.contains("first_paint"));
-    }
-
 private:
     QTemporaryDir m_folder;
 };

@@ -213,6 +213,7 @@ private Q_SLOTS:
         QWidget page;
         auto* before = new QLineEdit(&page);
         const Parts window { new VantCalanderView(&page) };
+        QCOMPARE(window.month->text(), monthName(QDate::currentDate().month()));
         auto* after = new QLineEdit(&page);
         page.setStyleSheet(getStyleSheet("component.date_selector"));
         page.show();
