@@ -114,6 +114,7 @@ private Q_SLOTS:
             VantMessageSheet sheet("Text", file, &window);
             const QLabel* icon = labels(&sheet)[1];
             const QPointer<QMovie> movie = icon->movie();
+            QCOMPARE(movie->parent(), icon);
             QCOMPARE(movie->scaledSize(), QSize(scaled(32), scaled(32)));
             QCOMPARE(movie->state(), QMovie::NotRunning);
             soon(&sheet, [&] {

@@ -130,6 +130,7 @@ private Q_SLOTS:
             const QIcon icon = getGlobalImage(name, ImageManager::ImageType(state++));
             QCOMPARE(window.button->icon().pixmap(64).toImage(), icon.pixmap(64).toImage());
         }
+        QCOMPARE(window.button->iconSize(), getGlobalImage(name).size() / displayscale::ratio());
         QAction action;
         const QSignalSpy spy(&action, &QAction::hovered);
         window.button->setDefaultAction(&action);
