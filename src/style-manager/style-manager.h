@@ -18,7 +18,7 @@
  * written between them; the lines below it are Qt style-sheet text. "IMG_LOC" and "TMPIMG_LOC" stand for the
  * image folder and the temporary image folder of ImageManager. Block comments and line comments are removed,
  * a line comment together with its line end. Pixel values are design pixels: they are scaled when a section
- * is asked for.
+ * is asked for. Quote a file that is named in url(): Qt takes some letters of its folder in quotes only.
  *
  * Everything happens on the GUI thread.
  */

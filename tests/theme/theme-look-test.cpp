@@ -15,7 +15,7 @@ class ThemeLookTest : public GuardedTest
 
 private Q_SLOTS:
 
-    void initTestCase() { defaulttheme::load(userFolder.path()); }
+    void initTestCase() { defaulttheme::load(userFolder.filePath("Zoë & Max's (50% $)")); }
 
     void focusMovesNothing();
     void errorShows();
@@ -105,7 +105,7 @@ void ThemeLookTest::messageButtonsKeepTheirText()
     box.button(QMessageBox::Ok)->setStyleSheet(getStyleSheet("component.apply_button"));
     box.button(QMessageBox::Cancel)->setStyleSheet(getStyleSheet("component.cancel_button"));
     for (QAbstractButton* button : box.buttons()) {
-        button->setText("Every file of this folder");
+        button->setText("Files of this folder");
     }
     box.show();
     for (QAbstractButton* button : box.buttons()) {
