@@ -241,6 +241,7 @@ private Q_SLOTS:
                 VantMask::createMask(sheet, &other)->show();
             } else {
                 window.setParent(&other);
+                window.move(0, 0); // beside the other's button
                 window.show();
             }
             soon(sheet, [&] {

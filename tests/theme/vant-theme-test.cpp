@@ -23,7 +23,6 @@ private Q_SLOTS:
     {
         const VantTheme theme = VantTheme::of("default");
         QCOMPARE(VantTheme::installed(), QStringList { "default" });
-        QCOMPARE(QFileInfo(theme.folder()).canonicalFilePath(), QFileInfo(DEFAULT_THEME).canonicalFilePath());
         QCOMPARE(VantTheme(QString(DEFAULT_THEME) + "//").folder(), QString(DEFAULT_THEME));
         QCOMPARE(theme.languages().size(), 20);
         QVERIFY(theme.languages().contains("deu"));

@@ -154,6 +154,7 @@ private Q_SLOTS:
     void choices()
     {
         CalendarWindow window;
+        window.setLocale(QLocale::c()); // typed digits are read in the order of its dates
         QSignalSpy spy(window.pane, &VantCalanderView::sigDateSelect);
         const QDate today = QDate::currentDate();
         window.calendar->setDateRange({ 2017, 3, 28 }, { 2017, 12, 31 });
