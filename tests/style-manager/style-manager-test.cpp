@@ -1,9 +1,12 @@
 #include "support/display-scale.h"
 #include "support/guarded-test.h"
+#include "support/spellings.h"
 #include "support/theme-folder.h"
 
 #include <vantkit-qt/style-manager/style-manager.h>
 
+#include <QTextCodec>
+#include <QWidget>
 #include <QtTest>
 
 class StyleManagerTest : public GuardedTest
@@ -21,7 +24,11 @@ class StyleManagerTest : public GuardedTest
 
 private Q_SLOTS:
 
-    void initTestCase() { theme.initializeImages(ImageManager::LazyLoad); }
+    void initTestCase()
+    {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
+        theme.initializeImages(ImageManager::LazyLoad);
+    }
 
     void sections_data()
     {
@@ -58,13 +65,23 @@ private Q_SLOTS:
         QCOMPARE(sectionIn(file), text.replace("TMP", theme.userFolder() + "/tmp_images"));
     }
 
-    /** Its name stands behind two slashes, as a comment does; only Windows has such folders. */
-    void imagesOfAnotherMachine()
+    /** Two slashes before a machine's name would begin a comment; only Windows has such folders. */
+    void foldersOfTheSystem()
     {
-        ThemeFolder::setPaths("//host/share", theme.userFolder());
-        ImageManager::getInstance().initialize(ImageManager::LazyLoad);
-        QCOMPARE(sectionIn("==a==\nurl(IMG_LOC/b.png)"),
-            QString(QDir::separator() == '/' ? "\nurl(" : "\nurl(/\\/host/share/images/b.png)"));
+        theme.writeList({}, { "red" });
+        theme.writeImage("red", { 32, 32 }, Qt::red);
+        for (const QString& resources : spellings(theme.path("."))) {
+            for (const QString& user : spellings(theme.userFolder())) {
+                ThemeFolder::setPaths(resources, user);
+                ImageManager::getInstance().initialize(ImageManager::LazyLoad);
+                for (const char* file : { "IMG_LOC/red", "TMPIMG_LOC/tmp_red" }) {
+                    QWidget widget;
+                    widget.setStyleSheet(
+                        sectionIn("==a==\nborder-image: url(\"" + QByteArray(file) + ".png\")"));
+                    QCOMPARE(widget.grab().toImage().pixelColor(9, 9), QColor(Qt::red));
+                }
+            }
+        }
         theme.initializeImages(ImageManager::LazyLoad);
     }
 

@@ -71,7 +71,7 @@ private Q_SLOTS:
     {
         const Window window(400, "another/path/to/begin/with");
         QSignalSpy spy(window.bar, &VantButtonPath::sigUpdatePath);
-        for (const QString path : { "////", "/a//b/", "R&D/A&&B/&&&/ a b" }) {
+        for (const QString path : { "////", "/a//b/", "C:/a\\b", "R&D/A&&B/&&&/ a b" }) {
             window.bar->refresh(path);
             const QStringList names = path.split('/', Qt::SkipEmptyParts);
             QCOMPARE(window.bar->columnCount(), qMax(0, 2 * names.size() - 1));
