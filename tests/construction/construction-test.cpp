@@ -276,11 +276,7 @@ void ConstructionTest::initTestCase()
 {
     defaulttheme::load(userFolder.path());
     QMap<QString, QString> words;
-    for (const char* key : { "ok", "cancel", "first_page", "prev_5_pages", "next_5_pages", "last_page",
-             "pagebar_refresh", "today", "accessible_calendar", "accessible_calendar_prev_month",
-             "accessible_calendar_next_month", "sunday", "monday", "tuesday", "wednesday", "thursday",
-             "friday", "saturday", "month_jan", "month_feb", "month_mar", "month_apr", "month_may",
-             "month_jun", "month_jul", "month_aug", "month_sep", "month_oct", "month_nov", "month_dec" }) {
+    for (const QString& key : VantTheme::of("default").strings("enu").keys()) {
         words.insert(key, key);
     }
     ComponentStrings::getInstance().installStrings(words);

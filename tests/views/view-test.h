@@ -10,10 +10,7 @@
 #include <QtTest>
 #include <QtWidgets>
 
-inline int px(int designPixels)
-{
-    return designPixels * displayscale::dpi() / 96;
-}
+using displayscale::px;
 
 /** Of the strings of the tests: in its first three characters too, unlike in any language of Qt. */
 inline QString monthName(int month)
@@ -32,7 +29,7 @@ private Q_SLOTS:
     {
         defaulttheme::load(userFolder.path());
         QMap<QString, QString> strings;
-        for (const QString& key : keys.split(' ')) {
+        for (const QString& key : VantTheme::of("default").strings("enu").keys()) {
             strings.insert(key, key);
         }
         for (int month = 1; month <= 12; ++month) {
@@ -43,10 +40,5 @@ private Q_SLOTS:
     }
 
 private:
-    const QString keys {
-        "first_page prev_5_pages next_5_pages last_page pagebar_refresh today sunday monday tuesday "
-        "wednesday thursday friday saturday accessible_calendar accessible_calendar_prev_month "
-        "accessible_calendar_next_month"
-    };
     QTemporaryDir userFolder;
 };
