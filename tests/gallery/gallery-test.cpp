@@ -17,7 +17,7 @@ struct Outcome
     QString errors; ///< without what the offscreen platform says of itself
 };
 
-Outcome runGallery(const QString& folder, const QStringList& arguments, const QStringList& variables)
+Outcome runGallery(const QStringList& arguments, const QStringList& variables, const QString& folder = {})
 {
     QProcess process;
     process.setWorkingDirectory(folder);
@@ -66,8 +66,8 @@ private Q_SLOTS:
     {
         QFETCH(int, exitCode);
         QFETCH(QString, word);
-        const Outcome outcome = runGallery(m_folder.path(), QString(QTest::currentDataTag()).split(' '),
-            { "QT_QPA_PLATFORM=there-is-none" });
+        const Outcome outcome = runGallery(QString(QTest::currentDataTag()).split(' '),
+            { "QT_QPA_PLATFORM=there-is-none" }, m_folder.path());
         QCOMPARE(outcome.exitCode, exitCode);
         const bool isRefused = exitCode != 0;
         QVERIFY2((isRefused ? outcome.errors : outcome.output).contains(word), qPrintable(outcome.errors));
@@ -78,9 +78,8 @@ private Q_SLOTS:
     void takesPictures()
     {
         const QDir pictures(m_folder.filePath("pictures"));
-        const Outcome outcome =
-            runGallery(m_folder.path(), { "--screenshots", pictures.path(), "--page", "sheets" },
-                { "XDG_DATA_HOME=" + m_folder.filePath("data") });
+        const Outcome outcome = runGallery({ "--screenshots", pictures.path(), "--page", "sheets" },
+            { "XDG_DATA_HOME=" + m_folder.filePath("data") });
         QCOMPARE(outcome.exitCode, 0);
         QCOMPARE(outcome.errors, QString());
         QVERIFY2(!QFileInfo::exists(m_folder.filePath("data")), "pictures leave nothing behind");
