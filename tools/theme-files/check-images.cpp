@@ -25,7 +25,7 @@ public:
         , m_findings(findings)
     { }
 
-    void checkUrl(const QString& url, const Place& place);
+    void checkUrl(const QString& url, bool isQuoted, const Place& place);
     void checkImages();
     void checkStyleImages();
     void checkFiles();
@@ -77,11 +77,15 @@ QString fileOf(const QString& name)
     return QStringLiteral("images/%1.png").arg(name);
 }
 
-void Checker::checkUrl(const QString& url, const Place& place)
+// Qt takes some letters, which the folder that a token stands for may have, in quotes only.
+void Checker::checkUrl(const QString& url, bool isQuoted, const Place& place)
 {
     static const QRegularExpression made(QStringLiteral("^TMPIMG_LOC/tmp_(.*)\\.png$"));
     static const QRegularExpression resource(QStringLiteral("^(:|qrc:|//)"));
     static const QRegularExpression folderOfImages(QStringLiteral("^IMG_LOC"));
+    if (!isQuoted && url.contains(QLatin1String("IMG_LOC"))) {
+        tell(place, QStringLiteral("%1 has to stand in quotes").arg(url));
+    }
     const auto match = made.match(url);
     if (match.hasMatch()) {
         m_named << match.captured(1);
@@ -182,12 +186,13 @@ void Checker::checkFiles()
 void checkImages(
     const QDir& folder, const JsonFile& list, const std::vector<Section>& sections, Findings& findings)
 {
-    static const QRegularExpression url(QStringLiteral("url\\(\\s*[\"']?([^)\"']*?)[\"']?\\s*\\)"));
+    static const QRegularExpression url(QStringLiteral("url\\(\\s*([\"']?)([^)\"']*?)[\"']?\\s*\\)"));
     Checker checker(folder, list, findings);
     for (const Section& section : sections) {
         for (const TemplateLine& line : section.lines) {
             for (auto match = url.globalMatch(line.text); match.hasNext();) {
-                checker.checkUrl(match.next().captured(1), line.place);
+                const auto found = match.next();
+                checker.checkUrl(found.captured(2), !found.captured(1).isEmpty(), line.place);
             }
         }
     }
