@@ -463,6 +463,7 @@ void GalleryWindow::takeUpWhatWaits()
 void GalleryWindow::rebuild()
 {
     const int place = m_scrollArea->verticalScrollBar()->value();
+    delete std::exchange(m_content, nullptr); // or it would have the new look, widget by widget, and then go
     setStyleSheet(getStyleSheet("gallery.window"));
     build();
     layOut(this); // down to the height of the page

@@ -7,7 +7,9 @@
 
 namespace {
 
-constexpr int restInMs = 100;
+// Longer than an editor takes from emptying a file to filling it, or from taking the old one away to putting the
+// new one there.
+constexpr int restInMs = 40;
 
 } // namespace
 
@@ -20,14 +22,12 @@ ThemeWatch::ThemeWatch(const QString& folder, QObject* parent)
     connect(&m_rest, SIGNAL(timeout()), this, SLOT(look()));
     connect(&m_watcher, SIGNAL(fileChanged(QString)), &m_rest, SLOT(start()));
     connect(&m_watcher, SIGNAL(directoryChanged(QString)), &m_rest, SLOT(start()));
-    watch();
-    m_seen = state();
+    m_seen = watch();
 }
 
 void ThemeWatch::look()
 {
-    watch();
-    const QStringList now = state();
+    const QStringList now = watch();
     if (now == m_seen) {
         return;
     }
@@ -40,31 +40,24 @@ void ThemeWatch::look()
     }
 }
 
-void ThemeWatch::watch()
-{
-    QStringList paths { m_folder };
-    QDirIterator entries(
-        m_folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        paths << entries.next();
-    }
-    m_watcher.addPaths(paths);
-}
-
-QStringList ThemeWatch::state() const
+QStringList ThemeWatch::watch()
 {
     const QStringList kinds { QStringLiteral("*.json"), QStringLiteral("*.style"), QStringLiteral("*.png"),
         QStringLiteral("*.gif") };
-    QStringList files;
-    QDirIterator entries(m_folder, kinds, QDir::Files, QDirIterator::Subdirectories);
+    m_watcher.addPath(m_folder);
+    QStringList state;
+    QDirIterator entries(
+        m_folder, kinds, QDir::Files | QDir::AllDirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (entries.hasNext()) {
-        entries.next();
+        const QString path = entries.next();
+        m_watcher.addPath(path); // before it is looked at: what comes afterwards is told
         const QFileInfo file = entries.fileInfo();
-        files << QStringLiteral("%1 %2 %3")
-                     .arg(file.filePath())
-                     .arg(file.size())
-                     .arg(file.lastModified().toMSecsSinceEpoch());
+        if (file.isFile()) {
+            state << QStringLiteral("%1 %2 %3")
+                         .arg(path, QString::number(file.size()),
+                             QString::number(file.lastModified().toMSecsSinceEpoch()));
+        }
     }
-    files.sort();
-    return files;
+    state.sort();
+    return state;
 }

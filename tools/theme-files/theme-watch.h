@@ -6,7 +6,7 @@
 /**
  * Watches the folder of a theme while somebody works on it.
  *
- * A change is told once the files have come to rest, a tenth of a second after the last write. Files that
+ * A change is told once the files have come to rest, 40 milliseconds after the last write. Files that
  * cannot be used, as they are in the middle of being written or have a mistake in them, are told apart, so
  * that a program can keep the last good look.
  */
@@ -29,10 +29,11 @@ private Q_SLOTS:
     void look();
 
 private:
-    /** Watches what is there by now: an editor may put a new file in the place of the old one. */
-    void watch();
-    /** Names, sizes and times of all files that belong to the theme. */
-    QStringList state() const;
+    /**
+     * Watches what is there by now: an editor may put a new file in the place of the old one. Returns names,
+     * sizes and times of all files that belong to the theme.
+     */
+    QStringList watch();
 
     QString m_folder;
     QFileSystemWatcher m_watcher;
