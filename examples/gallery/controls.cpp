@@ -22,12 +22,44 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
 #include <QTableWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QtMath>
 
 namespace gallery {
+
+namespace {
+
+// Qt would put a text where its own direction begins, and in a mirrored window that is the wrong side of its title.
+Qt::Alignment whereWindowsBegin()
+{
+    return QStyle::visualAlignment(QApplication::layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)
+        | Qt::AlignAbsolute;
+}
+
+class ShortenedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        if (sizeHint().width() <= width()) {
+            QLabel::paintEvent(event); // with what is selected in it
+            return;
+        }
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+        QPainter painter(this);
+        painter.setLayoutDirection(layoutDirection());
+        style()->drawItemText(&painter, rect(), alignment(), palette(), isEnabled(), shown, foregroundRole());
+    }
+};
+
+} // namespace
 
 VantTheme currentTheme()
 {
@@ -42,6 +74,7 @@ int px(int designPixels)
 QLabel* styledLabel(const QString& text, const char* key, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
+    label->setAlignment(whereWindowsBegin());
     label->setStyleSheet(getStyleSheet(key));
     return label;
 }
@@ -50,6 +83,16 @@ QLabel* wrappedLabel(const QString& text, const char* key, QWidget* parent)
 {
     QLabel* label = styledLabel(text, key, parent);
     label->setWordWrap(true);
+    return label;
+}
+
+QLabel* shortenedLabel(const QString& text, const char* key, QWidget* parent)
+{
+    auto* label = new ShortenedLabel(text, parent);
+    label->setAlignment(whereWindowsBegin());
+    label->setStyleSheet(getStyleSheet(key));
+    label->setTextFormat(Qt::PlainText);
+    label->setMinimumWidth(1);
     return label;
 }
 

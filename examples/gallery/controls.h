@@ -36,6 +36,9 @@ QLabel* styledLabel(const QString& text, const char* key, QWidget* parent = null
 /** The same with a text that wraps. */
 QLabel* wrappedLabel(const QString& text, const char* key, QWidget* parent = nullptr);
 
+/** One line of text, cut short with an ellipsis where it does not fit. */
+QLabel* shortenedLabel(const QString& text, const char* key, QWidget* parent = nullptr);
+
 /** The font of code. */
 QFont codeFont(int pixelSize);
 

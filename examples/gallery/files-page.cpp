@@ -32,7 +32,7 @@ namespace {
 const int rowsOfAPage = 50;
 const int treeWidth = 208;
 const int viewHeight = 420;
-const int roomForBoth = 640; // the tree and the table
+const int roomForBoth = 640; // the tree and the table; and for all filters, and for a footer in the bar
 
 const Kind allKinds[] = { Kind::Folder, Kind::Document, Kind::Picture, Kind::Music, Kind::Video,
     Kind::Archive, Kind::Other };
@@ -111,7 +111,8 @@ private:
     void showRows();
     void showEntry(const QString& name);
     void showRow(int row, const FileEntry& entry);
-    void showFooter();
+    void showSums();
+    void showFooter(const QStringList& words);
     void reportSelection();
     void openRow(int row);
     void showHint();
@@ -125,12 +126,15 @@ private:
     FolderReader* m_reader = new FolderReader(this);
     FileList m_list;
     QString m_complaint; ///< why there is nothing to list
+    QStringList m_words; ///< in the footer
+    bool m_isNarrow = false; ///< too narrow for all side by side
     VantPagingModel* m_paging = new VantPagingModel(rowsOfAPage, this);
     VantButtonPath* m_path = nullptr;
     VantFilterBar* m_filterBar = nullptr;
     VantButton* m_kindSign = nullptr;
     VantDateSelector* m_day = nullptr;
     VantButton* m_anyDay = nullptr;
+    QBoxLayout* m_filters = nullptr;
     QMenu* m_kindMenu = nullptr;
     QList<QAction*> m_kinds;
     FileTree* m_tree = nullptr;
@@ -138,6 +142,7 @@ private:
     VantTableWidget* m_table = nullptr;
     QLabel* m_hint = nullptr;
     VantPagingBar* m_bar = nullptr;
+    QLabel* m_footer = nullptr; ///< in place of the bar's, where that has no room for it
 };
 
 FilesPage::FilesPage(QWidget* parent)
@@ -194,13 +199,19 @@ QLayout* FilesPage::createFilters()
     });
     m_anyDay->setEnabled(false);
 
-    auto* row = new QHBoxLayout;
-    row->setSpacing(px(8));
-    row->addWidget(m_filterBar, 1);
-    row->addWidget(m_kindSign);
-    row->addWidget(m_day);
-    row->addWidget(m_anyDay);
-    return row;
+    auto* kinds = new QHBoxLayout;
+    kinds->setSpacing(px(8));
+    kinds->addWidget(m_filterBar, 1);
+    kinds->addWidget(m_kindSign);
+    auto* days = new QHBoxLayout;
+    days->setSpacing(px(8));
+    days->addWidget(m_day, 1);
+    days->addWidget(m_anyDay);
+    m_filters = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_filters->setSpacing(px(8));
+    m_filters->addLayout(kinds, 1);
+    m_filters->addLayout(days);
+    return m_filters;
 }
 
 QMenu* FilesPage::createKinds()
@@ -245,10 +256,13 @@ QLayout* FilesPage::createViews()
     views->addWidget(m_treeFrame);
     views->addWidget(createTable(), 1);
 
+    m_footer = live(shortenedLabel({}, "gallery.caption"));
+
     auto* column = new QVBoxLayout;
     column->setSpacing(px(8));
     column->addLayout(views, 1);
     column->addWidget(m_bar);
+    column->addWidget(m_footer);
     return column;
 }
 
@@ -317,7 +331,7 @@ void FilesPage::openParent()
 void FilesPage::readAgain()
 {
     m_reader->read(m_folder);
-    m_bar->setFooterText(text("files.reading"));
+    showFooter({ text("files.reading") });
 }
 
 void FilesPage::take(const ListingPtr& listing)
@@ -383,7 +397,7 @@ void FilesPage::showList(int page)
     m_bar->setPage(qBound(1, page, qMax(1, m_paging->pageCount())));
     showRows();
     showHint();
-    showFooter();
+    showSums();
 }
 
 void FilesPage::showHint()
@@ -432,14 +446,25 @@ void FilesPage::showRow(int row, const FileEntry& entry)
     table->setItem(row, ChangedColumn, cell(entry.changed.toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
 }
 
-void FilesPage::showFooter()
+void FilesPage::showSums()
 {
-    std::vector<PagingFooterInfo> infos;
+    QStringList sums { text("files.count").arg(gallery::locale().toString(m_list.count())) };
     if (const auto size = totalSizeOf(m_list.seen())) {
-        infos.push_back({ sizeText(*size), 0 });
+        sums << sizeText(*size);
     }
-    infos.push_back({ text("files.count").arg(gallery::locale().toString(m_list.count())), 0 });
-    m_bar->setFooterInfos(infos);
+    showFooter(sums);
+}
+
+void FilesPage::showFooter(const QStringList& words)
+{
+    m_words = words;
+    std::vector<PagingFooterInfo> infos;
+    for (int i = words.size(); i-- > 0;) { // the bar begins at its end
+        infos.push_back({ words.at(i), 0 });
+    }
+    m_bar->setFooterInfos(m_isNarrow ? std::vector<PagingFooterInfo>() : infos);
+    m_footer->setText(words.join(QStringLiteral("  ·  ")));
+    m_footer->setVisible(m_isNarrow);
 }
 
 void FilesPage::reportSelection()
@@ -501,7 +526,10 @@ void FilesPage::resizeEvent(QResizeEvent* event)
 // The path bar and the table lead everywhere, too.
 void FilesPage::fitTo(int width)
 {
-    m_treeFrame->setVisible(width >= px(roomForBoth));
+    m_isNarrow = width < px(roomForBoth);
+    m_treeFrame->setVisible(!m_isNarrow);
+    m_filters->setDirection(m_isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    showFooter(m_words);
     Page::fitTo(width);
 }
 

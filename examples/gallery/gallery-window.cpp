@@ -16,11 +16,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QStyle>
 #include <QThread>
 #include <QVBoxLayout>
 
@@ -65,25 +63,6 @@ void closePopups()
         }
     }
 }
-
-/** One line of text, cut short with an ellipsis where it does not fit. */
-class ShortenedLabel : public QLabel
-{
-public:
-    ShortenedLabel()
-    {
-        setTextFormat(Qt::PlainText);
-        setMinimumWidth(1);
-    }
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override
-    {
-        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
-        QPainter painter(this);
-        style()->drawItemText(&painter, rect(), alignment(), palette(), isEnabled(), shown, foregroundRole());
-    }
-};
 
 // A new size is told from a widget to the next one around it with each turn of the event loop. This does not
 // wait.
@@ -196,6 +175,7 @@ QListWidget* GalleryWindow::navigation(QWidget* parent)
 {
     m_navigation = new QListWidget(parent);
     m_navigation->setAccessibleName(text("window.pages"));
+    m_navigation->ensurePolished(); // or its scroll bars would keep the look without this sheet
     m_navigation->setStyleSheet(getStyleSheet("gallery.navigation") + getStyleSheet("component.scrollbar"));
     m_navigation->setUniformItemSizes(true);
     m_navigation->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -332,6 +312,7 @@ QWidget* GalleryWindow::pageArea()
     m_scrollArea->setFrameShape(QFrame::NoFrame);
     m_scrollArea->setWidgetResizable(true);
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
+    m_scrollArea->ensurePolished(); // as for the navigation
     m_scrollArea->setStyleSheet(getStyleSheet("component.scrollbar") + getStyleSheet("gallery.page_area"));
     m_scrollArea->verticalScrollBar()->setSingleStep(px(20));
     m_scrollArea->horizontalScrollBar()->setSingleStep(px(20));
@@ -340,8 +321,7 @@ QWidget* GalleryWindow::pageArea()
 
 QWidget* GalleryWindow::footbar()
 {
-    m_report = new ShortenedLabel;
-    m_report->setStyleSheet(getStyleSheet("gallery.caption"));
+    m_report = shortenedLabel({}, "gallery.caption");
     m_helpButton = button(text("window.help"), 1);
     m_helpButton->setToolTip(QKeySequence(QKeySequence::HelpContents).toString(QKeySequence::NativeText));
     connect(m_helpButton, &QPushButton::clicked, this, &GalleryWindow::openHelp);

@@ -124,9 +124,10 @@ QVBoxLayout* Page::addSection(const char* key, const char* classes)
 QLayout* Page::sectionHead(QWidget* section, const QString& key, const QString& classes)
 {
     const QString title = text(key + QStringLiteral(".title"));
-    QLabel* ofClasses = styledLabel(classes, "gallery.class", section);
+    QLabel* ofClasses = shortenedLabel(classes, "gallery.class", section);
     ofClasses->setObjectName(QStringLiteral("class"));
     ofClasses->setFont(codeFont(12));
+    ofClasses->setLayoutDirection(Qt::LeftToRight);
     ofClasses->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* code = new QPushButton(text("window.code"), section);
     code->setObjectName(key);

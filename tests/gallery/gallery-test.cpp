@@ -51,7 +51,6 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
 
         row("--help", 0, "--screenshots");
-        row("--version", 0, "gallery ");
         row("--page knobs", 2, "knobs");
         row("--lang en", 2, "'en'");
         row("--theme nowhere", 2, "nowhere");

@@ -14,6 +14,8 @@
 #include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QtTest>
 
 using namespace gallery;
@@ -115,8 +117,13 @@ private Q_SLOTS:
             if (language == "enu") {
                 QCOMPARE(namelessIn(QAccessible::queryAccessibleInterface(&window)).join('\n'), QString());
                 QCOMPARE(sectionsWithoutExample(window).join('\n'), QString());
+                for (const QScrollBar* bar : window.findChildren<QScrollBar*>()) {
+                    QCOMPARE(qMin(bar->sizeHint().width(), bar->sizeHint().height()), 12); // the theme's
+                }
             }
         }
+        window.resize(window.minimumSize()); // on the last page, the file browser
+        QTRY_COMPARE(window.findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
 
         const QJsonObject english = textsIn("enu");
         const QJsonObject translated = textsIn(language);
