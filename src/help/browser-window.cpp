@@ -21,6 +21,8 @@ BrowserWindow::BrowserWindow(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(textBrowser);
     setWindowModality(Qt::ApplicationModal);
+    // Under a parent with a style sheet, scroll bars that have had their first look would keep it.
+    ensurePolished();
     setStyleSheet(getStyleSheet("component.scrollbar", false));
 }
 

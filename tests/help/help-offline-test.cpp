@@ -258,6 +258,11 @@ void HelpOfflineTest::parts()
     QCOMPARE(browser.verticalScrollBar()->value(), 0);
     browser.followLink(QUrl("#%C3%A4%20b"));
     QCOMPARE(browser.verticalScrollBar()->value(), place);
+
+    QWidget parent;
+    parent.setStyleSheet("QToolTip { padding: 0px; }"); // which keeps the window's sheet from no scroll bar
+    const Window<BrowserWindow> window(&parent);
+    QCOMPARE(window.textBrowser->verticalScrollBar()->sizeHint().width(), 12 * displayscale::dpi() / 96);
 }
 
 // Each is one download.
