@@ -1,6 +1,7 @@
 #include "bench.h"
 #include "child-process.h"
 #include "families.h"
+#include "processes/scene-identity.h"
 #include "processes/scene.h"
 
 #include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
@@ -21,7 +22,6 @@ namespace {
 
 const QString clientChild = QStringLiteral("peer-client");
 
-const QString identity = QStringLiteral("scene"); // that of the server, which is a participant
 const QString message = QStringLiteral("open=/home/somebody/documents/letters/2024/december/invitation-7");
 constexpr int messageBytes = 64;
 constexpr int limitMilliseconds = 5000;
@@ -52,7 +52,7 @@ class Client
 public:
     explicit Client(QString server)
         : m_server(std::move(server))
-        , m_peer(nullptr, identity)
+        , m_peer(nullptr, sceneIdentity())
     { }
 
     void sendByKit() { requireSameWork(m_peer.sendMessage(message, limitMilliseconds)); }

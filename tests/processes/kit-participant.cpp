@@ -1,6 +1,7 @@
 // A participant with the kit's locked file, of which each thread has one, and its peer.
 
 #include "processes/participant.h"
+#include "processes/scene-identity.h"
 #include "processes/system.h"
 
 #include <vantkit-qt/qtsingleapplication/src/qtlocalpeer.h>
@@ -21,7 +22,9 @@ std::string warnings;
 
 void collectWarning(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text)
 {
-    warnings += " [" + text.toStdString() + "]";
+    if (!text.startsWith("QWindowsPipeWriter: ")) { // Qt, of a client that went without its answer
+        warnings += " [" + text.toStdString() + "]";
+    }
 }
 
 /** Has all done by the main thread, whose event loop runs meanwhile, or directly, and tells the warnings. */
@@ -82,7 +85,7 @@ QStringList texts(const Words& words)
     return texts;
 }
 
-/** Of the one identity that all participants have. */
+/** Of the one identity that all participants of a scene have. */
 class Peer : public QObject
 {
     Q_OBJECT
@@ -93,7 +96,7 @@ public:
     QtLocalPeer* operator->()
     {
         if (!m_peer) {
-            m_peer = std::make_unique<QtLocalPeer>(nullptr, QStringLiteral("scene"));
+            m_peer = std::make_unique<QtLocalPeer>(nullptr, sceneIdentity());
             connect(m_peer.get(), SIGNAL(messageReceived(QString)), this, SLOT(receive(QString)));
         }
         return m_peer.get();

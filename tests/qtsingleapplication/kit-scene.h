@@ -1,11 +1,7 @@
 #pragma once
 
+#include "processes/scene-identity.h"
 #include "processes/scene.h"
-
-#include <QDir>
-
-/** What the peers of all participants are known by. */
-constexpr const char* sceneIdentity = "scene";
 
 /** A Scene in Qt's words. */
 class KitScene : private Scene

@@ -32,15 +32,23 @@ private Q_SLOTS:
 
 public Q_SLOTS:
 
-    void succeed() { QVERIFY(!QtLocalPeer(nullptr, sceneIdentity).isClient()); }
+    void succeed() { QVERIFY(!QtLocalPeer(nullptr, sceneIdentity()).isClient()); }
 
+    /** The second message comes while the slot is at the first, and ends it all. */
     void drop()
     {
         QVERIFY2(!peer->findChild<QLocalSocket*>(), "the sender is not let go first");
-        peer.reset();
+        if (++messages == 2) {
+            peer.reset();
+            return;
+        }
+        senders->tell("R", "send more");
+        QTRY_VERIFY_WITH_TIMEOUT(!peer, longEnough);
     }
 
 private:
+    int messages = 0;
+    KitScene* senders = nullptr;
     std::unique_ptr<QtLocalPeer> peer;
 };
 
@@ -94,7 +102,7 @@ void LocalPeerTest::scenes_data()
            "Q0 write";
 
     QTest::newRow("nobody is primary unasked, or sends to himself")
-        << "R identity: scene; P send no: false; P isClient: false; Q isClient; R isClient; "
+        << "R identity: *; P send no: false; P isClient: false; Q isClient; R isClient; "
            "P send no: false; Q send hello; R send; P next: hello; P next: ; P left: 0";
     QTest::newRow("the primary ends, the next one is killed, and that after it unlocks")
         << "P isClient: false; Q isClient; P end; Q send no: false; R isClient; R send a; Q next: a; "
@@ -126,19 +134,23 @@ void LocalPeerTest::manyReaders()
 void LocalPeerTest::end()
 {
     KitScene scene;
-    peer = std::make_unique<QtLocalPeer>(nullptr, sceneIdentity);
+    senders = &scene;
+    peer = std::make_unique<QtLocalPeer>(nullptr, sceneIdentity());
     QVERIFY(!peer->isClient());
 #ifdef Q_OS_WIN
     DWORD session = 0;
     QVERIFY(ProcessIdToSessionId(GetCurrentProcessId(), &session));
     QCOMPARE(scene.socketName().section('-', 3), QString::number(session, 16));
+    // A mutex lets the thread that has it in again, and has to be released as often.
+    QVERIFY(!QtLocalPeer(nullptr, sceneIdentity()).isClient());
+    QCOMPARE(scene.play("S isClient"), QString());
 #endif
     // The base class says so when the lock is already gone, and the children are not.
     connect(peer.get(), SIGNAL(destroyed()), this, SLOT(succeed()));
     connect(peer.get(), SIGNAL(messageReceived(QString)), this, SLOT(drop()));
     scene.tell("Q", "send hello");
-    QTRY_VERIFY(!peer);
-    QCOMPARE(scene.answer("Q"), "true");
+    QTRY_VERIFY_WITH_TIMEOUT(!peer, longEnough);
+    QCOMPARE(scene.answer("Q") + scene.answer("R"), "truetrue");
 }
 
 void LocalPeerTest::exchange_data()
@@ -158,7 +170,7 @@ void LocalPeerTest::exchange()
     QFETCH(QByteArray, sent);
     QFETCH(QByteArray, answer);
     KitScene scene;
-    QCOMPARE(scene.play("Q identity: scene"), QString());
+    QCOMPARE(scene.play("Q identity: *"), QString());
     const QString name = scene.socketName();
     QElapsedTimer time;
     time.start();
@@ -170,9 +182,7 @@ void LocalPeerTest::exchange()
     scene.tell("Q", QStringLiteral("send ") + QTest::currentDataTag());
     QVERIFY(server.waitForNewConnection(longEnough));
     QLocalSocket* const client = server.nextPendingConnection();
-    while (client->bytesAvailable() < sent.size() / 2) {
-        QVERIFY(client->waitForReadyRead(longEnough));
-    }
+    QVERIFY(client->waitForReadyRead(longEnough));
     QCOMPARE(client->readAll().toHex(), sent);
     client->write(answer);
     client->flush();
@@ -191,7 +201,9 @@ void LocalPeerTest::strangers_data()
         QTest::newRow(name) << QByteArray::fromHex(bytes) << QString(taken) << stays;
     };
     row("ends within the length", "000000", nullptr);
+#ifndef Q_OS_WIN // where the end may be noticed before the text is missed, and is an error then
     row("ends before the text", "00000004", "P next: ; ");
+#endif
     row("ends within the text", "0000000461", "P next: a; ");
     row("never takes its answer", "00000006c3a9f09f9880", "P next: %C3%A9%F0%9F%98%80; ", true);
     row("more than announced", "0000000261626364", "P next: ab; ");
@@ -220,9 +232,10 @@ void LocalPeerTest::strangers()
     QLocalSocket stranger;
     stranger.connectToServer(scene.socketName());
     QVERIFY(stranger.waitForConnected(longEnough));
-    for (const char one : bytes) {
-        stranger.write(&one, 1);
-        stranger.flush();
+    // Piece by piece to who takes every piece; Qt complains on Windows of one that is not.
+    for (int begin = 0, size = stays ? 1 : bytes.size(); begin < bytes.size(); begin += size) {
+        stranger.write(bytes.mid(begin, size));
+        QVERIFY(stranger.waitForBytesWritten(longEnough));
     }
     if (!stays) {
         stranger.abort();

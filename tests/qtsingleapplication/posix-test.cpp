@@ -100,7 +100,7 @@ void PosixTest::access()
 {
     const KitScene scene;
     const mode_t former = umask(0);
-    QtLocalPeer peer(nullptr, sceneIdentity);
+    QtLocalPeer peer(nullptr, sceneIdentity());
     const bool isClient = peer.isClient();
     QCOMPARE(umask(former), mode_t(0));
     QVERIFY(!isClient);
@@ -121,7 +121,7 @@ void PosixTest::occupiedName()
 {
     QFETCH(QString, occupant);
     KitScene scene;
-    QCOMPARE(scene.play("P identity: scene"), QString());
+    QCOMPARE(scene.play("P identity: *"), QString());
     const QString path = QDir::temp().filePath(scene.socketName());
     QLocalServer server;
     std::vector<std::unique_ptr<QLocalSocket>> crowd;

@@ -53,8 +53,8 @@ void SingleApplicationTest::roles()
 {
     KitScene others;
     {
-        QtSingleApplication application(sceneIdentity, argumentCount, arguments);
-        QCOMPARE(application.id(), sceneIdentity);
+        QtSingleApplication application(sceneIdentity(), argumentCount, arguments);
+        QCOMPARE(application.id(), sceneIdentity());
         QCOMPARE(others.play("P isClient: false"), QString());
         QVERIFY(application.isRunning());
         QVERIFY(application.sendMessage("hello"));
@@ -81,7 +81,7 @@ void SingleApplicationTest::activation()
     QFETCH(int, activations);
     received.clear();
     KitScene others;
-    QtSingleApplication application(sceneIdentity, argumentCount, arguments);
+    QtSingleApplication application(sceneIdentity(), argumentCount, arguments);
     connect(&application, SIGNAL(messageReceived(const QString&)), this, SLOT(note(const QString&)));
     QWidget minimised;
     minimised.setWindowState(iconic);

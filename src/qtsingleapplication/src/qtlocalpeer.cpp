@@ -146,11 +146,13 @@ bool QtLocalPeer::isClient()
     if (!lockFile.lock(QtLP_Private::QtLockedFile::WriteLock, false)) {
         return true;
     }
+    // On Windows the server tells of the first clients while it begins to listen, and needs to live on after it
+    // has told of one.
+    connect(localServer, SIGNAL(newConnection()), this, SLOT(receiveConnection()), Qt::QueuedConnection);
     if (!vantkit::internal::listenForUser(*localServer, socketName)) {
         qWarning("QtSingleCoreApplication: listen on local socket failed, %s",
             localServer->errorString().toLocal8Bit().constData());
     }
-    connect(localServer, SIGNAL(newConnection()), this, SLOT(receiveConnection()));
     return false;
 }
 
@@ -169,9 +171,11 @@ bool QtLocalPeer::sendMessage(const QString& message, int timeout)
         return false;
     }
 
+    // All at once: on Windows this process would have to run again before the text could follow its length.
     const QByteArray text = message.toUtf8();
-    QDataStream stream(socket.get());
-    stream.writeBytes(text.constData(), static_cast<uint>(text.size()));
+    QByteArray bytes;
+    QDataStream(&bytes, QIODevice::WriteOnly).writeBytes(text.constData(), static_cast<uint>(text.size()));
+    socket->write(bytes);
     if (!socket->waitForBytesWritten(timeout) || !socket->waitForReadyRead(timeout)) {
         return false;
     }

@@ -15,8 +15,9 @@ namespace QtLP_Private {
  * with locks of the file system. It lasts until it is given up, or its process ends in whatever way; who
  * finds it left behind by a process that died simply has it.
  *
- * Use an object in one thread: the lock belongs to the thread that took it. Failures are warnings in Qt's
- * default category and a false result; a lock that another one has is no failure, and no warning.
+ * Use an object in one thread: the lock belongs to the thread that took it. On Windows another object of that
+ * thread gets it as well, in any mode; elsewhere it does not. Failures are warnings in Qt's default category
+ * and a false result; a lock that another one has is no failure, and no warning.
  */
 class VANTKIT_EXPORT QtLockedFile : public QFile
 {
