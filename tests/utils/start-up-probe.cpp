@@ -1,12 +1,11 @@
-// Carries out its arguments in order and prints what each one gives, for the tests. Its folders and
-// templates lie in the working directory.
+// Carries out its arguments in order and prints what each one gives, for the tests. The first one is the folder
+// with its templates. It is not the working directory, in which Wine's console would stay for a moment.
 
 #include "support/theme-folder.h"
 
 #include <vantkit-qt/vantkit.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QTextStream>
 
 #include <functional>
@@ -15,7 +14,7 @@ int main(int argc, char** argv)
 {
     qSetMessagePattern("%{message}");
     const QApplication application(argc, argv);
-    const QString folder = QDir::currentPath();
+    const QString folder = QApplication::arguments().value(1);
     const auto silently = [](const std::function<void()>& act) {
         return [act] {
             act();
@@ -34,7 +33,7 @@ int main(int argc, char** argv)
         { "combo_box", [] { return VantComboBox().styleSheet().replace('\n', '\t'); } },
         { "language", [] { return VantLocale::getInstance().getDefaultLanguage(); } },
     };
-    for (const QString& argument : QApplication::arguments().mid(1)) {
+    for (const QString& argument : QApplication::arguments().mid(2)) {
         QTextStream(stdout) << commands[argument]() << '\n';
     }
     return 0;

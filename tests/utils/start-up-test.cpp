@@ -39,12 +39,12 @@ private Q_SLOTS:
             { "language", "cht\n", "" } };
         for (const QStringList& row : rows) {
             QProcess probe;
-            probe.setWorkingDirectory(folder.path());
             QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
             environment.insert("LC_ALL", "zh_TW.UTF-8");
             environment.insert("LANG", "zh_TW.UTF-8"); // which Qt asks first on Windows
             probe.setProcessEnvironment(environment);
-            probe.start(START_UP_PROBE, row[0].split('|'), QIODevice::ReadOnly | QIODevice::Text);
+            const QString arguments = folder.path() + '|' + row[0];
+            probe.start(START_UP_PROBE, arguments.split('|'), QIODevice::ReadOnly | QIODevice::Text);
             QVERIFY(probe.waitForFinished());
             QCOMPARE(probe.exitCode(), row[2] == stop ? abortCode : 0);
             QCOMPARE(QString(probe.readAllStandardOutput()), row[1]);
