@@ -4,6 +4,11 @@
 
 #include <QPixmapCache>
 #include <QtTest>
+#ifdef Q_OS_WIN
+#include <fcntl.h>
+#include <io.h>
+#include <share.h>
+#endif
 
 namespace {
 
@@ -133,6 +138,12 @@ private Q_SLOTS:
         for (QFile* file : { &arrow, &gone }) {
             QVERIFY(file->exists() && file->resize(5000));
         }
+#ifdef Q_OS_WIN // where a program may keep a file to itself, which stays as it is then
+        const auto* const path = reinterpret_cast<const wchar_t*>(arrow.fileName().utf16());
+        const int kept = _wsopen(path, _O_RDONLY, _SH_DENYRW);
+        theme.initializeImages(ImageManager::LazyLoad);
+        QVERIFY(_close(kept) == 0 && arrow.size() == 5000 && gone.size() == 0 && gone.resize(5000));
+#endif
         theme.initializeImages(ImageManager::LazyLoad);
         QCOMPARE(arrow.size(), size);
         QCOMPARE(gone.size(), qint64(0));
