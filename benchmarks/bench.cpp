@@ -30,7 +30,7 @@ double nanosecondsOfRuns(const Action& action, int runs)
 int runsPerSample(const Action& action)
 {
     double nanoseconds = nanosecondsOfRuns(action, 1);
-    for (int attempt = 0; attempt < 20; ++attempt) {
+    for (int attempt = 0; attempt < 20 && nanoseconds < sampleNanoseconds; ++attempt) {
         nanoseconds = std::min(nanoseconds, nanosecondsOfRuns(action, 1));
     }
     return std::max(1, static_cast<int>(sampleNanoseconds / nanoseconds));

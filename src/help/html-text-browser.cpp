@@ -111,21 +111,21 @@ void HtmlTextBrowser::startDownload(const QString& source)
     auto* downloader = new ImageDownloader(savePathOf(source), url);
     connect(
         downloader, SIGNAL(sigDownloadFinish(QString,int)), this, SLOT(slotDownloadFinished(QString,int)));
+    connect(downloader, SIGNAL(sigDownloadFinish(QString,int)), downloader, SLOT(deleteLater()));
     connect(this, SIGNAL(destroyed()), downloader, SLOT(deleteLater()));
     downloaders[url] = downloader;
     fileNames[url] = fileNameOf(source);
     downloader->start();
 }
 
-// It may be told by an earlier downloader of the same URL, whose entry is that of the later one.
+// It may be told by an earlier downloader of the same URL, whose entry is that of the later one, or by hand.
+// sender() is asked last, as it looks for the one that ended among all that are there.
 void HtmlTextBrowser::slotDownloadFinished(QString url, int res)
 {
-    auto* ended = qobject_cast<ImageDownloader*>(sender());
-    if (!ended || ended == downloaders.value(url)) {
-        ended = downloaders.take(url);
-    }
-    if (ended) {
-        ended->deleteLater();
+    ImageDownloader* latest = downloaders.value(url);
+    if (latest && (latest->isFinished() || !qobject_cast<ImageDownloader*>(sender()))) {
+        downloaders.remove(url);
+        latest->deleteLater();
     }
     if (res == 0 && fileNames.contains(url)) {
         showSoon(fileNames.value(url));
