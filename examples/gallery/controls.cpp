@@ -33,7 +33,8 @@ namespace gallery {
 
 namespace {
 
-// Qt would put a text where its own direction begins, and in a mirrored window that is the wrong side of its title.
+// Qt would put a text where its own direction begins, and in a mirrored window that is the wrong side of its
+// title.
 Qt::Alignment whereWindowsBegin()
 {
     return QStyle::visualAlignment(QApplication::layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter)

@@ -28,8 +28,8 @@ VantTheme currentTheme();
 int px(int designPixels);
 
 /**
- * A label with the look of the style key @p key. Made in the @p parent in which it is to lie, it has its style sheet
- * read once, and not anew on its way there.
+ * A label with the look of the style key @p key. Made in the @p parent in which it is to lie, it has its
+ * style sheet read once, and not anew on its way there.
  */
 QLabel* styledLabel(const QString& text, const char* key, QWidget* parent = nullptr);
 

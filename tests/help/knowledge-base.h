@@ -22,8 +22,8 @@
 class KnowledgeBase
 {
 public:
-    // The interpreter of the system is the one that has the packages of the system. Wine starts it as well, but
-    // gives it no pipes.
+    // The interpreter of the system is the one that has the packages of the system. Wine starts it as well,
+    // but gives it no pipes.
     KnowledgeBase()
     {
         listener.listen(QHostAddress::LocalHost);

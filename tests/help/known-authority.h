@@ -9,8 +9,8 @@
 #endif
 
 /**
- * Qt hands Windows its authorities as a file of keys, from which Wine takes nothing where there is no key. So the
- * system gets to know of one otherwise. It is still Qt alone that trusts it.
+ * Qt hands Windows its authorities as a file of keys, from which Wine takes nothing where there is no key. So
+ * the system gets to know of one otherwise. It is still Qt alone that trusts it.
  */
 class KnownAuthority
 {

@@ -252,7 +252,7 @@ templates/labels.style | ink \*/ | ink | 5: the comment takes in the text
 templates/labels.style | font-size | // /*\nfont-size | 6: "/*" in a line comment begins another one
 templates/labels.style | 13px; | 13px; image: url(file:///x.png); | 6: "//" begins a comment in an address
 templates/labels.style | 13px; | 13px; image: url("IMG_LOC/x.png"); | 6: there is no file images/x.png
-templates/labels.style | 13px; | 13px; image: url(IMG_LOC/dash.png); | 6: IMG_LOC/dash.png has to stand in quotes
+templates/labels.style | 13px; | 13px; image: url(IMG_LOC/dash.png); | 6: IMG_LOC/dash.png has to stand
 templates/labels.style | 13px; | 13px; image: url(x.png); | 6: there is no file x.png
 templates/labels.style | ink-off \*/\s*\} | ink-off */ | 8: Qt: Could not parse stylesheet
 templates/labels.style | font-size | fontsize | 6: Qt: Unknown property fontsize

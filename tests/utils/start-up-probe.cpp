@@ -1,5 +1,6 @@
-// Carries out its arguments in order and prints what each one gives, for the tests. The first one is the folder
-// with its templates. It is not the working directory, in which Wine's console would stay for a moment.
+// Carries out its arguments in order and prints what each one gives, for the tests. The first one is the
+// folder with its templates. It is not the working directory, in which Wine's console would stay for a
+// moment.
 
 #include "support/theme-folder.h"
 

@@ -7,8 +7,8 @@
 
 namespace {
 
-// Longer than an editor takes from emptying a file to filling it, or from taking the old one away to putting the
-// new one there.
+// Longer than an editor takes from emptying a file to filling it, or from taking the old one away to putting
+// the new one there.
 constexpr int restInMs = 40;
 
 } // namespace

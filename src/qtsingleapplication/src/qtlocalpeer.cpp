@@ -146,8 +146,8 @@ bool QtLocalPeer::isClient()
     if (!lockFile.lock(QtLP_Private::QtLockedFile::WriteLock, false)) {
         return true;
     }
-    // On Windows the server tells of the first clients while it begins to listen, and needs to live on after it
-    // has told of one.
+    // On Windows the server tells of the first clients while it begins to listen, and needs to live on after
+    // it has told of one.
     connect(localServer, SIGNAL(newConnection()), this, SLOT(receiveConnection()), Qt::QueuedConnection);
     if (!vantkit::internal::listenForUser(*localServer, socketName)) {
         qWarning("QtSingleCoreApplication: listen on local socket failed, %s",
