@@ -84,7 +84,7 @@ FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
     static std::mutex guard;
     static FileDescriptor folder;
     const std::lock_guard<std::mutex> guarded(guard);
-    const int flags = O_RDWR | O_NOFOLLOW | O_CLOEXEC | (mayCreate ? O_CREAT : 0);
+    const int flags = O_RDWR | O_NOATIME | O_NOFOLLOW | O_CLOEXEC | (mayCreate ? O_CREAT : 0);
     const auto attempt = [&] {
         return FileDescriptor(openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
     };
@@ -99,7 +99,8 @@ FileDescriptor openInPrivateFolder(const std::string& name, bool mayCreate)
 
 } // namespace
 
-NamedMutex::NamedMutex(const std::u16string& name)
+NamedMutex::NamedMutex(const std::u16string& name, bool mayCreate)
+    : m_mayCreate(mayCreate)
 {
     // In the manner of FNV-1a, of the name and its user.
     static const uid_t user = geteuid();
@@ -118,17 +119,17 @@ NamedMutex::~NamedMutex()
     }
 }
 
-bool NamedMutex::open(bool mayCreate)
+bool NamedMutex::open()
 {
-    m_file = openInPrivateFolder(m_fileName, mayCreate);
+    m_file = openInPrivateFolder(m_fileName, m_mayCreate);
     if (!m_file.isOpen()) {
         return false;
     }
-    if (mayCreate) {
+    if (m_mayCreate) {
         m_file = raised(std::move(m_file));
     }
     if (!isLockedByOthers(m_file.number(), presenceByte)) {
-        if (!mayCreate) {
+        if (!m_mayCreate) {
             errno = ENOENT;
             return false;
         }
@@ -142,7 +143,7 @@ bool NamedMutex::open(bool mayCreate)
 bool NamedMutex::lock(bool mayWait)
 {
     while (setLock(m_file.number(), m_ownershipByte, F_WRLCK, mayWait)) {
-        if (!isRemoved(m_file.number())) {
+        if (!m_mayCreate || !isRemoved(m_file.number())) {
             m_lastNote = note();
             if (m_lastNote != noNote || !isOwnedUnderAnotherFile()) {
                 return true;
@@ -151,7 +152,7 @@ bool NamedMutex::lock(bool mayWait)
             errno = mayWait ? ESTALE : EAGAIN; // nobody can wait for the owner, who has another file
             return false;
         }
-        if (!open(true)) {
+        if (!open()) {
             return false;
         }
     }

@@ -17,21 +17,19 @@ namespace vantkit::internal {
  * release leaves it behind. A note that cannot be written costs just that knowledge.
  *
  * Whoever removes the file or the folder by hand separates an owner from those who come later. They find a
- * file without a note, and ask the kernel whether the mutex is owned under another file: it lists all locks,
- * and the owner's byte follows from the name. What fails leaves its reason in errno.
+ * file without a note, and look for the owner's byte, which follows from the name, among all locks of the
+ * system. Who may create a mutex finds a new file at the next lock. What fails leaves its reason in errno.
  */
 class NamedMutex
 {
 public:
-    explicit NamedMutex(const std::u16string& name);
+    NamedMutex(const std::u16string& name, bool mayCreate);
     ~NamedMutex();
 
     /** False with ENOENT if the mutex does not exist, unless it may be created. */
-    bool open(bool mayCreate);
+    bool open();
 
-    /**
-     * Takes the mutex out of everybody's reach. False with EAGAIN if it is busy, and the call may not wait.
-     */
+    /** Takes the mutex out of everybody's reach. False with EAGAIN if it is busy and waiting not allowed. */
     bool lock(bool mayWait);
     /** Undoes lock(), as if it had not been. */
     void unlock();
@@ -46,6 +44,7 @@ private:
     char note() const;
     void writeNote(char note) const;
 
+    const bool m_mayCreate;
     std::string m_fileName;
     off_t m_ownershipByte;
     FileDescriptor m_file;

@@ -29,8 +29,8 @@ NamedMutex* mutexOf(HANDLE handle)
 
 HANDLE opened(LPCWSTR name, bool mayCreate)
 {
-    auto mutex = std::make_unique<NamedMutex>(name);
-    return mutex->open(mayCreate) ? mutex.release() : failed<HANDLE>(nullptr);
+    auto mutex = std::make_unique<NamedMutex>(name, mayCreate);
+    return mutex->open() ? mutex.release() : failed<HANDLE>(nullptr);
 }
 
 /** All or none. The one that was busy is the first of the next attempt, which waits for that one alone. */
