@@ -4,6 +4,7 @@
 #include "processes/system.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -16,6 +17,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds patience(30);
+constexpr int stillRunning = -1;
 
 void setTemporaryFolder(const fs::path& folder)
 {
@@ -30,10 +32,12 @@ struct Scene::Process
 {
     StartedProgram program = startProgram(participantProgram);
     Queue lines;
+    std::atomic<int> exitCode = stillRunning;
     std::thread reader { [this] {
         for (char line[4096]; std::fgets(line, sizeof line, program.output);) {
             lines.push(std::string(line, std::strcspn(line, "\r\n")));
         }
+        exitCode = exitCodeOf(program);
         lines.push(std::nullopt);
     } };
 };
@@ -117,7 +121,7 @@ std::string Scene::end(const std::string& name, bool isKilled)
     std::fclose(process.program.input);
     process.reader.join();
     std::fclose(process.program.output);
-    std::string rest = std::to_string(exitCodeOf(process.program));
+    std::string rest = std::to_string(process.exitCode);
     while (const auto line = process.lines.pop()) {
         rest += "\n" + *line;
     }
@@ -133,9 +137,12 @@ void Scene::tell(const std::string& name, const std::string& line)
 
 std::string Scene::answer(const std::string& name)
 {
-    const auto answer = processOf(name).lines.pop(patience);
+    Process& process = processOf(name);
+    const auto answer = process.lines.pop(patience);
     m_isFine = m_isFine && answer;
-    return answer.value_or("no answer");
+    return answer.value_or(process.exitCode == stillRunning
+            ? "no answer in time"
+            : "ended with " + std::to_string(process.exitCode));
 }
 
 Scene::Process& Scene::processOf(const std::string& name)
