@@ -60,6 +60,13 @@ protected:
     }
 };
 
+QLabel* styled(QLabel* label, const char* key)
+{
+    label->setAlignment(whereWindowsBegin());
+    label->setStyleSheet(getStyleSheet(key));
+    return label;
+}
+
 } // namespace
 
 VantTheme currentTheme()
@@ -74,10 +81,7 @@ int px(int designPixels)
 
 QLabel* styledLabel(const QString& text, const char* key, QWidget* parent)
 {
-    auto* label = new QLabel(text, parent);
-    label->setAlignment(whereWindowsBegin());
-    label->setStyleSheet(getStyleSheet(key));
-    return label;
+    return styled(new QLabel(text, parent), key);
 }
 
 QLabel* wrappedLabel(const QString& text, const char* key, QWidget* parent)
@@ -89,9 +93,7 @@ QLabel* wrappedLabel(const QString& text, const char* key, QWidget* parent)
 
 QLabel* shortenedLabel(const QString& text, const char* key, QWidget* parent)
 {
-    auto* label = new ShortenedLabel(text, parent);
-    label->setAlignment(whereWindowsBegin());
-    label->setStyleSheet(getStyleSheet(key));
+    QLabel* label = styled(new ShortenedLabel(text, parent), key);
     label->setTextFormat(Qt::PlainText);
     label->setMinimumWidth(1);
     return label;
