@@ -1,11 +1,5 @@
 #include "support/display-scale.h"
-#include "support/guarded-test.h"
-#include "theme/default-theme.h"
-
-#include <vantkit-qt/vantkit.h>
-
-#include <QtTest>
-#include <QtWidgets>
+#include "support/themed-test.h"
 
 #include <functional>
 #include <map>
@@ -15,17 +9,13 @@
  * What a widget is right after its constructor: the properties of it and its parts
  * that show in no other test.
  */
-class ConstructionTest : public GuardedTest
+class ConstructionTest : public ThemedTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void parts_data();
     void parts();
-
-private:
-    QTemporaryDir userFolder;
 };
 
 namespace {
@@ -271,16 +261,6 @@ QString expected(QString text)
 }
 
 } // namespace
-
-void ConstructionTest::initTestCase()
-{
-    defaulttheme::load(userFolder.path());
-    QMap<QString, QString> words;
-    for (const QString& key : VantTheme::of("default").strings("enu").keys()) {
-        words.insert(key, key);
-    }
-    ComponentStrings::getInstance().installStrings(words);
-}
 
 void ConstructionTest::parts_data()
 {

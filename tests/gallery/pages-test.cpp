@@ -4,6 +4,7 @@
 #include "pages.h"
 #include "places.h"
 #include "snippets.h"
+#include "support/files.h"
 #include "support/guarded-test.h"
 #include "texts.h"
 
@@ -46,8 +47,7 @@ QStringList sectionsWithoutExample(const GalleryWindow& window)
         QString text;
         for (QDirIterator all(KIT_HEADERS, { "*.h" }, QDir::Files, QDirIterator::Subdirectories);
              all.hasNext();) {
-            QFile header(all.next());
-            text += header.open(QIODevice::ReadOnly) ? header.readAll() : QByteArray();
+            text += files::contentOf(all.next());
         }
         return text;
     }();
@@ -76,8 +76,8 @@ Options optionsIn(const QString& language)
 
 QJsonObject textsIn(const QString& language)
 {
-    QFile file(QDir(GALLERY_TEXTS).filePath(language + ".json"));
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    const QString file = QDir(GALLERY_TEXTS).filePath(language + ".json");
+    return QJsonDocument::fromJson(files::contentOf(file)).object();
 }
 
 } // namespace

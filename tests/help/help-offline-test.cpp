@@ -1,7 +1,7 @@
 #include "support/display-scale.h"
-#include "support/guarded-test.h"
+#include "support/files.h"
 #include "support/spellings.h"
-#include "theme/default-theme.h"
+#include "support/themed-test.h"
 #include "windows.h"
 
 #include <vantkit-qt/help/image-downloader.h>
@@ -16,7 +16,7 @@
 
 // Pages on disk, while no request leads anywhere, and images from files and from data URLs, which always
 // answer.
-class HelpOfflineTest : public GuardedTest
+class HelpOfflineTest : public ThemedTest
 {
     Q_OBJECT
 
@@ -39,16 +39,14 @@ private Q_SLOTS:
     void open(const QUrl& url) { opened = url.toString(); }
 
 private:
-    QString path(const QString& name) const { return folder.filePath(name); }
+    QString path(const QString& name) const { return ownFolder.filePath(name); }
 
     QString base() const { return QUrl::fromLocalFile(path("image/")).toString(); }
 
     QString imageFolder() const { return path("temp/corvanta_help/image"); }
 
-    void write(const QString& name, const QByteArray& content) const;
     void writeImage(const QString& name, const QColor& color, const QSize& size = QSize(60, 40)) const;
 
-    QTemporaryDir folder;
     QString opened;
 };
 
@@ -72,15 +70,15 @@ QString image(const QString& source)
 void HelpOfflineTest::initTestCase()
 {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
-    defaulttheme::load(path("user"));
+    ThemedTest::initTestCase();
     QNetworkProxy::setApplicationProxy({ QNetworkProxy::HttpProxy, "127.0.0.1", 1 });
     setTemporaryFolder(path("temp"));
-    write("enu/page.html", "<html><body>English ä</body></html>");
+    files::write(path("enu/page.html"), "<html><body>English ä</body></html>");
 #ifndef Q_OS_WIN // where no file has such a name
-    write("enu/com1.html", "<html>device");
+    files::write(path("enu/com1.html"), "<html>device");
 #endif
-    write("ger/page.html", QByteArray("<html>before\0after</html>", 25));
-    write("enu/style.css", "p { background-color: red; }");
+    files::write(path("ger/page.html"), QByteArray("<html>before\0after</html>", 25));
+    files::write(path("enu/style.css"), "p { background-color: red; }");
     writeImage("enu/red.png", Qt::red);
     writeImage("enu/red.ico", Qt::red);
     writeImage("enu/large.png", Qt::red, QSize(5000, 5000));
@@ -93,19 +91,12 @@ void HelpOfflineTest::init()
     QVERIFY(QDir(path("temp")).removeRecursively() && QDir().mkpath(path("temp")));
 }
 
-void HelpOfflineTest::write(const QString& name, const QByteArray& content) const
-{
-    QVERIFY(QFileInfo(path(name)).dir().mkpath("."));
-    QFile file(path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-}
-
 void HelpOfflineTest::writeImage(const QString& name, const QColor& color, const QSize& size) const
 {
     QImage content(size, QImage::Format_Mono);
     content.setColorTable({ color.rgb(), QColor(Qt::green).rgb() });
     content.fill(0);
-    write(name, "");
+    files::write(path(name), "");
     QVERIFY(content.save(path(name), name.endsWith("ico") ? "ICO" : "PNG"));
 }
 
@@ -119,7 +110,7 @@ void HelpOfflineTest::page()
         { "jpn", "page.html", "", "jpn" },
     };
     for (const auto& [lang, link, text, searched] : pages) {
-        for (const QString& helpPath : spellings(folder.path())) {
+        for (const QString& helpPath : spellings(ownFolder.path())) {
             Window<HelpWindow> window(HelpContext { lang, helpPath, link, "" });
             for (const int times : { 1, 2 }) {
                 QTRY_COMPARE(window.fallbacks, times);
@@ -144,8 +135,8 @@ void HelpOfflineTest::sizes()
     for (auto it = sizes.begin(); it != sizes.end(); ++it) {
         const QString html =
             "<html><base href=\"https://host.invalid/\"><img src=\"red.png\" " + it.key() + ">";
-        write("enu/image.html", html.toUtf8());
-        const QString helpPath = spellings(folder.path()).constLast();
+        files::write(path("enu/image.html"), html.toUtf8());
+        const QString helpPath = spellings(ownFolder.path()).constLast();
         Window<HelpWindow> window(HelpContext { "enu", helpPath, "image.html", "" });
         window.show();
         QTRY_COMPARE(areaOf(Qt::red, &window).size(), it.value() * displayscale::dpi() / 96);
@@ -180,9 +171,7 @@ void HelpOfflineTest::drawing()
 void HelpOfflineTest::resources()
 {
     const auto dataOf = [this](const char* name) {
-        QFile file(path(name));
-        file.open(QIODevice::ReadOnly);
-        return "data:image/png;base64," + QString(file.readAll().toBase64());
+        return "data:image/png;base64," + QString(files::contentOf(path(name)).toBase64());
     };
     const QString sized = "<img src='%1' width=60 height=40>";
     const QString background = "<table background='%1'><tr><td>text";
@@ -230,8 +219,8 @@ void HelpOfflineTest::links()
     for (const char* scheme : { "http", "https", "mailto", "file", "javascript" }) {
         QDesktopServices::setUrlHandler(scheme, this, "open");
     }
-    write("temp/corvanta_help/image/planted.html", "planted");
-    Window<HelpWindow> window(HelpContext { "enu", folder.path(), "no.html", "" });
+    files::write(path("temp/corvanta_help/image/planted.html"), "planted");
+    Window<HelpWindow> window(HelpContext { "enu", ownFolder.path(), "no.html", "" });
     QTRY_COMPARE(window.fallbacks, 1);
     for (const auto& [base, link, text, opens] : links) {
         const QString html = QString("<html><a href=\"%1\">link</a>").arg(link);
@@ -248,7 +237,7 @@ void HelpOfflineTest::links()
 void HelpOfflineTest::parts()
 {
     const QByteArray lines = QByteArray("<p>line</p>").repeated(100);
-    write("enu/tall.html", "<html>" + lines + "<p><a name='ä b'>part</a></p>" + lines);
+    files::write(path("enu/tall.html"), "<html>" + lines + "<p><a name='ä b'>part</a></p>" + lines);
     Browser browser;
     browser.setSearchPaths({ path("enu") });
     browser.followLink(QUrl("tall.html#%C3%A4%20b"));
@@ -306,7 +295,7 @@ void HelpOfflineTest::downloads()
 // written through.
 void HelpOfflineTest::fetchedImage()
 {
-    write("victim", "v");
+    files::write(path("victim"), "v");
     QVERIFY(QDir().mkpath(imageFolder()) && QFile::link(path("victim"), imageFolder() + "/a.png"));
     const char* const images[][2] = { { "a.png", "a.png" }, { "../image/b", "b" }, { "c%25%20d", "c% d" } };
     for (const auto& [source, file] : images) {
@@ -358,7 +347,7 @@ void HelpOfflineTest::otherPages()
 void HelpOfflineTest::pageOfSource()
 {
     writeImage("image/new.png", Qt::red);
-    write("image/source.html", "<html><img src='new.png'>");
+    files::write(path("image/source.html"), "<html><img src='new.png'>");
     Browser browser;
     browser.setSource(QUrl::fromLocalFile(path("image/source.html")));
     QCOMPARE(browser.area(Qt::red).size(), usual);

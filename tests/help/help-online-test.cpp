@@ -1,6 +1,5 @@
 #include "knowledge-base.h"
-#include "support/guarded-test.h"
-#include "theme/default-theme.h"
+#include "support/themed-test.h"
 #include "windows.h"
 
 #include <QDir>
@@ -13,7 +12,7 @@
 #include <optional>
 
 // The roads to the knowledge base, against a real server.
-class HelpOnlineTest : public GuardedTest
+class HelpOnlineTest : public ThemedTest
 {
     Q_OBJECT
 
@@ -33,10 +32,9 @@ private:
 
     QStringList imageFiles() const
     {
-        return QDir(folder.filePath("corvanta_help/image")).entryList(QDir::Files);
+        return QDir(ownFolder.filePath("corvanta_help/image")).entryList(QDir::Files);
     }
 
-    QTemporaryDir folder;
     KnowledgeBase server;
     std::optional<Window<BrowserWindow>> answered;
     std::optional<Window<BrowserWindow>> waiting;
@@ -48,8 +46,8 @@ private:
 // that the limit of both its requests has ended.
 void HelpOnlineTest::initTestCase()
 {
-    defaulttheme::load(folder.filePath("user"));
-    setTemporaryFolder(folder.path());
+    ThemedTest::initTestCase();
+    setTemporaryFolder(ownFolder.path());
     server.useCertificate("good");
     time.start();
     for (auto* window : { &answered.emplace(), &waiting.emplace() }) {

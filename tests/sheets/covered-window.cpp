@@ -1,10 +1,5 @@
 #include "sheets/covered-window.h"
 
-#include "theme/default-theme.h"
-
-#include <QHBoxLayout>
-#include <QWindow>
-#include <QtTest>
 #ifdef Q_OS_WIN
 #include <windows.h>
 #endif
@@ -121,9 +116,7 @@ void done(VantSheet* sheet, int result)
 
 QPushButton* button(VantSheet* sheet, int which)
 {
-    return asItIs(sheet, [&](auto* one) {
-        return qobject_cast<QPushButton*>(one->button(QMessageBox::StandardButton(which)));
-    });
+    return sheet->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::StandardButton(which));
 }
 
 QList<QLabel*> labels(const QWidget* sheet)
@@ -132,11 +125,3 @@ QList<QLabel*> labels(const QWidget* sheet)
 }
 
 } // namespace sheets
-
-void SheetTest::initTestCase()
-{
-    defaulttheme::load(userFolder.path());
-    ComponentStrings::getInstance().installStrings(
-        { { "ok", "Fine" }, { "cancel", "Back" }, { "wizard_client_upgrade", "Get it" } });
-    QApplication::setQuitOnLastWindowClosed(false);
-}

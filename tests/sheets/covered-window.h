@@ -1,15 +1,6 @@
 #pragma once
 
-#include "support/guarded-test.h"
-
-#include <vantkit-qt/vantkit.h>
-
-#include <QDialogButtonBox>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QPointer>
-#include <QPushButton>
-#include <QTemporaryDir>
+#include "support/themed-test.h"
 
 /** An open window with a field and a button, to be covered by sheets. It notes what reaches it. */
 class CoveredWindow : public QWidget
@@ -78,15 +69,3 @@ void soon(QObject* context, Step step)
 }
 
 } // namespace sheets
-
-/** A test whose kit is started on the default theme, with the strings "Fine", "Back" and "Get it". */
-class SheetTest : public GuardedTest
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-
-private:
-    QTemporaryDir userFolder;
-};

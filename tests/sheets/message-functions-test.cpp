@@ -33,7 +33,7 @@ QString lookOf(const QMessageBox* box)
 
 } // namespace
 
-class MessageFunctionsTest : public SheetTest
+class MessageFunctionsTest : public ThemedTest
 {
     Q_OBJECT
 
@@ -44,26 +44,25 @@ private Q_SLOTS:
         QTest::addColumn<QString>("icon");
         QTest::addColumn<int>("boxIcon");
         QTest::addColumn<QString>("boxStyle");
-        QTest::addColumn<QString>("look");
         QTest::addColumn<Show>("show");
         const auto row = [](const char* icon, int boxIcon, const char* style, const char* look,
                              const Show& show) {
-            QTest::newRow(look) << QString("icon_") + icon << boxIcon << style << look << show;
+            QTest::newRow(look) << QString("icon_") + icon << boxIcon << style << show;
         };
-        row("information", QMessageBox::Information, "info", "A Fine",
+        row("information", QMessageBox::Information, "info", "A ok",
             [](QWidget* parent) { return showInfoMsg("T", "A", parent), -1; });
-        row("warning", QMessageBox::Warning, "warning", "B Fine",
+        row("warning", QMessageBox::Warning, "warning", "B ok",
             [](QWidget* parent) { return showWarningMsg("T", "B", parent), -1; });
-        row("warning", QMessageBox::Warning, "warning", "CMore Fine",
+        row("warning", QMessageBox::Warning, "warning", "CMore ok",
             [](QWidget* parent) { return showWarningMsg("T", "C", "More", parent), -1; });
-        row("information", QMessageBox::Warning, "upgrading", "D Get it|Back",
+        row("information", QMessageBox::Warning, "upgrading", "D wizard_client_upgrade|cancel",
             [](QWidget* parent) { return showUpgradingMsg("T", "D", parent), -1; });
-        row("question", QMessageBox::Question, "confirm", "E Fine|Back",
+        row("question", QMessageBox::Question, "confirm", "E ok|cancel",
             [](QWidget* parent) { return showConfirmMsg("T", "E", parent); });
-        row("question", QMessageBox::Question, "confirm", "F Own|Back", [](QWidget* parent) {
+        row("question", QMessageBox::Question, "confirm", "F Own|cancel", [](QWidget* parent) {
             return showConfirmMsgCustomBtn("T", "F", { "Own", {} }, parent);
         });
-        row("question", QMessageBox::Question, "confirm", "G Fine|Own", [](QWidget* parent) {
+        row("question", QMessageBox::Question, "confirm", "G ok|Own", [](QWidget* parent) {
             return showConfirmMsgCustomBtn("T", "G", { {}, "Own" }, parent);
         });
     }
@@ -72,7 +71,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, icon);
         QFETCH(QString, boxStyle);
-        QFETCH(QString, look);
+        const QString look = QTest::currentDataTag();
         QFETCH(Show, show);
         CoveredWindow window;
         QWidget narrow(&window);
@@ -100,7 +99,7 @@ private Q_SLOTS:
                 QVERIFY(box);
                 const auto end = qScopeGuard([&] { QTest::keyClick(box, Qt::Key(key)); });
                 QTEST(int(box->icon()), "boxIcon");
-                QCOMPARE(lookOf(box), 'T' + (boxStyle == "upgrading" ? "D Fine" : look));
+                QCOMPARE(lookOf(box), 'T' + (boxStyle == "upgrading" ? "D ok" : look));
                 QCOMPARE(box->styleSheet(), getStyleSheet("component." + boxStyle + "_message_box"));
                 for (QAbstractButton* button : box->buttons()) {
                     QCOMPARE(button->styleSheet(),
@@ -124,12 +123,12 @@ private Q_SLOTS:
                 box.setDefaultButton(button);
             }
             QSignalSpy finished(&box, SIGNAL(finished(int)));
-            QCOMPARE(textsOf(box.buttons()), QString("Fine(%1)|Back").arg(seconds));
+            QCOMPARE(textsOf(box.buttons()), QString("ok(%1)|cancel").arg(seconds));
             QElapsedTimer elapsed;
             elapsed.start();
             box.open();
             for (int left = seconds - 1; left >= 0; --left) {
-                QCOMPARE(textsOf(box.buttons()), QString("Fine(%1)|Back").arg(left));
+                QCOMPARE(textsOf(box.buttons()), QString("ok(%1)|cancel").arg(left));
                 QVERIFY(finished.isEmpty());
                 QVERIFY(seconds == 1 || QMetaObject::invokeMethod(&box, "slotTick"));
             }

@@ -9,7 +9,7 @@
 using namespace sheets;
 
 /** How sheets open, wait and close, whatever happens to them meanwhile. */
-class ModalSheetsTest : public SheetTest
+class ModalSheetsTest : public ThemedTest
 {
     Q_OBJECT
 

@@ -50,7 +50,7 @@ QString textOf(QObject* object, QAccessible::Text which = QAccessible::Name)
 } // namespace
 
 /** Which keys answer a sheet, where the focus goes, and what a screen reader hears. */
-class SheetKeysTest : public SheetTest
+class SheetKeysTest : public ThemedTest
 {
     Q_OBJECT
 

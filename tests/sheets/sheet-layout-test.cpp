@@ -6,14 +6,10 @@
 #include <QtTest>
 
 using namespace sheets;
+using displayscale::px;
 using Type = VantMessageSheet::MessageType;
 
 namespace {
-
-int scaled(int designPixels)
-{
-    return designPixels * displayscale::dpi() / 96;
-}
 
 QRect buttonsOf(const QWidget& sheet)
 {
@@ -37,7 +33,7 @@ public:
 } // namespace
 
 /** What sheets look like and how large they are. */
-class SheetLayoutTest : public SheetTest
+class SheetLayoutTest : public ThemedTest
 {
     Q_OBJECT
 
@@ -45,20 +41,20 @@ private Q_SLOTS:
 
     void widths()
     {
-        QCOMPARE(VantMessageSheet(Type::Question, "Text", nullptr).width(), scaled(540));
-        QCOMPARE(VantInputSheet("Text", nullptr).width(), scaled(480));
+        QCOMPARE(VantMessageSheet(Type::Question, "Text", nullptr).width(), px(540));
+        QCOMPARE(VantInputSheet("Text", nullptr).width(), px(480));
         const int rows[][3] { { 32, 0, 0 }, { 516, 476, 476 }, { 520, 480, 480 }, { 536, 496, 480 },
             { 540, 480, 480 }, { 544, 504, 480 }, { 584, 540, 480 } };
         for (const auto& [parent, message, input] : rows) {
             QWidget window;
-            window.resize(scaled(parent), scaled(400));
+            window.resize(px(parent), px(400));
             VantMessageSheet other(Type::Question, nullptr);
             VantInputSheet moved(nullptr);
             VantMask::createMask(&other, &window); // what counts is what it lies in now
             VantMask::createMask(&moved, &window);
             other.setText("Other text");
             moved.setText("Other text");
-            QCOMPARE(QSize(other.width(), moved.width()), QSize(scaled(message), scaled(input)));
+            QCOMPARE(QSize(other.width(), moved.width()), QSize(px(message), px(input)));
         }
     }
 
@@ -67,9 +63,10 @@ private Q_SLOTS:
     {
         // By type: icon, buttons, style. The last two leave the icon, and the last one is unknown.
         const char* const rows[][3] { { "app_img", "|", "processing" },
-            { "icon_information", "Fine|", "other" }, { "icon_warning", "Fine|", "other" },
-            { "icon_question", "Fine|Back", "other" }, { "icon_information", "Get it|Back", "other" },
-            { "icon_warning", "Fine|Back", "other" }, { "icon_warning", "|", "processing" },
+            { "icon_information", "ok|", "other" }, { "icon_warning", "ok|", "other" },
+            { "icon_question", "ok|cancel", "other" },
+            { "icon_information", "wizard_client_upgrade|cancel", "other" },
+            { "icon_warning", "ok|cancel", "other" }, { "icon_warning", "|", "processing" },
             { "icon_warning", "|", "other" } };
         CoveredWindow window;
         VantMessageSheet sheet(Type::Question, {}, "More", &window);
@@ -115,7 +112,7 @@ private Q_SLOTS:
             const QLabel* icon = labels(&sheet)[1];
             const QPointer<QMovie> movie = icon->movie();
             QCOMPARE(movie->parent(), icon);
-            QCOMPARE(movie->scaledSize(), QSize(scaled(32), scaled(32)));
+            QCOMPARE(movie->scaledSize(), QSize(px(32), px(32)));
             QCOMPARE(movie->state(), QMovie::NotRunning);
             soon(&sheet, [&] {
                 const auto end = qScopeGuard([&] { sheet.done(0); });
@@ -135,7 +132,7 @@ private Q_SLOTS:
     /** Where everything stands, by the distances between neighbours; the margins are those of the layouts. */
     void places()
     {
-        CoveredWindow window({ scaled(800), scaled(600) });
+        CoveredWindow window({ px(800), px(600) });
         VantMessageSheet message(Type::Question, "Text", "More", &window);
         VantInputSheet input("Text", &window);
         for (VantSheet* sheet : std::initializer_list<VantSheet*> { &message, &input }) {
@@ -148,15 +145,15 @@ private Q_SLOTS:
         const QLabel* const more = labels(&message)[2];
         const QLabel* const prompt = labels(&input)[0];
         const QString paragraph = "<p style='line-height: %1px;'>%2</p>";
-        QCOMPARE(text->text(), paragraph.arg(scaled(24)).arg("Text"));
-        QCOMPARE(more->text(), paragraph.arg(scaled(20)).arg("More"));
-        QCOMPARE(prompt->text(), paragraph.arg(scaled(20)).arg("Text"));
-        QCOMPARE(text->pos() - icon.topRight(), QPoint(scaled(20) + 1, 0));
-        QCOMPARE(more->pos() - text->geometry().bottomLeft(), QPoint(0, scaled(6) + 1));
-        QCOMPARE(buttonsOf(message).top() - more->geometry().bottom(), scaled(20) + 1);
+        QCOMPARE(text->text(), paragraph.arg(px(24)).arg("Text"));
+        QCOMPARE(more->text(), paragraph.arg(px(20)).arg("More"));
+        QCOMPARE(prompt->text(), paragraph.arg(px(20)).arg("Text"));
+        QCOMPARE(text->pos() - icon.topRight(), QPoint(px(20) + 1, 0));
+        QCOMPARE(more->pos() - text->geometry().bottomLeft(), QPoint(0, px(6) + 1));
+        QCOMPARE(buttonsOf(message).top() - more->geometry().bottom(), px(20) + 1);
         const QRect field = input.getLineEdit()->geometry();
-        QCOMPARE(field.top() - prompt->geometry().bottom(), scaled(8) + 1);
-        QCOMPARE(buttonsOf(input).top() - field.bottom(), scaled(24) + 1);
+        QCOMPARE(field.top() - prompt->geometry().bottom(), px(8) + 1);
+        QCOMPARE(buttonsOf(input).top() - field.bottom(), px(24) + 1);
 
         const int height = message.height();
         message.setText("Several words in a line");
@@ -165,7 +162,7 @@ private Q_SLOTS:
         message.setInformativeText({});
         QCoreApplication::processEvents();
         const int content = qMax(text->height(), icon.height());
-        QCOMPARE(message.height(), content + 2 * scaled(22) + scaled(20) + scaled(10));
+        QCOMPARE(message.height(), content + 2 * px(22) + px(20) + px(10));
     }
 
     void wholeTexts()
@@ -174,7 +171,7 @@ private Q_SLOTS:
         const std::pair<QString, QSize> rows[] { { {}, { 800, 600 } }, { words.repeated(10), { 260, 900 } },
             { words + QString("Word").repeated(60), { 500, 600 } }, { words.repeated(209), { 800, 300 } } };
         for (const auto& row : rows) {
-            CoveredWindow window({ scaled(row.second.width()), scaled(row.second.height()) });
+            CoveredWindow window({ px(row.second.width()), px(row.second.height()) });
             VantMessageSheet message(Type::WarningQuestion, row.first, row.first, &window);
             VantInputSheet input(row.first, &window);
             const auto check = [&](VantSheet& sheet) {
@@ -194,7 +191,7 @@ private Q_SLOTS:
                 QVERIFY(sheet.contentsRect().contains(buttonsOf(sheet)));
                 const QPoint offCentre = sheet.geometry().center() - sheet.parentWidget()->rect().center();
                 QVERIFY(qAbs(offCentre.x()) <= 1);
-                QVERIFY(qAbs(offCentre.y()) <= 1 || sheet.height() + scaled(40) >= window.height());
+                QVERIFY(qAbs(offCentre.y()) <= 1 || sheet.height() + px(40) >= window.height());
             };
             VantMask::createMask(&message, &window);
             VantMask::createMask(&input, &window);

@@ -5,7 +5,7 @@
 #include <QtTest>
 
 /** What only an X server with a window manager can tell. */
-class SheetsOnXTest : public SheetTest
+class SheetsOnXTest : public ThemedTest
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #include "support/theme-folder.h"
 
+#include "support/files.h"
+
 #include <vantkit-qt/utils/debug-message.h>
 #include <vantkit-qt/utils/ui-path-manager.h>
 
@@ -30,11 +32,8 @@ QImage ThemeFolder::temporaryImage(const QString& name) const
 
 QString ThemeFolder::write(const QString& name, const QByteArray& bytes) const
 {
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("Cannot write %s", qUtf8Printable(file.fileName()));
-    }
-    return file.fileName();
+    files::write(path(name), bytes);
+    return path(name);
 }
 
 void ThemeFolder::writeImage(const QString& name, const QSize& size, const QColor& color) const

@@ -1,29 +1,15 @@
-#include "support/guarded-test.h"
-#include "theme/default-theme.h"
-
-#include <vantkit-qt/vantkit.h>
-
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QStyleOption>
-#include <QtTest>
+#include "support/themed-test.h"
 
 /** How the theme looks at the scale of the display. */
-class ThemeLookTest : public GuardedTest
+class ThemeLookTest : public ThemedTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-
-    void initTestCase() { defaulttheme::load(userFolder.filePath("Zoë & Max's (50% $)")); }
-
     void focusMovesNothing();
     void errorShows();
     void messageButtonsKeepTheirText();
     void countdownKeepsItsIcon();
-
-private:
-    QTemporaryDir userFolder;
 };
 
 namespace {
@@ -116,7 +102,6 @@ void ThemeLookTest::messageButtonsKeepTheirText()
 // Under a parent with a style sheet of its own, too.
 void ThemeLookTest::countdownKeepsItsIcon()
 {
-    ComponentStrings::getInstance().installStrings({ { "ok", {} }, { "cancel", {} } });
     QWidget parent;
     parent.setStyleSheet("QToolTip { padding: 0px; }");
     VantCountdownMessageBox below(5, &parent);

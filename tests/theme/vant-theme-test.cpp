@@ -6,13 +6,6 @@
 #include <QApplication>
 #include <QtTest>
 
-static void makeFolders(const ThemeFolder& folder)
-{
-    for (const char* name : { "templates", "strings" }) {
-        QVERIFY(QDir().mkpath(folder.path(name)));
-    }
-}
-
 class VantThemeTest : public GuardedTest
 {
     Q_OBJECT
@@ -37,39 +30,30 @@ private Q_SLOTS:
     }
 
     // What is wrong is told at once, and nothing is half done.
-    void incompleteThemes_data()
-    {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QString>("lacks");
-
-        QTest::newRow("nothing") << QStringList() << "images.json, templates/*.style, strings/deu.json";
-        QTest::newRow("no list") << QStringList { "templates/a.style", "strings/enu.json" } << "images.json";
-        QTest::newRow("no template") << QStringList { "images.json", "strings/deu.json" }
-                                     << "templates/*.style";
-        QTest::newRow("no words") << QStringList { "images.json", "templates/a.style", "strings/fra.json" }
-                                  << "strings/deu.json";
-    }
-
     void incompleteThemes()
     {
-        QFETCH(QStringList, files);
-        QFETCH(QString, lacks);
-        const ThemeFolder folder;
-        makeFolders(folder);
-        for (const QString& file : files + QStringList { "palette.json" }) {
-            folder.write(file, "{ \"ok\": \"?\", \"ground\": \"#F0E0D0\" }");
+        const std::pair<QStringList, QString> rows[] {
+            { {}, "images.json, templates/*.style, strings/deu.json" },
+            { { "templates/a.style", "strings/enu.json" }, "images.json" },
+            { { "images.json", "strings/deu.json" }, "templates/*.style" },
+            { { "images.json", "templates/a.style", "strings/fra.json" }, "strings/deu.json" }
+        };
+        for (const auto& [files, lacks] : rows) {
+            const ThemeFolder folder;
+            for (const QString& file : files + QStringList { "palette.json" }) {
+                folder.write(file, "{ \"ok\": \"?\", \"ground\": \"#F0E0D0\" }");
+            }
+            const VantTheme theme(folder.path(""));
+            log.expect(QStringLiteral("Theme \"%1\" lacks \"%2\"").arg(theme.folder(), lacks), 2);
+            QVERIFY(!theme.start(folder.userFolder(), "deu"));
+            QVERIFY(!theme.load("deu"));
+            QVERIFY(qApp->palette().color(QPalette::Window) != QColor("#F0E0D0"));
         }
-        const VantTheme theme(folder.path(""));
-        log.expect(QStringLiteral("Theme \"%1\" lacks \"%2\"").arg(theme.folder(), lacks), 2);
-        QVERIFY(!theme.start(folder.userFolder(), "deu"));
-        QVERIFY(!theme.load("deu"));
-        QVERIFY(qApp->palette().color(QPalette::Window) != QColor("#F0E0D0"));
     }
 
     void start()
     {
         const ThemeFolder folder;
-        makeFolders(folder);
         folder.writeList({}, { "mark" });
         folder.writeImage("mark", { 16, 16 });
         folder.write("templates/1.style", "==a==\nimage: url(TMPIMG_LOC/tmp_mark.png)");

@@ -1,6 +1,9 @@
-#include "views/view-test.h"
+#include "support/display-scale.h"
+#include "support/themed-test.h"
 
 #include <functional>
+
+using displayscale::px;
 
 namespace {
 
@@ -96,7 +99,7 @@ struct FilterWindow : QWidget
 } // namespace
 
 /** The paging bar and the filter bar. */
-class BarsTest : public ViewTest
+class BarsTest : public ThemedTest
 {
     Q_OBJECT
 

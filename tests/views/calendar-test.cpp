@@ -1,11 +1,19 @@
-#include "views/view-test.h"
+#include "support/display-scale.h"
+#include "support/themed-test.h"
 
 #include <functional>
 #include <memory>
 
+using displayscale::px;
+
 namespace {
 
 const QDate ninthOfMarch(2017, 3, 9);
+
+QString monthName(int month)
+{
+    return QLocale::c().monthName(month, QLocale::ShortFormat).toLower() + " month";
+}
 
 /** As the user does, so that Qt itself finds the widget and the popup. */
 void click(QWidget* widget, const QPoint& place)
@@ -100,7 +108,7 @@ struct Selector : VantDateSelector, Parts
 } // namespace
 
 /** The calendar, by itself and in the selector. */
-class CalendarTest : public ViewTest
+class CalendarTest : public ThemedTest
 {
     Q_OBJECT
 

@@ -1,7 +1,10 @@
-#include "views/view-test.h"
+#include "support/display-scale.h"
+#include "support/themed-test.h"
 
 #include <limits>
 #include <memory>
+
+using displayscale::px;
 
 namespace {
 
@@ -52,7 +55,7 @@ struct Table : VantTableWidget
 
 } // namespace
 
-class TableTest : public ViewTest
+class TableTest : public ThemedTest
 {
     Q_OBJECT
 

@@ -1,5 +1,8 @@
+#include "support/display-scale.h"
 #include "support/pointer.h"
-#include "views/view-test.h"
+#include "support/themed-test.h"
+
+using displayscale::px;
 
 namespace {
 
@@ -47,7 +50,7 @@ struct Tree : VantTreeWidget
 
 } // namespace
 
-class TreeTest : public ViewTest
+class TreeTest : public ThemedTest
 {
     Q_OBJECT
 

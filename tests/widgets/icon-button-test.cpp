@@ -1,13 +1,6 @@
 #include "support/display-scale.h"
-#include "support/guarded-test.h"
 #include "support/pointer.h"
-#include "theme/default-theme.h"
-
-#include <vantkit-qt/image-manager/image-manager.h>
-#include <vantkit-qt/widgets/vant-icon-button.h>
-
-#include <QtTest>
-#include <QtWidgets>
+#include "support/themed-test.h"
 
 namespace {
 
@@ -50,15 +43,11 @@ struct Window : QWidget
 
 } // namespace
 
-class IconButtonTest : public GuardedTest
+class IconButtonTest : public ThemedTest
 {
     Q_OBJECT
 
-    QTemporaryDir user;
-
 private Q_SLOTS:
-
-    void initTestCase() { defaulttheme::load(user.path()); }
 
     void transitions()
     {

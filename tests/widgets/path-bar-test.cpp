@@ -1,13 +1,6 @@
 #include "support/display-scale.h"
-#include "support/guarded-test.h"
 #include "support/pointer.h"
-#include "theme/default-theme.h"
-
-#include <vantkit-qt/style-manager/style-manager.h>
-#include <vantkit-qt/widgets/vant-button-path.h>
-
-#include <QtTest>
-#include <QtWidgets>
+#include "support/themed-test.h"
 
 using displayscale::px;
 
@@ -57,15 +50,11 @@ struct Window : QWidget
 
 } // namespace
 
-class PathBarTest : public GuardedTest
+class PathBarTest : public ThemedTest
 {
     Q_OBJECT
 
-    QTemporaryDir user;
-
 private Q_SLOTS:
-
-    void initTestCase() { defaulttheme::load(user.path()); }
 
     void row()
     {

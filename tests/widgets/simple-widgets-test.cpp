@@ -1,25 +1,15 @@
 #include "support/display-scale.h"
-#include "support/guarded-test.h"
 #include "support/pointer.h"
-#include "theme/default-theme.h"
-
-#include <vantkit-qt/vantkit.h>
-
-#include <QtTest>
-#include <QtWidgets>
+#include "support/themed-test.h"
 
 using displayscale::px;
 
 /** The widgets that are a look and a rule or two. */
-class SimpleWidgetsTest : public GuardedTest
+class SimpleWidgetsTest : public ThemedTest
 {
     Q_OBJECT
 
-    QTemporaryDir user;
-
 private Q_SLOTS:
-
-    void initTestCase() { defaulttheme::load(user.path()); }
 
     void comboBox()
     {
