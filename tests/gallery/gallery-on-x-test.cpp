@@ -1,6 +1,6 @@
 #include "support/guarded-test.h"
+#include "support/program.h"
 
-#include <QProcess>
 #include <QtTest>
 
 #include <csignal>
@@ -9,16 +9,9 @@ namespace {
 
 const int patience = 20000;
 
-QString run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
-}
-
 QString property(const QStringList& window, const char* name)
 {
-    return run("xprop", window + QStringList { "-notype", name });
+    return runProgram("xprop", window + QStringList { "-notype", name }).output;
 }
 
 QList<uint> windowsIn(const QString& text)
@@ -32,19 +25,14 @@ QList<uint> windowsIn(const QString& text)
 
 void press(const QStringList& keys)
 {
-    run("xdotool", QStringList("key") + keys);
+    runProgram("xdotool", QStringList("key") + keys);
 }
 
 /** Starts a gallery that ends by itself: its exit code, and the lines that it writes to standard error. */
 QStringList startAgain(const QStringList& arguments)
 {
-    QProcess process;
-    process.start(GALLERY_PROGRAM, arguments);
-    if (!process.waitForFinished(patience)) {
-        return { "still runs" };
-    }
-    const QString errors = QString::fromUtf8(process.readAllStandardError());
-    return QStringList(QString::number(process.exitCode())) + errors.split('\n', Qt::SkipEmptyParts);
+    const Outcome again = runProgram(GALLERY_PROGRAM, arguments);
+    return QStringList(QString::number(again.exitCode)) + again.errors.split('\n', Qt::SkipEmptyParts);
 }
 
 /** A gallery as the user sees it. */
@@ -58,17 +46,13 @@ public:
         process.waitForStarted();
     }
 
-    ~Gallery() { end(SIGKILL); }
-
-    void signal(int number) { kill(static_cast<pid_t>(process.processId()), number); }
-
-    void end(int number)
+    ~Gallery()
     {
-        if (process.state() == QProcess::Running) {
-            signal(number);
-            process.waitForFinished();
-        }
+        process.kill();
+        process.waitForFinished();
     }
+
+    void stop() { kill(static_cast<pid_t>(process.processId()), SIGSTOP); }
 
     /**
      * The windows that the window manager has in hand, the oldest first. Other programs' may go meanwhile.
@@ -95,19 +79,22 @@ public:
         }
         const QStringList id = { "-id", QString::number(window) };
         const QString page = property(id, "_NET_WM_NAME").section('"', 1, -2).section(" – ", 0, 0);
-        const bool isOnTop = run("xwininfo", id).contains("IsViewable")
+        const bool isOnTop = runProgram("xwininfo", id).output.contains("IsViewable")
             && windowsIn(property({ "-root" }, "_NET_CLIENT_LIST_STACKING")).endsWith(window)
             && windowsIn(property({ "-root" }, "_NET_ACTIVE_WINDOW")).endsWith(window);
         return page + (isOnTop ? ", on top" : property(id, "WM_STATE").contains("Iconic") ? ", iconic" : "");
     }
 
-    void minimise() const { run("xdotool", { "windowminimize", QString::number(windows().value(0)) }); }
+    void minimise() const
+    {
+        runProgram("xdotool", { "windowminimize", QString::number(windows().value(0)) });
+    }
 
     /** With menus and lists, which the window manager does not have in hand. */
     int visibleWindows() const
     {
         const QStringList all = { "search", "--onlyvisible", "--pid", QString::number(process.processId()) };
-        return run("xdotool", all).split('\n', Qt::SkipEmptyParts).size();
+        return runProgram("xdotool", all).output.split('\n', Qt::SkipEmptyParts).size();
     }
 
     /** Whether the window can be closed, which an open sheet does not let it. */
@@ -175,7 +162,7 @@ private Q_SLOTS:
     {
         Gallery first("labels");
         QTRY_COMPARE_WITH_TIMEOUT(first.look(), QString("Labels, on top"), patience);
-        first.signal(SIGSTOP);
+        first.stop();
         const QStringList outcome = startAgain({ "--page", "sheets" });
         QVERIFY2(outcome.size() == 2 && outcome.first() == "1" && outcome.last().contains("does not answer"),
             qPrintable(outcome.join('\n')));

@@ -1,37 +1,12 @@
+#include "support/files.h"
 #include "support/guarded-test.h"
+#include "support/program.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-
-struct Outcome
-{
-    int exitCode = -1;
-    QString output;
-    QString errors; ///< without what the offscreen platform says of itself
-};
-
-Outcome runGallery(const QStringList& arguments, const QStringList& variables, const QString& folder = {})
-{
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.setEnvironment(QProcess::systemEnvironment() + variables);
-    process.start(GALLERY_PROGRAM, arguments);
-    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit) {
-        return {};
-    }
-    QString errors = QString::fromUtf8(process.readAllStandardError());
-    errors.remove(QRegularExpression("This plugin does not support [^\\n]*\\n"));
-    return { process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()), errors };
-}
-
-} // namespace
 
 /** The gallery as a program: what it refuses, and the pictures that it takes. */
 class GalleryTest : public GuardedTest
@@ -47,8 +22,7 @@ private Q_SLOTS:
         const auto row = [](const char* arguments, int exitCode, const char* word) {
             QTest::newRow(arguments) << exitCode << word;
         };
-        QFile file(m_folder.filePath("file"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        files::write(m_folder.filePath("file"), {});
 
         row("--help", 0, "--screenshots");
         row("--page knobs", 2, "knobs");
@@ -65,7 +39,7 @@ private Q_SLOTS:
     {
         QFETCH(int, exitCode);
         QFETCH(QString, word);
-        const Outcome outcome = runGallery(QString(QTest::currentDataTag()).split(' '),
+        const Outcome outcome = runProgram(GALLERY_PROGRAM, QString(QTest::currentDataTag()).split(' '),
             { "QT_QPA_PLATFORM=there-is-none" }, m_folder.path());
         QCOMPARE(outcome.exitCode, exitCode);
         const bool isRefused = exitCode != 0;
@@ -77,8 +51,9 @@ private Q_SLOTS:
     void takesPictures()
     {
         const QDir pictures(m_folder.filePath("pictures"));
-        const Outcome outcome = runGallery({ "--screenshots", pictures.path(), "--page", "sheets" },
-            { "XDG_DATA_HOME=" + m_folder.filePath("data") });
+        const Outcome outcome =
+            runProgram(GALLERY_PROGRAM, { "--screenshots", pictures.path(), "--page", "sheets" },
+                { "XDG_DATA_HOME=" + m_folder.filePath("data") });
         QCOMPARE(outcome.exitCode, 0);
         QCOMPARE(outcome.errors, QString());
         QVERIFY2(!QFileInfo::exists(m_folder.filePath("data")), "pictures leave nothing behind");

@@ -1,4 +1,6 @@
+#include "support/files.h"
 #include "support/guarded-test.h"
+#include "support/program.h"
 #include "theme-files/kit-requests.h"
 #include "theme-files/style-rules.h"
 #include "theme-files/theme-check.h"
@@ -14,32 +16,17 @@
 
 namespace {
 
+using files::contentOf;
 using Names = QSet<QString>;
 
 const QString root = QStringLiteral(PROJECT_ROOT);
 const QString defaultTheme = root + "/themes/default/";
 
-QString contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-void write(const QString& path, const QString& text)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text.toUtf8());
-}
-
 /** What the tool prints, with its exit code behind. */
 QString tool(const QStringList& arguments)
 {
-    QProcess process;
-    process.start(VANTKIT_THEME, arguments);
-    process.waitForFinished(-1);
-    const QString output = QString::fromUtf8(process.readAllStandardOutput()).remove('\r');
-    return output + QString::number(process.exitCode());
+    const Outcome outcome = runProgram(VANTKIT_THEME, arguments);
+    return outcome.output + QString::number(outcome.exitCode);
 }
 
 /** What @p pattern captures in the sources of the kit, in files that hold what @p user matches. */
@@ -120,13 +107,14 @@ private Q_SLOTS:
         const QString file = copied(row[0]);
         const QString replacement = QString(row[2]).replace("\\n", "\n").replace("\\s", " ");
         if (!row[1].isEmpty()) {
-            write(file, contentOf(file).replace(QRegularExpression(row[1]), replacement));
+            files::write(
+                file, QString(contentOf(file)).replace(QRegularExpression(row[1]), replacement).toUtf8());
         } else if (replacement.isEmpty()) {
             QVERIFY(QFile::remove(file));
         } else if (replacement.startsWith('=')) {
             QVERIFY(QFile::remove(file) && QFile::copy(copied(replacement.mid(1)), file));
         } else if (!QImage(replacement.toInt(), 8, QImage::Format_Mono).save(file)) {
-            write(file, replacement);
+            files::write(file, replacement.toUtf8());
         }
         QString found;
         for (const Finding& finding : checkTheme(path("copy"))) {
@@ -145,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(tool({ "check", path("copy") }), palette + ": is missing\n1");
         const QString json = tool({ "check", "--json", path("copy") }).chopped(1);
         QCOMPARE(QJsonDocument::fromJson(json.toUtf8())[0].toObject()["file"].toString(), palette);
-        write(copied("images.json"), "[");
+        files::write(copied("images.json"), "[");
         QVERIFY(tool({ "check", path("copy") }).endsWith("\n2"));
         restore("palette.json");
         restore("images.json");
@@ -164,7 +152,7 @@ private Q_SLOTS:
         const QColor press = colours.value("accent-press");
         QCOMPARE(press.hslHue(), QColor("#1B7F5C").hslHue());
         QVERIFY(press.lightness() < colours.value("accent-hover").lightness());
-        QVERIFY(contentOf(path("green/templates/buttons.style")).contains(press.name().toUpper()));
+        QVERIFY(QString(contentOf(path("green/templates/buttons.style"))).contains(press.name().toUpper()));
         QVERIFY(isDrawnAnew("green", "/images/app_img.png") && !isDrawnAnew("green", "/images/folder.png"));
 
         // Names that share a value are told apart, and a bad contrast is told. There is little to draw.
@@ -172,7 +160,7 @@ private Q_SLOTS:
         while (sources.hasNext()) {
             sources.next().contains("radio_on") || QFile::remove(sources.filePath());
         }
-        write(
+        files::write(
             path("p"), "{ \"focus\": \"#7A3FB0\", \"on-accent\": \"#FFFFE0\", \"ink-faint\": \"#A0A0A0\" }");
         const QString told = tool({ "new", path("other"), "--from", path("copy"), "--palette", path("p") });
         QVERIFY(told.contains("paging.style:73: text in #A0A0A0 on #FFFFFF") && told.endsWith("\n1"));
@@ -202,11 +190,11 @@ private Q_SLOTS:
         const QImage before = picture();
         const QString file = copied("templates/inputs.style");
         const QString inputs = contentOf(file);
-        write(file, inputs.chopped(2));
+        files::write(file, inputs.chopped(2).toUtf8());
         QTRY_VERIFY_WITH_TIMEOUT(message->isVisible(), 30000);
         QVERIFY(message->text().contains("inputs.style:222: Qt: Could not parse stylesheet"));
         QCOMPARE(picture(), before);
-        write(file, QString(inputs).replace("#1D2733", "#C8372D"));
+        files::write(file, QString(inputs).replace("#1D2733", "#C8372D").toUtf8());
         QTRY_VERIFY_WITH_TIMEOUT(picture() != before, 30000);
         QVERIFY(!message->isVisible());
         QCOMPARE(list->currentRow(), 2);

@@ -1,8 +1,8 @@
 #include "support/guarded-test.h"
+#include "support/program.h"
 
 #include <vantkit-qt/utils/window-close-button.h>
 
-#include <QProcess>
 #include <QWindow>
 #include <QtTest>
 
@@ -12,10 +12,9 @@ namespace {
 bool mayBeClosed(const QWidget& window)
 {
     QCoreApplication::processEvents(); // sends off what the window manager is told
-    QProcess xprop;
-    xprop.start("xprop", { "-id", QString::number(window.windowHandle()->winId()), "_MOTIF_WM_HINTS" });
-    xprop.waitForFinished();
-    const QString functions = QString(xprop.readAll()).section('=', 1).section(',', 1, 1).trimmed();
+    const QString id = QString::number(window.windowHandle()->winId());
+    const QString hints = runProgram("xprop", { "-id", id, "_MOTIF_WM_HINTS" }).output;
+    const QString functions = hints.section('=', 1).section(',', 1, 1).trimmed();
     return (functions.toUInt(nullptr, 16) & 0x20) != 0;
 }
 

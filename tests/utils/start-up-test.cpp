@@ -1,6 +1,7 @@
+#include "support/files.h"
 #include "support/guarded-test.h"
+#include "support/program.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -20,10 +21,7 @@ private Q_SLOTS:
     void steps()
     {
         const QTemporaryDir folder;
-        QFile templates(folder.filePath("a.style"));
-        QVERIFY(templates.open(QIODevice::WriteOnly));
-        templates.write("==component.scrollbar==\nA[b=\"%1\"]{m:8px}");
-        templates.close();
+        files::write(folder.filePath("a.style"), "==component.scrollbar==\nA[b=\"%1\"]{m:8px}");
 
         // The probe's commands, what they print, and the warnings; a process that is stopped prints no more.
         const char* const stop = "ImageManager is not initialized\n";
@@ -38,17 +36,12 @@ private Q_SLOTS:
                 "Cannot load pixmap \"icon\"\nCannot find stylesheet \"component.combobox\"\n" },
             { "language", "cht\n", "" } };
         for (const QStringList& row : rows) {
-            QProcess probe;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert("LC_ALL", "zh_TW.UTF-8");
-            environment.insert("LANG", "zh_TW.UTF-8"); // which Qt asks first on Windows
-            probe.setProcessEnvironment(environment);
             const QString arguments = folder.path() + '|' + row[0];
-            probe.start(START_UP_PROBE, arguments.split('|'), QIODevice::ReadOnly | QIODevice::Text);
-            QVERIFY(probe.waitForFinished());
-            QCOMPARE(probe.exitCode(), row[2] == stop ? abortCode : 0);
-            QCOMPARE(QString(probe.readAllStandardOutput()), row[1]);
-            QCOMPARE(QString(probe.readAllStandardError()), row[2]);
+            const Outcome probe = runProgram(START_UP_PROBE, arguments.split('|'),
+                { "LC_ALL=zh_TW.UTF-8", "LANG=zh_TW.UTF-8" }); // Qt asks the latter first on Windows
+            QCOMPARE(probe.exitCode, row[2] == stop ? abortCode : 0);
+            QCOMPARE(probe.output, row[1]);
+            QCOMPARE(probe.errors, row[2]);
         }
     }
 };
