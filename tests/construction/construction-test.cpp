@@ -30,14 +30,6 @@ VantTableColumnsInfo columns()
     return info;
 }
 
-QWidget* footBar(QWidget* window)
-{
-    auto* bar = new VantFootbar(window);
-    bar->pushLeftWidget(new QLabel("left"));
-    bar->init();
-    return bar;
-}
-
 QWidget* pathRow(QWidget* window)
 {
     auto* bar = new VantButtonPath(window);
@@ -55,7 +47,6 @@ const std::map<QString, Maker> makers {
     { "check-box", [](QWidget* window) { return new VantCheckBox("text", window); } },
     { "radio-button", [](QWidget* window) { return new VantRadioButton("text", window); } },
     { "label", [](QWidget* window) { return new VantLabel("text", window); } },
-    { "foot-bar", footBar },
     { "line-edit", [](QWidget* window) { return new VantLineEdit(window); } },
     { "path-bar", [](QWidget* window) { return new VantButtonPath(window); } },
     { "path-row", pathRow },
@@ -69,8 +60,6 @@ const std::map<QString, Maker> makers {
         [](QWidget* window) {
             return new VantMessageSheet(VantMessageSheet::Question, "text", "more", window);
         } },
-    { "processing-sheet",
-        [](QWidget* window) { return new VantMessageSheet(VantMessageSheet::Processing, "text", window); } },
     { "input-sheet", [](QWidget* window) { return new VantInputSheet("text", window); } },
     { "countdown-box", [](QWidget* window) { return new VantCountdownMessageBox(3, window); } },
     { "browser-window", [](QWidget* window) { return new BrowserWindow(window); } },
@@ -91,7 +80,6 @@ icon-button                          popupMode=InstantPopup toolButtonStyle=Tool
 check-box                            styleSheet=@checkbox
 radio-button                         styleSheet=@radio_button
 label                                styleSheet=@label
-foot-bar QHBoxLayout:0               margins=20px,8px,20px,8px spacing=10px alignment=1 alignment0=128
 line-edit QHBoxLayout:0              margins=0,0,0,0 spacing=0 alignment=1
 line-edit QLineEdit:0                styleSheet=@lineedit
 line-edit QLabel:0                   styleSheet=@lineedit_label
@@ -164,7 +152,6 @@ message-sheet QLabel:2               openExternalLinks=true alignment=AlignLeadi
 message-sheet QPushButton:0          styleSheet=@apply_button default=true
 message-sheet QPushButton:0          minimumSize=120pxx28px maximumHeight=28px
 message-sheet QPushButton:1          styleSheet=@cancel_button minimumSize=80pxx28px maximumHeight=28px
-processing-sheet                     styleSheet=@message_sheet_processing
 input-sheet                          sizePolicy=Fixed/Maximum styleSheet=@message_sheet_other
 input-sheet QVBoxLayout:0            margins=10px,10px,10px,10px spacing=0
 input-sheet QLabel:0                 sizePolicy=Minimum/Maximum wordWrap=true alignment=AlignTop
@@ -208,13 +195,11 @@ QString hashOf(const QIcon& icon)
 /** Of a property of Qt's, or of what stands in a layout. */
 QString textOf(QObject* part, const QByteArray& name)
 {
-    if (auto* layout = qobject_cast<QLayout*>(part)) {
+    if (auto* layout = qobject_cast<QLayout*>(part); layout && name != "spacing") {
         const QMargins margins = layout->contentsMargins();
         return name == "margins"
             ? numbers({ margins.left(), margins.top(), margins.right(), margins.bottom() })
-            : name == "spacing"   ? numbers({ layout->spacing() })
-            : name == "alignment" ? numbers({ static_cast<int>(layout->alignment()) })
-                                  : numbers({ static_cast<int>(layout->itemAt(0)->alignment()) });
+            : numbers({ static_cast<int>(layout->alignment()) });
     }
     if (name == "image") {
         return hashOf(static_cast<QAbstractButton*>(part)->icon());

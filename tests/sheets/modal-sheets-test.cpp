@@ -279,7 +279,7 @@ private Q_SLOTS:
             const auto check = [&](bool hasCloseButton) {
                 const auto end = qScopeGuard([&] { done(sheet, 0); });
                 QCOMPARE(window.hasCloseButton(), hasCloseButton);
-                QCOMPARE(window.close(), !blocks);
+                QCOMPARE(window.windowHandle()->close(), !blocks); // as the platform is asked to
             };
             soon(sheet, [&] { check(!blocks); });
             exec(sheet);

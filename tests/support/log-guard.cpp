@@ -52,16 +52,11 @@ void LogGuard::handle(QtMsgType type, const QMessageLogContext& context, const Q
     const QString category = QString::fromUtf8(context.category);
     if (type == QtFatalMsg || !mustBeExpected(type, category, text)) {
         watching->previous(type, context, text);
-    } else {
-        watching->take(type, category, text);
+        return;
     }
-}
-
-void LogGuard::take(QtMsgType type, const QString& category, const QString& text)
-{
-    const QMutexLocker locker(&mutex);
+    const QMutexLocker locker(&watching->mutex);
     const QString line = category + ": " + text;
-    if (type != QtWarningMsg || !expected.removeOne(line)) {
-        unexpected += line;
+    if (type != QtWarningMsg || !watching->expected.removeOne(line)) {
+        watching->unexpected += line;
     }
 }

@@ -21,7 +21,6 @@ public:
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text);
-    void take(QtMsgType type, const QString& category, const QString& text);
 
     QMutex mutex;
     QStringList expected;

@@ -44,7 +44,9 @@ private Q_SLOTS:
             for (int i = 0; i < steps.size(); i += 2) {
                 const QByteArray& step = steps.at(i);
                 if (step == "grey" || step == "give") {
+                    const WId id = window.winId();
                     SHAPISetCloseButtonOfWindowEnable(&window, step == "give", nullptr);
+                    QCOMPARE(window.winId(), id); // not made anew
                 } else {
                     window.setWindowFlag(
                         step == "other-flag" ? Qt::WindowStaysOnTopHint : Qt::WindowCloseButtonHint,

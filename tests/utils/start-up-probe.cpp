@@ -16,17 +16,12 @@ int main(int argc, char** argv)
     qSetMessagePattern("%{message}");
     const QApplication application(argc, argv);
     const QString folder = QApplication::arguments().value(1);
-    const auto silently = [](const std::function<void()>& act) {
-        return [act] {
-            act();
-            return QString("done");
-        };
-    };
     const QHash<QString, std::function<QString()>> commands {
-        { "paths", silently([&] { ThemeFolder::setPaths(folder, folder); }) },
-        { "user_path", silently([&] { UIPathManager::getInstance().setPath("user_data_path", folder); }) },
-        { "images", silently([] { ImageManager::getInstance().initialize(); }) },
-        { "styles", silently([&] { StyleManager::getInstance().initialize({ folder + "/a.style" }); }) },
+        { "paths", [&] { return ThemeFolder::setPaths(folder, folder), "done"; } },
+        { "user_path",
+            [&] { return UIPathManager::getInstance().setPath("user_data_path", folder), "done"; } },
+        { "images", [] { return ImageManager::getInstance().initialize(), "done"; } },
+        { "styles", [&] { return StyleManager::getInstance().initialize({ folder + "/a.style" }), "done"; } },
         { "image_folder", [] { return ImageManager::getInstance().getImageFolder(); } },
         { "string", [] { return ComponentStrings::getInstance().getString("ok"); } },
         { "image", [] { return getGlobalImage("icon").isNull() ? "null" : "image"; } },

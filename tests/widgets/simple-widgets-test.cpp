@@ -95,6 +95,9 @@ private Q_SLOTS:
             QCOMPARE(bar.layout()->indexOf(widgets[i]), places[i]);
             QCOMPARE(bar.layout()->itemAt(places[i])->alignment(), Qt::AlignVCenter);
         }
+        QCOMPARE(bar.layout()->contentsMargins(), QMargins(px(20), px(8), px(20), px(8)));
+        QCOMPARE(bar.layout()->spacing(), px(10));
+        QCOMPARE(bar.layout()->alignment(), Qt::AlignLeft);
         bar.setMargins(1, 2, 3, 4);
         QCOMPARE(bar.layout()->contentsMargins(), QMargins(px(1), px(2), px(3), px(4)));
     }
