@@ -77,7 +77,7 @@ function(check_umbrella headers)
     list(REMOVE_ITEM others ${headers})
     list(REMOVE_ITEM headers ${lines})
     if(headers OR others)
-        complain(vantkit.h "does not include ${headers}, or includes ${others}, which is no public header")
+        complain(vantkit.h "lacks the public headers: ${headers}; includes others: ${others}")
     endif()
 endfunction()
 
