@@ -115,7 +115,7 @@ std::string Scene::perform(const std::string& name, const std::string& line)
 std::string Scene::end(const std::string& name, bool isKilled)
 {
     Process& process = processOf(name);
-    if (isKilled) {
+    if (isKilled && process.exitCode == stillRunning) {
         signalProgram(process.program, "kill");
     }
     std::fclose(process.program.input);
